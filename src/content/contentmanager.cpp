@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "contentmanager.h"
 
-#include "databasewarning.h"
+#include "errorwarning.h"
 #include "queryagent.h"
 #include "queryagentdatabase.h"
 #include "service/albumgallery.h"
 #include "sqlbatch.h"
 
+#include <QSqlError>
 #include <QSqlQuery>
 
 ContentManager::ContentManager(QueryAgentDatabase& database)
@@ -55,7 +56,7 @@ bool ContentManager::openTransaction(const char* function)
     if (m_database.transaction()) {
         return true;
     }
-    warnOfDatabase(m_database, function, "Failed to open transation on database");
+    warnOfError(m_database.lastError(), function, "Failed to open transation on database");
     return false;
 }
 
@@ -75,6 +76,34 @@ bool ContentManager::prepare(std::initializer_list<Statement> statements, const 
     return true;
 }
 
+void ContentManager::bind(QSqlQuery& query, std::initializer_list<QVariant> values)
+{
+    int position = 0;
+    for (const QVariant& value : values) {
+        query.bindValue(position++, value);
+    }
+}
+
+bool ContentManager::run(QSqlQuery& query, const char* function, const char* message)
+{
+    if (!query.exec()) {
+        warn(query, function, message);
+        return false;
+    }
+    query.finish();
+    return true;
+}
+
+bool ContentManager::runInTransaction(QSqlQuery& query, const char* function, const char* message)
+{
+    if (!query.exec()) {
+        rollback(query, function, message);
+        return false;
+    }
+    query.finish();
+    return true;
+}
+
 bool ContentManager::runBatch(
     const SqlBatch& batch, QSqlQuery& query, const char* function, const char* message)
 {
@@ -83,6 +112,18 @@ bool ContentManager::runBatch(
     }
     rollback(query, function, message);
     return false;
+}
+
+bool ContentManager::updateFirst(QList<ContentManager*>* managers)
+{
+    if (managers->isEmpty()) {
+        return false;
+    }
+    if (managers->constFirst()->updateMetaData()) {
+        return true;
+    }
+    managers->removeFirst();
+    return !managers->isEmpty();
 }
 
 void ContentManager::notifyContentChanged(int type)

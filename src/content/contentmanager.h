@@ -66,10 +66,19 @@ protected:
     bool openTransaction(const char* function);
     /// Prepares statements in order up to the first that fails, which is reported and rolled back.
     bool prepare(std::initializer_list<Statement> statements, const char* function);
+    /// Binds a value to each of a statement's placeholders, in their order.
+    static void bind(QSqlQuery& query, std::initializer_list<QVariant> values);
+    /// Runs a bound statement that gives no rows; a failure is reported.
+    bool run(QSqlQuery& query, const char* function, const char* message);
+    /// Does what run() does inside the open transaction; a failure also rolls that back.
+    bool runInTransaction(QSqlQuery& query, const char* function, const char* message);
     /// Runs a batch inside the open transaction; a failure is reported and rolled back. An empty
     /// batch is a success without a statement.
     bool runBatch(
         const SqlBatch& batch, QSqlQuery& query, const char* function, const char* message);
+    /// Does one turn of the first of `managers`, which leaves the list when it has no more to do;
+    /// true if there is more to do for any of them.
+    static bool updateFirst(QList<ContentManager*>* managers);
     /// Tells clients, in a while, that content of a MoodsetContent::Type has changed.
     static void notifyContentChanged(int type);
 

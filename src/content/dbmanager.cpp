@@ -3,6 +3,7 @@
 
 #include "contentmanager.h"
 #include "databaseschema.h"
+#include "errorwarning.h"
 #include "queryagent.h"
 
 #include <QDebug>
@@ -97,9 +98,7 @@ bool DbManager::openCurrentSchema(bool exists)
     query.exec(QStringLiteral("PRAGMA temp_store = MEMORY;"));
     query.exec(QStringLiteral("PRAGMA journal_mode = WAL;"));
     if (!query.exec(QStringLiteral("PRAGMA user_version;"))) {
-        qWarning() << Constructor;
-        qWarning() << "Failed to query user version";
-        qWarning() << query.lastError();
+        warnOfError(query.lastError(), Constructor, "Failed to query user version");
         return false;
     }
     const int version = query.next() ? query.value(0).toInt() : 0;

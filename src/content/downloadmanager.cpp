@@ -24,16 +24,10 @@ DownloadManager::DownloadManager(QueryAgentDatabase& database)
 
 bool DownloadManager::create(qint64 fileId, QUrl source)
 {
-    m_insertDownload.bindValue(0, fileId);
-    m_insertDownload.bindValue(1, source);
-    if (!m_insertDownload.exec()) {
-        warn(
-            m_insertDownload, "bool DownloadManager::create(qint64, QUrl)",
-            "Failed to execute m_insertDownload.");
-        return false;
-    }
-    m_insertDownload.finish();
-    return true;
+    bind(m_insertDownload, {fileId, source});
+    return run(
+        m_insertDownload, "bool DownloadManager::create(qint64, QUrl)",
+        "Failed to execute m_insertDownload.");
 }
 
 bool DownloadManager::save(qint64 id, const QVariantMap& values)
@@ -44,13 +38,8 @@ bool DownloadManager::save(qint64 id, const QVariantMap& values)
 
 bool DownloadManager::remove(int fileId)
 {
-    m_deleteDownload.bindValue(0, fileId);
-    if (!m_deleteDownload.exec()) {
-        warn(
-            m_deleteDownload, "bool DownloadManager::remove(int)",
-            "Failed to execute m_deleteDownload.");
-        return false;
-    }
-    m_deleteDownload.finish();
-    return true;
+    bind(m_deleteDownload, {fileId});
+    return run(
+        m_deleteDownload, "bool DownloadManager::remove(int)",
+        "Failed to execute m_deleteDownload.");
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "moodsetqueryagent.h"
 
-#include "colorstring.h"
+#include "moodsetrow.h"
 
 #include <QSqlQuery>
 #include <QUrl>
@@ -75,28 +75,14 @@ QString selectListingResources(const QString& table)
 
 Content moodsetFromRow(const QSqlQuery& query)
 {
-    int column = 0;
-    const auto next = [&] { return query.value(column++); };
-    const auto nextColor = [&] { return colorFromString(next().toString()); };
-
-    const qint64 id = next().toLongLong();
-    auto* const moodset = new MoodsetData(id, QUrl::fromLocalFile(next().toString()));
-    moodset->mimeType = next().toString();
-    moodset->fileName = next().toString();
-    moodset->permissions = next().toInt();
-    moodset->displayName = next().toString();
-    moodset->dorselId = next().toString();
-    moodset->favorite = next().toBool();
-    moodset->homeWallpaper = next().toString();
-    moodset->applicationWallpaper = next().toString();
-    moodset->highlightColor = nextColor();
-    moodset->secondaryHighlightColor = nextColor();
-    moodset->primaryColor = nextColor();
-    moodset->secondaryColor = nextColor();
-    moodset->ringerVolume = next().toInt();
-    moodset->enabledSounds = next().toInt();
-    moodset->partnerSpace = next().toString();
-    moodset->version = next().toInt();
+    auto* const moodset = new MoodsetData(
+        query.value(0).toLongLong(), QUrl::fromLocalFile(query.value(1).toString()));
+    moodset->mimeType = query.value(2).toString();
+    moodset->fileName = query.value(3).toString();
+    moodset->permissions = query.value(4).toInt();
+    moodset->displayName = query.value(5).toString();
+    moodset->dorselId = query.value(6).toString();
+    MoodsetRow::fillLook(moodset, query, 7);
     return Content(moodset);
 }
 
@@ -169,13 +155,8 @@ void MoodsetQueryAgent::readResources(ResourceCursor* cursor, Content* contents,
         // Now the only handle, so that writing through it copies nothing.
         contents[i] = Content();
         while (cursor->fileId == moodset.constData()->id) {
-            const QString type = cursor->query.value(1).toString();
             moodset->resources.insert(
-                type,
-                QVariantMap{
-                    {QStringLiteral("url"), QUrl::fromLocalFile(cursor->query.value(2).toString())},
-                    {QStringLiteral("fileName"), cursor->query.value(3)},
-                    {QStringLiteral("displayName"), cursor->query.value(4)}});
+                cursor->query.value(1).toString(), MoodsetRow::resource(cursor->query, 2));
             cursor->next();
         }
         contents[i] = moodset;

@@ -3,10 +3,11 @@
 #include "filemanager.h"
 #include "inotifyrecord.h"
 
-#include "content/databasewarning.h"
+#include "content/errorwarning.h"
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <QSqlError>
 #include <QVariant>
 
 #include <sys/inotify.h>
@@ -80,7 +81,7 @@ void FileManager::classify(const InotifyRecord& record, EventChanges* changes)
 bool FileManager::applyEvents(const EventChanges& changes)
 {
     if (!m_database.transaction()) {
-        warnOfDatabase(m_database, Function, "Failed to start transation");
+        warnOfError(m_database.lastError(), Function, "Failed to start transation");
     }
     if (!runBatch(
             changes.fileUpdates, m_fileMonitorUpdate, Function,

@@ -144,7 +144,7 @@ bool FileManager::separateKnownDirectories(
     qint64 parentId, const QStringList& paths, SqlBatch* inserts, SqlBatch* relinks)
 {
     for (const QString& path : paths) {
-        m_directoryIdQuery.bindValue(0, path);
+        bind(m_directoryIdQuery, {path});
         if (!m_directoryIdQuery.exec()) {
             rollback(m_directoryIdQuery, Function, "Failed to execute m_directoryIdQuery.");
             return false;

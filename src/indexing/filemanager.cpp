@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "filemanager.h"
 
+#include "content/errorwarning.h"
 #include "content/moodsetcontent.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QDebug>
 #include <QEvent>
@@ -64,6 +64,7 @@ FileManager::FileManager(QueryAgentDatabase& database, QObject* parent)
     , m_directoryScopeUpdate(m_database)
     , m_directoryParentUpdate(m_database)
     , m_inotifyFd(static_cast<int>(socket()))
+    , m_updates(this)
 {
     m_elapsed.start();
     if (m_inotifyFd < 0) {
@@ -77,7 +78,12 @@ FileManager::FileManager(QueryAgentDatabase& database, QObject* parent)
     m_database.commit();
     m_ready = true;
     queueRootDirectories();
-    postUpdate();
+    m_updates.request();
+}
+
+FileManager* FileManager::fromRegistry()
+{
+    return static_cast<FileManager*>(managerFromType(MoodsetContent::File));
 }
 
 bool FileManager::prepareStatements()
@@ -137,9 +143,7 @@ void FileManager::queueRootDirectories()
 {
     QSqlQuery query(m_database);
     if (!query.exec(QStringLiteral("SELECT path FROM directory WHERE parentId IS NULL;"))) {
-        qWarning() << Constructor;
-        qWarning() << "Failed to execute root path query";
-        qWarning() << query.lastError();
+        warnOfError(query.lastError(), Constructor, "Failed to execute root path query");
         return;
     }
     while (query.next()) {
@@ -154,7 +158,7 @@ qint64 FileManager::appendDirectory(const QString& path, DirectoryScope scope, b
     if (!m_ready || !QFile::exists(path)) {
         return 0;
     }
-    m_directoryIdQuery.bindValue(0, path);
+    bind(m_directoryIdQuery, {path});
     if (!m_directoryIdQuery.exec()) {
         warn(m_directoryIdQuery, function, "Failed to execute m_directoryIdQuery");
         return 0;
@@ -167,18 +171,14 @@ qint64 FileManager::appendDirectory(const QString& path, DirectoryScope scope, b
         if (storedScope == scope) {
             return id;
         }
-        m_directoryScopeUpdate.bindValue(0, static_cast<int>(scope));
-        m_directoryScopeUpdate.bindValue(1, id);
-        if (!m_directoryScopeUpdate.exec()) {
-            warn(m_directoryScopeUpdate, function, "Failed to execute m_directoryScopeUpdate.");
+        bind(m_directoryScopeUpdate, {static_cast<int>(scope), id});
+        if (!run(m_directoryScopeUpdate, function, "Failed to execute m_directoryScopeUpdate.")) {
             return id;
         }
-        m_directoryScopeUpdate.finish();
         forgetWatch(path);
     } else {
         m_directoryIdQuery.finish();
-        m_directoryAppend.bindValue(0, path);
-        m_directoryAppend.bindValue(1, static_cast<int>(scope));
+        bind(m_directoryAppend, {path, static_cast<int>(scope)});
         if (!m_directoryAppend.exec()) {
             warn(m_directoryAppend, function, "Failed to execute m_directoryAppend");
             return 0;
@@ -188,7 +188,7 @@ qint64 FileManager::appendDirectory(const QString& path, DirectoryScope scope, b
     }
     if (scan) {
         m_pendingDirectories.append(path);
-        postUpdate();
+        m_updates.request();
     }
     return id;
 }
@@ -214,7 +214,7 @@ qint64 FileManager::insertFile(const QString& path)
     // Without a transaction the statements commit one by one.
     m_database.transaction();
     const QString directory = file.absolutePath();
-    m_directoryIdQuery.bindValue(0, directory);
+    bind(m_directoryIdQuery, {directory});
     if (!m_directoryIdQuery.exec()) {
         rollback(m_directoryIdQuery, function, "Failed to execute m_directoryIdQuery.");
         return 0;
@@ -225,8 +225,7 @@ qint64 FileManager::insertFile(const QString& path)
         m_directoryIdQuery.finish();
     } else {
         m_directoryIdQuery.finish();
-        m_directoryAppend.bindValue(0, directory);
-        m_directoryAppend.bindValue(1, static_cast<int>(KnownEntries));
+        bind(m_directoryAppend, {directory, static_cast<int>(KnownEntries)});
         if (!m_directoryAppend.exec()) {
             rollback(m_directoryAppend, function, "Failed to execute m_directoryAppend.");
             return 0;
@@ -236,10 +235,9 @@ qint64 FileManager::insertFile(const QString& path)
     }
     // Gets a new directory watched; a watched one leaves the queue again at once.
     m_pendingDirectories.append(directory);
-    postUpdate();
+    m_updates.request();
 
-    m_fileIdQuery.bindValue(0, directoryId);
-    m_fileIdQuery.bindValue(1, file.fileName());
+    bind(m_fileIdQuery, {directoryId, file.fileName()});
     if (!m_fileIdQuery.exec()) {
         rollback(m_fileIdQuery, function, "Failed to execute m_fileIdQuery.");
         return 0;
@@ -250,10 +248,9 @@ qint64 FileManager::insertFile(const QString& path)
         m_fileIdQuery.finish();
     } else {
         m_fileIdQuery.finish();
-        m_fileInsert.bindValue(0, directoryId);
-        m_fileInsert.bindValue(1, m_mimeTypes.typeName(file));
-        m_fileInsert.bindValue(2, file.fileName());
-        m_fileInsert.bindValue(3, file.lastModified());
+        bind(
+            m_fileInsert,
+            {directoryId, m_mimeTypes.typeName(file), file.fileName(), file.lastModified()});
         if (!m_fileInsert.exec()) {
             rollback(m_fileInsert, function, "Failed to execute m_fileInsert.");
             return 0;
@@ -268,12 +265,13 @@ qint64 FileManager::insertFile(const QString& path)
 bool FileManager::watchDirectory(const QString& path, qint64* id, DirectoryScope* scope)
 {
     const WatchedDirectory sought{path + Separator, 0};
-    m_directoryIdQuery.bindValue(0, path);
+    bind(m_directoryIdQuery, {path});
     if (!m_directoryIdQuery.exec()) {
-        qWarning() << "bool FileManager::watchDirectory(const QString&, qint64*, "
-                      "FileManager::DirectoryScope*)";
-        qWarning() << "Failed to execute m_directoryIdQuery.";
-        qWarning() << m_directoryIdQuery.lastError();
+        warnOfError(
+            m_directoryIdQuery.lastError(),
+            "bool FileManager::watchDirectory(const QString&, qint64*, "
+            "FileManager::DirectoryScope*)",
+            "Failed to execute m_directoryIdQuery.");
         return false;
     }
     if (!m_directoryIdQuery.next()) {
@@ -306,20 +304,12 @@ void FileManager::clearWatches()
 void FileManager::scheduleUpdate()
 {
     m_scannerManagers = scannerManagers();
-    postUpdate();
-}
-
-void FileManager::postUpdate()
-{
-    if (!m_updateScheduled) {
-        m_updateScheduled = true;
-        QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateRequest));
-    }
+    m_updates.request();
 }
 
 void FileManager::announceFileChanges()
 {
-    postUpdate();
+    m_updates.request();
     notifyContentChanged(MoodsetContent::File);
     m_scannerManagers = scannerManagers();
 }
@@ -338,26 +328,17 @@ bool FileManager::event(QEvent* event)
     }
 }
 
-/// One step: a directory of the queue, or else one turn of a metadata manager. The only place that
-/// keeps the chain of update events going, since the flag stays set meanwhile.
+/// One step: a directory of the queue, or else one turn of a metadata manager.
 void FileManager::runUpdate()
 {
-    m_updateScheduled = scanDirectory() || updateMetaData();
-    if (m_updateScheduled) {
-        QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateRequest));
-    } else {
+    const bool hasMore = scanDirectory() || updateMetaData();
+    m_updates.finishStep(hasMore);
+    if (!hasMore) {
         qDebug() << "FileManager idle in" << m_elapsed.elapsed();
     }
 }
 
 bool FileManager::updateMetaData()
 {
-    if (m_scannerManagers.isEmpty()) {
-        return false;
-    }
-    if (m_scannerManagers.constFirst()->updateMetaData()) {
-        return true;
-    }
-    m_scannerManagers.removeFirst();
-    return !m_scannerManagers.isEmpty();
+    return updateFirst(&m_scannerManagers);
 }

@@ -4,6 +4,7 @@
 #include "content/contentmanager.h"
 #include "content/sqlbatch.h"
 #include "mimetypememory.h"
+#include "updateschedule.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -46,6 +47,9 @@ public:
 
     explicit FileManager(QueryAgentDatabase& database, QObject* parent);
 
+    /// The registry's one file manager.
+    static FileManager* fromRegistry();
+
     /// Registers the directory at `path` as a root, or changes the scope of a known one, and queues
     /// it for a scan if `scan` is set. A known directory of that scope is left alone. Returns its
     /// `directory.id`, or 0 if it does not exist or the database failed.
@@ -72,7 +76,6 @@ private:
 
     bool prepareStatements();
     void queueRootDirectories();
-    void postUpdate();
     /// What follows any change of rows: an update, an announcement, and the metadata from the
     /// start.
     void announceFileChanges();
@@ -121,10 +124,9 @@ private:
     /// Time since construction, for the log.
     QElapsedTimer m_elapsed;
     int m_inotifyFd = -1;
+    UpdateSchedule m_updates;
     /// Whether every statement is prepared.
     bool m_ready = false;
-    /// Whether an update event is posted or being handled.
-    bool m_updateScheduled = false;
 };
 
 /// Two watches are the same if their paths are; the ids play no part.

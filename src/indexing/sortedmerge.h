@@ -4,41 +4,64 @@
 #include <QByteArray>
 #include <QVector>
 
+/// Takes every entry into a merge.
+struct AcceptAll
+{
+    template <typename Entry>
+    bool operator()(const Entry&) const
+    {
+        return true;
+    }
+};
+
 /// Goes side by side through rows and entries that are both sorted by the bytes of their UTF-8
 /// names, and tells what each is.
 ///
 /// `nextRow` steps to the next row, and `rowName` gives the name of the one that it came to;
 /// entries carry theirs in a field `name`. `added` is called for an entry without a row, `matched`
 /// for an entry whose row is the current one, and `removed` for a current row without an entry.
+/// `accept` is asked each time an entry is looked at, which can be several times, and false drops
+/// the entry.
 ///
-/// A row that stands when the last entry turns out to be added is told of by none of the three: it
-/// goes at the next merge at the earliest.
+/// A row that stands when the entries run out is told of by none of them: it goes at the next merge
+/// at the earliest.
 template <
     typename Entry, typename NextRow, typename RowName, typename Added, typename Matched,
-    typename Removed>
+    typename Removed, typename Accept = AcceptAll>
 void mergeSorted(
     const QVector<Entry>& entries, NextRow nextRow, RowName rowName, Added added, Matched matched,
-    Removed removed)
+    Removed removed, Accept accept = AcceptAll())
 {
     int i = 0;
     while (i < entries.size() && nextRow()) {
         const QByteArray name = rowName();
-        while (i < entries.size() && qstrcmp(entries.at(i).name, name) < 0) {
-            added(entries.at(i++));
-        }
-        if (i == entries.size()) {
-            break;
-        }
-        if (entries.at(i).name == name) {
-            matched(entries.at(i++));
-        } else {
-            removed();
+        bool isRowSettled = false;
+        while (i < entries.size() && !isRowSettled) {
+            const Entry& entry = entries.at(i);
+            if (!accept(entry)) {
+                ++i;
+                continue;
+            }
+            const int order = qstrcmp(entry.name, name);
+            if (order < 0) {
+                added(entry);
+                ++i;
+            } else if (order == 0) {
+                matched(entry);
+                ++i;
+                isRowSettled = true;
+            } else {
+                removed();
+                isRowSettled = true;
+            }
         }
     }
     while (nextRow()) {
         removed();
     }
-    while (i < entries.size()) {
-        added(entries.at(i++));
+    for (; i < entries.size(); ++i) {
+        if (accept(entries.at(i))) {
+            added(entries.at(i));
+        }
     }
 }

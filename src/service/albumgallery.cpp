@@ -5,6 +5,7 @@
 #include "attributes.h"
 #include "content/moodsetcontent.h"
 #include "indexing/filemanager.h"
+#include "moodset/installmanager.h"
 #include "moodsetadaptor.h"
 
 #include <QDBusConnection>
@@ -40,6 +41,13 @@ void registerOnBus(AlbumGallery* gallery)
     }
 }
 
+void appendInstallDirectories()
+{
+    for (const QString& path : InstallManager::installPaths()) {
+        InstallManager::fromRegistry()->appendDirectory(path);
+    }
+}
+
 /// A client's URL, or an invalid one with a warning.
 QUrl validUrl(const QString& url, const char* function)
 {
@@ -56,7 +64,7 @@ AlbumGalleryPrivate* AlbumGalleryPrivate::instance = nullptr;
 
 AlbumGalleryPrivate::AlbumGalleryPrivate(AlbumGallery* gallery)
     : QObject(gallery)
-    , fileManager(static_cast<FileManager*>(ContentManager::managerFromType(MoodsetContent::File)))
+    , fileManager(FileManager::fromRegistry())
     , q(gallery)
 {
     instance = this;
@@ -102,6 +110,7 @@ AlbumGallery::AlbumGallery(QObject* parent)
         // A location that does not exist stays unknown until the next start.
         d->fileManager->appendDirectory(path, FileManager::AllEntries, true);
     }
+    appendInstallDirectories();
 }
 
 AlbumGallery::~AlbumGallery()

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "colorstring.h"
+#include "moodsetdata.h"
+
+#include <QSqlQuery>
+#include <QUrl>
+#include <QVariant>
+
+/// What rows about moodsets have in common, for the statements that read them.
+namespace MoodsetRow {
+
+/// Fills what makes up the look and the sound from the columns favorite, homeWallpaper,
+/// applicationWallpaper, highlightColor, secondaryHighlightColor, primaryColor, secondaryColor,
+/// ringerVolume, enabledSounds, partnerSpace and version, which begin at `column`.
+inline void fillLook(MoodsetData* moodset, const QSqlQuery& query, int column)
+{
+    const auto next = [&] { return query.value(column++); };
+    const auto nextColor = [&] { return colorFromString(next().toString()); };
+    moodset->favorite = next().toBool();
+    moodset->homeWallpaper = next().toString();
+    moodset->applicationWallpaper = next().toString();
+    moodset->highlightColor = nextColor();
+    moodset->secondaryHighlightColor = nextColor();
+    moodset->primaryColor = nextColor();
+    moodset->secondaryColor = nextColor();
+    moodset->ringerVolume = next().toInt();
+    moodset->enabledSounds = next().toInt();
+    moodset->partnerSpace = next().toString();
+    moodset->version = next().toInt();
+}
+
+/// A resource's map from the columns path, fileName and displayName of its file, which begin at
+/// `column`.
+inline QVariantMap resource(const QSqlQuery& query, int column)
+{
+    return {
+        {QStringLiteral("url"), QUrl::fromLocalFile(query.value(column).toString())},
+        {QStringLiteral("fileName"), query.value(column + 1)},
+        {QStringLiteral("displayName"), query.value(column + 2)}};
+}
+
+} // namespace MoodsetRow

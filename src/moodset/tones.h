@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// The seven tones of a moodset, by their fixed order: a tone's index is its bit in
+/// MoodsetData::enabledSounds.
+namespace Tones {
+
+constexpr int Count = 7;
+
+/// The names: "ringerTone" and so on.
+const QStringList& names();
+
+/// The name of a tone's file among the resources, and of its object in a moodset file:
+/// "ringerToneFile".
+QString fileKey(const QString& name);
+
+/// The name of a tone's flag among the attributes: "ringerToneEnabled".
+QString enabledKey(const QString& name);
+
+/// The keys of the tones in the profile service: "ringing.alert.tone".
+const QStringList& profileKeys();
+
+/// `mask` with the bit of a tone set or cleared.
+int withTone(int mask, int index, bool isEnabled);
+
+} // namespace Tones

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "moodsetfile.h"
+
+#include "content/colorstring.h"
+#include "content/displaynamecatalog.h"
+#include "moodset/tones.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QUrl>
+
+namespace {
+
+QString text(const QJsonObject& object, const char* key)
+{
+    return object.value(QLatin1String(key)).toString();
+}
+
+QColor color(const QJsonObject& object, const char* key)
+{
+    return colorFromString(text(object, key));
+}
+
+/// The root of a JSON file; an empty object if there is none.
+QJsonObject readObject(const QString& filePath)
+{
+    QFile file(filePath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return QJsonObject();
+    }
+    return QJsonDocument::fromJson(file.readAll()).object();
+}
+
+QString translatedName(const QJsonObject& object)
+{
+    DisplayNameCatalog catalog;
+    catalog.load(text(object, "translationCatalog"));
+    return catalog.translated(text(object, "displayName"));
+}
+
+/// Fills in a tone's file and clears its bit if it is disabled.
+void readTone(const QJsonObject& tone, int index, MoodsetData* moodset)
+{
+    const QString fileName = text(tone, "file");
+    if (!fileName.isEmpty() && !fileName.contains(QLatin1Char('/'))) {
+        moodset->resources.insert(Tones::fileKey(Tones::names().at(index)),
+            QVariantMap {{QStringLiteral("fileName"), fileName},
+                {QStringLiteral("url"),
+                    moodset->url.resolved(QUrl(QStringLiteral("sounds/") + fileName))}});
+    }
+    if (tone.value(QLatin1String("enabled")).toInt(1) == 0) {
+        moodset->enabledSounds = Tones::withTone(moodset->enabledSounds, index, false);
+    }
+}
+
+} // namespace
+
+bool readMoodsetFile(Moodset& moodset, const QString& filePath)
+{
+    const QJsonObject object = readObject(filePath);
+    const QString wallpaper = text(object, "wallpaper");
+    if (wallpaper.isEmpty() || wallpaper.contains(QLatin1Char('/'))) {
+        return false;
+    }
+    MoodsetData* const record = moodset.data();
+    record->displayName = translatedName(object);
+    record->favorite = object.value(QLatin1String("favorite")).toBool(true);
+    record->homeWallpaper
+        = record->url.resolved(QUrl(QStringLiteral("images/") + wallpaper)).toLocalFile();
+    record->highlightColor = color(object, "highlightColor");
+    record->secondaryHighlightColor = color(object, "secondaryHighlightColor");
+    record->primaryColor = color(object, "primaryColor");
+    record->secondaryColor = color(object, "secondaryColor");
+    record->ringerVolume = object.value(QLatin1String("ringerVolume")).toInt(-1);
+    const QLatin1String version("version");
+    record->version = object.contains(version) ? object.value(version).toInt(0) : 1;
+    for (int i = 0; i < Tones::Count; ++i) {
+        readTone(object.value(Tones::fileKey(Tones::names().at(i))).toObject(), i, record);
+    }
+    return true;
+}
