@@ -13,9 +13,10 @@ namespace {
 // One page: most pictures show their tags in the first one or two.
 constexpr int kWindowSize = 4096;
 
-// A picture's tags take some ten reads. What needs many is a PNG file with its tags behind the
-// pixels, which stand in chunks of 8 KiB and more: this reaches through 80 MB of them in 10 ms.
-constexpr int kMaximumFills = 10000;
+// A picture's tags take some 30 reads. What needs many is a PNG file with its tags behind the
+// pixels, which stand in chunks of 8 KiB and more: this reaches through 160 MB of them in some 10
+// ms.
+constexpr int kMaximumReads = 20000;
 
 qint64 regularSize(const struct stat& status)
 {
@@ -49,9 +50,10 @@ RegularFile::~RegularFile()
 
 QByteArray RegularFile::read(qint64 offset, int length)
 {
-    if (offset < 0 || offset >= m_size || length <= 0) {
+    if (offset < 0 || offset >= m_size || length <= 0 || m_reads == kMaximumReads) {
         return {};
     }
+    ++m_reads;
     length = static_cast<int>(qMin<qint64>(length, m_size - offset));
     const bool buffered =
         offset >= m_windowOffset && offset + length <= m_windowOffset + m_window.size();
@@ -65,9 +67,6 @@ void RegularFile::fill(qint64 offset, int length)
 {
     m_windowOffset = offset;
     m_window.clear();
-    if (++m_fills > kMaximumFills) {
-        return;
-    }
     QByteArray window(qMax(length, kWindowSize), Qt::Uninitialized);
     ssize_t count = 0;
     do {

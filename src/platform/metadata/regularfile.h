@@ -7,8 +7,8 @@
 /// Reads small pieces of a regular file by position.
 ///
 /// Opening never waits: what is no regular file (a FIFO, a device, a directory) is not opened. The
-/// number of reads that reach the system is limited, so that a walk through the parts of a hostile
-/// file ends: behind the limit the file reads as if it had ended.
+/// number of reads is limited, so that a walk through the parts of a hostile file ends soon: behind
+/// the limit the file reads as if it had ended.
 class RegularFile
 {
 public:
@@ -28,7 +28,7 @@ private:
 
     int m_descriptor = -1;
     qint64 m_size = 0;
-    int m_fills = 0;
+    int m_reads = 0;
     qint64 m_windowOffset = 0;
     QByteArray m_window;
 };
