@@ -7,12 +7,10 @@
 
 #include <cstdlib>
 
-/*!
-    Stands in for the daemon in the tests of DaemonProcess. By the variable PLAY it does:
-    "run": takes the name, says what it sees of its surroundings, and is idle twice
-    "crash": aborts
-    "exit": ends with status 3
-*/
+/// Stands in for the daemon in the tests of DaemonProcess. By the variable PLAY it does:
+/// "run": takes the name, says what it sees of its surroundings, and is idle twice
+/// "crash": aborts
+/// "exit": ends with status 3
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
