@@ -57,7 +57,7 @@ QString pictureFault(const Photo& photo)
 {
     if (!photo.mimeType.startsWith(QLatin1String("image/")))
         return QStringLiteral("not a picture, but %1").arg(photo.mimeType);
-    if (!photo.size.isValid())
+    if (!photo.isReadable())
         return QStringLiteral("cannot be read as a picture of type %1").arg(photo.mimeType);
     return {};
 }

@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
+#include <QTimer>
 
 namespace {
 
@@ -16,6 +17,9 @@ const auto interfaceName = QStringLiteral("com.zavro.moodsetd");
 // The daemon does one thing at a time; a call can come behind a folder of tens of thousands of
 // files.
 constexpr int callTimeoutMs = 60000;
+
+// The daemon takes its name a moment before its object is there.
+constexpr int retryPauseMs = 20;
 
 } // namespace
 
@@ -63,5 +67,7 @@ void MoodsetService::ask()
         watcher->deleteLater();
         if (!watcher->isError())
             Q_EMIT alive();
+        else
+            QTimer::singleShot(retryPauseMs, this, &MoodsetService::ask);
     });
 }

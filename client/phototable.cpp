@@ -45,8 +45,10 @@ QString displaySize(const Photo& photo)
 {
     if (!photo.current)
         return QStringLiteral("waiting");
-    if (!photo.size.isValid())
+    if (!photo.isReadable())
         return QStringLiteral("unreadable");
+    if (!photo.size.isValid())
+        return QStringLiteral("unknown");
     return QStringLiteral("%1x%2").arg(photo.size.width()).arg(photo.size.height());
 }
 
@@ -94,7 +96,7 @@ QString photoTable(const QVector<Photo>& photos, const QString& folder)
 QString summaryLine(const Library::Counts& counts, const QVector<Photo>& photos)
 {
     const auto unreadable = std::count_if(photos.cbegin(), photos.cend(), [](const Photo& photo) {
-        return photo.current && !photo.size.isValid();
+        return photo.current && !photo.isReadable();
     });
     QStringList parts{
         numbered(counts.files, "file", "files"), numbered(counts.photos, "picture", "pictures"),

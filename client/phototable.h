@@ -11,7 +11,7 @@
 /// and no wider than 60 columns, with the end kept.
 QString displayPath(const Photo& photo, const QString& folder);
 
-/// The size of photo, or what there is instead: "unreadable" or "waiting".
+/// The size of photo, or what there is instead: "waiting", "unreadable" or "unknown".
 QString displaySize(const Photo& photo);
 
 /// When photo was taken, or "-".

@@ -46,7 +46,8 @@ public:
     qint64 processId() const;
     bool isRunning() const;
 
-    /// Waits until this process owns the daemon's bus name.
+    /// Waits until this process owns the daemon's bus name, and its object, which comes a moment
+    /// later, answers calls.
     bool waitForName();
 
     /// Waits until the log has a line with the text text, which can be a part of the line.
@@ -79,6 +80,7 @@ public:
 private:
     bool waitFor(const std::function<bool()>& condition);
     bool ownsName() const;
+    bool objectAnswers() const;
     void readLog();
 
     QProcess m_process;

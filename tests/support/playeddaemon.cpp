@@ -25,6 +25,12 @@ int main(int argc, char** argv)
     qCritical("grave");
     if (!QDBusConnection::sessionBus().registerService(QStringLiteral("com.zavro.moodsetd")))
         return 4;
+    // The object comes late, as the daemon's does, but later.
+    QObject object;
+    QTimer::singleShot(20, &object, [&object] {
+        QDBusConnection::sessionBus().registerObject(
+            QStringLiteral("/com/zavro/moodsetd"), &object);
+    });
     for (const int delay : {0, 50}) {
         QTimer::singleShot(delay, [delay] { qDebug() << "FileManager idle in" << delay; });
     }
