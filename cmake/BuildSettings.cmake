@@ -5,7 +5,9 @@ target_compile_features(moodsetd-settings INTERFACE cxx_std_17)
 target_include_directories(moodsetd-settings INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(moodsetd-settings INTERFACE
   -Wall -Wextra -Wpedantic -Wcast-align -Wconversion -Wdeprecated -Wduplicated-cond -Wlogical-op
-  -Wnon-virtual-dtor -Wnull-dereference -Woverloaded-virtual -Wshadow -Wundef
+  -Wnon-virtual-dtor -Wnull-dereference -Wshadow -Wundef
+  # DownloadManager::remove(int) is an overload beside the virtual remove(qint64) on purpose.
+  -Wno-overloaded-virtual
   $<$<BOOL:${MOODSETD_WERROR}>:-Werror>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   target_compile_options(moodsetd-settings INTERFACE -Wno-unknown-warning-option)

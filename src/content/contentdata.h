@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "moodsetcontent.h"
+
+#include <QSharedData>
+#include <QUrl>
+#include <QVariant>
+
+/// One row of the content database as a record: a detached snapshot that does not follow the
+/// database.
+///
+/// A record publishes its fields under numbered roles, as a list model does; each class documents
+/// its own numbers. Records live on the heap and are shared by Content and ContentSpecialization
+/// handles, which may cross threads; a shared record is never written to.
+class ContentData : public QSharedData
+{
+public:
+    virtual ~ContentData();
+
+    ContentData& operator=(const ContentData&) = delete;
+
+    /// A new record of the same class with the same values, owned by the caller.
+    virtual ContentData* clone() const = 0;
+
+    /// The value of a role, or an invalid variant for a number that the class does not know.
+    virtual QVariant data(int role) const = 0;
+
+    /// Writes the value of a role; false if the role is unknown or not to be written.
+    virtual bool setData(int role, const QVariant& value);
+
+    /// The row's `file.id`; 0 never names a row.
+    qint64 id;
+    /// The full path as a file URL.
+    QUrl url;
+    /// The MoodsetContent::Type of the record's class.
+    int type;
+
+protected:
+    ContentData(qint64 fileId, const QUrl& fileUrl, MoodsetContent::Type contentType);
+    ContentData(const ContentData&) = default;
+};

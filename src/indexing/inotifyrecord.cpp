@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "inotifyrecord.h"
+
+#include <QVarLengthArray>
+
+#include <sys/inotify.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cstring>
+
+namespace {
+
+/// Enough for a few dozen records, so that the usual read needs no heap.
+constexpr int StackBufferSize = 4096;
+
+} // namespace
+
+QVector<InotifyRecord> readInotifyRecords(int descriptor)
+{
+    int waiting = 0;
+    ioctl(descriptor, FIONREAD, &waiting);
+    if (waiting <= 0) {
+        // A read of no bytes from an empty queue would wait for ever.
+        return {};
+    }
+    QVarLengthArray<char, StackBufferSize> buffer(waiting);
+    const ssize_t length = read(descriptor, buffer.data(), static_cast<size_t>(waiting));
+
+    QVector<InotifyRecord> records;
+    ssize_t position = 0;
+    while (position + static_cast<ssize_t>(sizeof(inotify_event)) <= length) {
+        inotify_event event;
+        std::memcpy(&event, buffer.constData() + position, sizeof event);
+        const char* const name = buffer.constData() + position + sizeof event;
+        records.append(
+            {event.wd, event.mask,
+             event.len == 0
+                 ? QString()
+                 : QString::fromUtf8(name, static_cast<int>(qstrnlen(name, event.len)))});
+        position += static_cast<ssize_t>(sizeof event + event.len);
+    }
+    return records;
+}

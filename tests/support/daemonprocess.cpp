@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "daemonprocess.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDir>
+#include <QFile>
+#include <QProcessEnvironment>
+#include <QStandardPaths>
+#include <QtTest>
+
+namespace {
+
+const auto serviceName = QStringLiteral("com.zavro.moodsetd");
+
+QProcessEnvironment daemonEnvironment()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
+    environment.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{type}: %{message}"));
+    return environment;
+}
+
+// The text of a line of warning level or worse; null for any other line.
+QString warningText(const QString& line)
+{
+    for (const auto& type :
+         {QStringLiteral("warning: "), QStringLiteral("critical: "), QStringLiteral("fatal: ")}) {
+        if (line.startsWith(type))
+            return line.mid(type.size());
+    }
+    return {};
+}
+
+} // namespace
+
+DaemonProcess::DaemonProcess(const QString& executable)
+{
+    m_process.setProgram(executable.isNull() ? QStringLiteral(MOODSETD_EXECUTABLE) : executable);
+    m_process.setProcessEnvironment(daemonEnvironment());
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+    m_process.setStandardInputFile(QProcess::nullDevice());
+    QObject::connect(&m_process, &QProcess::readyRead, &m_process, [this] { readLog(); });
+}
+
+DaemonProcess::~DaemonProcess()
+{
+    if (isRunning())
+        kill();
+    const QStringList strays = takeWarnings();
+    if (!strays.isEmpty()) {
+        const QString report = QStringLiteral("Stray messages of the daemon:\n    %1")
+                                   .arg(strays.join(QStringLiteral("\n    ")));
+        QTest::qFail(qPrintable(report), __FILE__, __LINE__);
+    }
+}
+
+bool DaemonProcess::setPicturesFolder(const QString& folder)
+{
+    const QDir config(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+    QFile file(config.filePath(QStringLiteral("user-dirs.dirs")));
+    const QByteArray line = "XDG_PICTURES_DIR=\"" + QFile::encodeName(folder) + "\"\n";
+    return config.mkpath(QStringLiteral(".")) && file.open(QIODevice::WriteOnly)
+        && file.write(line) == line.size() && file.flush();
+}
+
+void DaemonProcess::setEnvironment(const QString& name, const QString& value)
+{
+    QProcessEnvironment environment = m_process.processEnvironment();
+    environment.insert(name, value);
+    m_process.setProcessEnvironment(environment);
+}
+
+bool DaemonProcess::start()
+{
+    m_process.start();
+    return m_process.waitForStarted(deadlineMs);
+}
+
+qint64 DaemonProcess::processId() const
+{
+    return m_process.processId();
+}
+
+bool DaemonProcess::isRunning() const
+{
+    return m_process.state() != QProcess::NotRunning;
+}
+
+bool DaemonProcess::waitForName()
+{
+    return waitFor([this] { return ownsName() && objectAnswers(); });
+}
+
+bool DaemonProcess::waitForLine(const QString& text)
+{
+    return waitFor([this, &text] { return !m_lines.filter(text).isEmpty(); });
+}
+
+bool DaemonProcess::waitForIdle()
+{
+    return waitFor([this] {
+        while (m_linesSearchedForIdle < m_lines.count()) {
+            if (m_lines.at(m_linesSearchedForIdle++)
+                    .startsWith(QLatin1String("debug: FileManager idle in "))) {
+                return true;
+            }
+        }
+        return false;
+    });
+}
+
+bool DaemonProcess::waitForEnd()
+{
+    const bool ended = waitFor([this] { return !isRunning(); });
+    readLog();
+    return ended;
+}
+
+bool DaemonProcess::terminate()
+{
+    m_process.terminate();
+    return waitForEnd();
+}
+
+bool DaemonProcess::kill()
+{
+    m_process.kill();
+    return waitForEnd();
+}
+
+QProcess::ExitStatus DaemonProcess::exitStatus() const
+{
+    return m_process.exitStatus();
+}
+
+int DaemonProcess::exitCode() const
+{
+    return m_process.exitCode();
+}
+
+QStringList DaemonProcess::lines() const
+{
+    return m_lines;
+}
+
+QStringList DaemonProcess::takeWarnings()
+{
+    QStringList texts;
+    while (m_linesSearchedForWarnings < m_lines.count()) {
+        const QString text = warningText(m_lines.at(m_linesSearchedForWarnings++));
+        if (!text.isNull())
+            texts.append(text);
+    }
+    return texts;
+}
+
+bool DaemonProcess::waitFor(const std::function<bool()>& condition)
+{
+    return QTest::qWaitFor(condition, deadlineMs);
+}
+
+bool DaemonProcess::ownsName() const
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    return isRunning() && bus.interface()->isServiceRegistered(serviceName)
+        && bus.interface()->servicePid(serviceName).value() == processId();
+}
+
+bool DaemonProcess::objectAnswers() const
+{
+    const QDBusMessage call = QDBusMessage::createMethodCall(
+        serviceName, QStringLiteral("/com/zavro/moodsetd"),
+        QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, deadlineMs);
+    return reply.type() == QDBusMessage::ReplyMessage;
+}
+
+void DaemonProcess::readLog()
+{
+    m_unfinishedLine += m_process.readAll();
+    QList<QByteArray> lines = m_unfinishedLine.split('\n');
+    m_unfinishedLine = lines.takeLast();
+    for (const QByteArray& line : std::as_const(lines))
+        m_lines.append(QString::fromLocal8Bit(line));
+}
