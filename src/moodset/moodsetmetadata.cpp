@@ -15,7 +15,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
-#include <QVector>
+
+#include <vector>
 
 namespace {
 
@@ -139,11 +140,11 @@ struct MoodsetManager::MetadataBatch
     /// All files, also those that could not be opened.
     SqlBatch processed;
     QSet<qint64> deleted;
-    QVector<ParsedMoodset> parsed;
+    std::vector<ParsedMoodset> parsed;
     /// The ids in `parsed`.
     QSet<qint64> parsedIds;
     /// Indexes into `parsed` of moodsets that have no row yet.
-    QVector<int> inserted;
+    std::vector<size_t> inserted;
     SqlBatch resources;
     DisplayNameCatalog catalog;
     /// The time of this turn, for files that give none.
@@ -244,7 +245,7 @@ void MoodsetManager::readFile(
     moodset.timestamp = timestamp(object, batch->now);
     moodset.version = version(object);
     moodset.enabledSounds = readTones(id, directory, object, &batch->resources);
-    batch->parsed.append(moodset);
+    batch->parsed.push_back(moodset);
     batch->parsedIds.insert(id);
 }
 
@@ -278,7 +279,7 @@ int MoodsetManager::readTones(
 /// of them is not, the whole batch fails later.
 bool MoodsetManager::mergeStored(MetadataBatch* batch)
 {
-    if (batch->parsed.isEmpty()) {
+    if (batch->parsed.empty()) {
         return true;
     }
     QSqlQuery& rows = m_modifiedMoodsetQuery;
@@ -286,7 +287,7 @@ bool MoodsetManager::mergeStored(MetadataBatch* batch)
         warn(rows, UpdateFunction, "Failed to execute m_modifiedMoodsetQuery");
         return false;
     }
-    int i = 0;
+    size_t i = 0;
     bool hasRow = rows.next();
     while (hasRow && i < batch->parsed.size()) {
         const qint64 rowId = rows.value(Id).toLongLong();
@@ -297,12 +298,12 @@ bool MoodsetManager::mergeStored(MetadataBatch* batch)
             hasRow = rows.next();
         } else {
             do {
-                batch->inserted.append(i++);
+                batch->inserted.push_back(i++);
             } while (i < batch->parsed.size() && batch->parsed.at(i).id != rowId);
         }
     }
     while (i < batch->parsed.size()) {
-        batch->inserted.append(i++);
+        batch->inserted.push_back(i++);
     }
     rows.finish();
     return true;
@@ -316,7 +317,7 @@ bool MoodsetManager::applyMetadata(const MetadataBatch& batch)
         deletes.append({id});
     }
     SqlBatch inserts;
-    for (const int i : batch.inserted) {
+    for (const size_t i : batch.inserted) {
         const ParsedMoodset& moodset = batch.parsed.at(i);
         inserts.append(
             {moodset.id, moodset.homeWallpaper, QVariant(), moodset.highlightColor,
