@@ -3,16 +3,16 @@
 
 #include "content/queryagentdatabase.h"
 
+#include <QList>
 #include <QTemporaryDir>
 #include <QVariantList>
-#include <QVector>
 
 /// An open database file of the current schema, without rows, in a folder of its own. Statements
 /// that fail here fail the current test.
 class ScratchDatabase
 {
 public:
-    using Rows = QVector<QVariantList>;
+    using Rows = QList<QVariantList>;
 
     ScratchDatabase();
     Q_DISABLE_COPY_MOVE(ScratchDatabase)
