@@ -63,7 +63,7 @@ QString MimeTypeMemory::typeName(const QFileInfo& file)
             return *remembered;
         }
     }
-    const QString name = m_mimeDatabase.mimeTypeForFile(file, QMimeDatabase::MatchDefault).name();
+    QString name = m_mimeDatabase.mimeTypeForFile(file, QMimeDatabase::MatchDefault).name();
     if (decided && m_settled && name == m_suffixTypes.value(suffix.toLower())) {
         m_remembered.insert(suffix, name);
     }

@@ -43,7 +43,7 @@ void registerOnBus(AlbumGallery* gallery)
 /// A client's URL, or an invalid one with a warning.
 QUrl validUrl(const QString& url, const char* function)
 {
-    const QUrl parsed(url);
+    QUrl parsed(url);
     if (!parsed.isValid()) {
         qWarning() << function << "Invalid URL: " << url;
     }
