@@ -15,6 +15,7 @@
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 extern char** environ;
@@ -106,13 +107,24 @@ MeasuredProcess::MeasuredProcess(const QByteArrayList& command, const QByteArray
     close(outputPipe.ends[1]);
 }
 
+MeasuredProcess::MeasuredProcess(MeasuredProcess&& other) noexcept
+    : m_id(std::exchange(other.m_id, -1))
+    , m_input(std::exchange(other.m_input, -1))
+    , m_output(std::exchange(other.m_output, -1))
+    , m_unread(std::move(other.m_unread))
+    , m_start(other.m_start)
+{
+}
+
 MeasuredProcess::~MeasuredProcess()
 {
     if (m_id > 0) {
         stop(SIGKILL);
     }
-    close(m_input);
-    close(m_output);
+    if (m_input >= 0) {
+        close(m_input);
+        close(m_output);
+    }
 }
 
 void MeasuredProcess::write(const QByteArray& input)
