@@ -23,6 +23,7 @@
 #include <cstdio>
 #include <iostream>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -83,8 +84,8 @@ QString daemonDatabase()
 class Benchmark
 {
 public:
-    explicit Benchmark(const Settings& settings)
-        : m_settings(settings)
+    explicit Benchmark(Settings settings)
+        : m_settings(std::move(settings))
     {
     }
 
