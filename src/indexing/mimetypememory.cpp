@@ -53,10 +53,15 @@ QStringList globFiles()
 
 QString MimeTypeMemory::typeName(const QFileInfo& file)
 {
+    return typeName(file, file.isFile());
+}
+
+QString MimeTypeMemory::typeName(const QFileInfo& file, bool isRegular)
+{
     followInstalledGlobs();
     const QString fileName = file.fileName();
     const QString suffix = suffixOf(fileName);
-    const bool decided = isDecidedBySuffix(fileName, suffix) && file.isFile();
+    const bool decided = isRegular && isDecidedBySuffix(fileName, suffix);
     if (decided) {
         const auto remembered = m_remembered.constFind(suffix);
         if (remembered != m_remembered.constEnd()) {
