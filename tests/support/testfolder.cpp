@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "testfolder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+#include <cstdio>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/// Fails the current test unless an operation on `name` succeeded.
+void require(bool succeeded, const char* operation, const QString& name)
+{
+    if (!succeeded) {
+        const QString reason =
+            QStringLiteral("%1 %2: %3").arg(QLatin1String(operation), name, qt_error_string());
+        QTest::qFail(qPrintable(reason), __FILE__, __LINE__);
+    }
+}
+
+} // namespace
+
+TestFolder::TestFolder()
+{
+    require(m_folder.isValid(), "make", QStringLiteral("temporary folder"));
+}
+
+TestFolder::~TestFolder() = default;
+
+QString TestFolder::path() const
+{
+    return m_folder.path();
+}
+
+QString TestFolder::path(const QString& name) const
+{
+    return m_folder.path() + QLatin1Char('/') + name;
+}
+
+void TestFolder::write(const QString& name, const QByteArray& content)
+{
+    writeRawName(QFile::encodeName(name), content);
+}
+
+void TestFolder::writeRawName(const QByteArray& name, const QByteArray& content)
+{
+    const QByteArray file = QFile::encodeName(m_folder.path()) + '/' + name;
+    FILE* const stream = std::fopen(file.constData(), "w");
+    require(stream != nullptr, "open", QString::fromLatin1(name));
+    if (stream) {
+        const auto size = static_cast<size_t>(content.size());
+        const bool written = std::fwrite(content.constData(), 1, size, stream) == size;
+        const bool closed = std::fclose(stream) == 0;
+        require(written && closed, "write", QString::fromLatin1(name));
+    }
+}
+
+void TestFolder::setModified(const QString& name, const QDateTime& time)
+{
+    QFile file(path(name));
+    // Opened for appending, since opening for writing would empty it.
+    require(
+        file.open(QIODevice::Append) && file.setFileTime(time, QFileDevice::FileModificationTime),
+        "set the time of", name);
+}
+
+void TestFolder::setMode(const QString& name, unsigned int mode)
+{
+    require(chmod(QFile::encodeName(path(name)).constData(), mode) == 0, "set the mode of", name);
+}
+
+void TestFolder::makeDirectory(const QString& name)
+{
+    require(QDir().mkpath(path(name)), "make folder", name);
+}
+
+void TestFolder::makeFifo(const QString& name)
+{
+    require(mkfifo(QFile::encodeName(path(name)).constData(), 0600) == 0, "make FIFO", name);
+}
+
+void TestFolder::makeLink(const QString& name, const QString& target)
+{
+    require(
+        symlink(QFile::encodeName(target).constData(), QFile::encodeName(path(name)).constData())
+            == 0,
+        "make link", name);
+}
+
+void TestFolder::rename(const QString& from, const QString& to)
+{
+    // QFile::rename() replaces nothing.
+    require(
+        std::rename(
+            QFile::encodeName(path(from)).constData(), QFile::encodeName(path(to)).constData())
+            == 0,
+        "rename", from);
+}
+
+void TestFolder::remove(const QString& name)
+{
+    require(std::remove(QFile::encodeName(path(name)).constData()) == 0, "remove", name);
+}
+
+void TestFolder::removeTree(const QString& name)
+{
+    require(QDir(path(name)).removeRecursively(), "remove tree", name);
+}
