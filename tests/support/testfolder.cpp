@@ -6,6 +6,7 @@
 #include <QtTest>
 
 #include <cstdio>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -21,6 +22,16 @@ void require(bool succeeded, const char* operation, const QString& name)
     }
 }
 
+void writeFile(const QByteArray& path, const QByteArray& content)
+{
+    // QFile takes no path that is not valid UTF-8.
+    FILE* const stream = std::fopen(path.constData(), "w");
+    const auto size = static_cast<size_t>(content.size());
+    const bool written = stream && std::fwrite(content.constData(), 1, size, stream) == size;
+    const bool closed = stream && std::fclose(stream) == 0;
+    require(written && closed, "write", QString::fromLatin1(path));
+}
+
 } // namespace
 
 TestFolder::TestFolder()
@@ -28,7 +39,13 @@ TestFolder::TestFolder()
     require(m_folder.isValid(), "make", QStringLiteral("temporary folder"));
 }
 
-TestFolder::~TestFolder() = default;
+TestFolder::~TestFolder()
+{
+    // The temporary folder would not see them, and then not go.
+    for (const QByteArray& file : m_rawFiles) {
+        require(std::remove(file.constData()) == 0, "remove", QString::fromLatin1(file));
+    }
+}
 
 QString TestFolder::path() const
 {
@@ -42,28 +59,27 @@ QString TestFolder::path(const QString& name) const
 
 void TestFolder::write(const QString& name, const QByteArray& content)
 {
-    writeRawName(QFile::encodeName(name), content);
+    writeFile(QFile::encodeName(path(name)), content);
 }
 
 void TestFolder::writeRawName(const QByteArray& name, const QByteArray& content)
 {
     const QByteArray file = QFile::encodeName(m_folder.path()) + '/' + name;
-    FILE* const stream = std::fopen(file.constData(), "w");
-    require(stream != nullptr, "open", QString::fromLatin1(name));
-    if (stream) {
-        const auto size = static_cast<size_t>(content.size());
-        const bool written = std::fwrite(content.constData(), 1, size, stream) == size;
-        const bool closed = std::fclose(stream) == 0;
-        require(written && closed, "write", QString::fromLatin1(name));
-    }
+    writeFile(file, content);
+    m_rawFiles.append(file);
 }
 
 void TestFolder::setModified(const QString& name, const QDateTime& time)
 {
-    QFile file(path(name));
-    // Opened for appending, since opening for writing would empty it.
+    // Unlike Qt's own function, this also sets times before 1970.
+    const qint64 milliseconds = time.toMSecsSinceEpoch();
+    const qint64 remainder = ((milliseconds % 1000) + 1000) % 1000;
+    const timespec modified{
+        static_cast<time_t>((milliseconds - remainder) / 1000),
+        static_cast<long>(remainder) * 1000000};
+    const timespec times[2] = {{0, UTIME_OMIT}, modified};
     require(
-        file.open(QIODevice::Append) && file.setFileTime(time, QFileDevice::FileModificationTime),
+        utimensat(AT_FDCWD, QFile::encodeName(path(name)).constData(), times, 0) == 0,
         "set the time of", name);
 }
 

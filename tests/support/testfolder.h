@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QDateTime>
 #include <QString>
 #include <QTemporaryDir>
@@ -22,7 +23,7 @@ public:
 
     /// Makes or overwrites a file.
     void write(const QString& name, const QByteArray& content = "content");
-    /// The same for a name that need not be valid UTF-8.
+    /// The same for a name that is not valid UTF-8; the file is to stay where it is.
     void writeRawName(const QByteArray& name, const QByteArray& content = "content");
     void setModified(const QString& name, const QDateTime& time);
     void setMode(const QString& name, unsigned int mode);
@@ -39,4 +40,5 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    QByteArrayList m_rawFiles;
 };
