@@ -3,6 +3,7 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QDir>
 #include <QFile>
 #include <QProcessEnvironment>
@@ -10,6 +11,8 @@
 #include <QtTest>
 
 namespace {
+
+const auto serviceName = QStringLiteral("com.zavro.moodsetd");
 
 QProcessEnvironment daemonEnvironment()
 {
@@ -87,7 +90,7 @@ bool DaemonProcess::isRunning() const
 
 bool DaemonProcess::waitForName()
 {
-    return waitFor([this] { return ownsName(); });
+    return waitFor([this] { return ownsName() && objectAnswers(); });
 }
 
 bool DaemonProcess::waitForLine(const QString& text)
@@ -160,10 +163,18 @@ bool DaemonProcess::waitFor(const std::function<bool()>& condition)
 
 bool DaemonProcess::ownsName() const
 {
-    const QString name = QStringLiteral("com.zavro.moodsetd");
-    QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
-    return isRunning() && bus->isServiceRegistered(name)
-        && bus->servicePid(name).value() == processId();
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    return isRunning() && bus.interface()->isServiceRegistered(serviceName)
+        && bus.interface()->servicePid(serviceName).value() == processId();
+}
+
+bool DaemonProcess::objectAnswers() const
+{
+    const QDBusMessage call = QDBusMessage::createMethodCall(
+        serviceName, QStringLiteral("/com/zavro/moodsetd"),
+        QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, deadlineMs);
+    return reply.type() == QDBusMessage::ReplyMessage;
 }
 
 void DaemonProcess::readLog()
