@@ -4,7 +4,9 @@
 #include "content/moodsetcontent.h"
 #include "content/sqlbatch.h"
 
+#include <QFileInfo>
 #include <QImageReader>
+#include <QSize>
 #include <QVariant>
 
 #include <quillmetadata.h>
@@ -15,6 +17,14 @@ const char* const UpdateFunction = "virtual bool ImageManager::updateMetaData()"
 
 /// As many pictures as m_modifiedQuery gives at most.
 constexpr int BatchSize = 100;
+
+/// The size of the picture at a path, invalid if there is none that can be read.
+QSize pictureSize(const QString& path)
+{
+    // The reader would wait for ever on a FIFO, and would look for a missing file's namesakes with
+    // the suffixes of pictures.
+    return QFileInfo(path).isFile() ? QImageReader(path).size() : QSize();
+}
 
 } // namespace
 
@@ -71,7 +81,7 @@ bool ImageManager::updateMetaData()
         const QVariant id = m_modifiedQuery.value(0);
         const QString path = m_modifiedQuery.value(1).toString() + QLatin1Char('/')
             + m_modifiedQuery.value(2).toString();
-        const QSize size = QImageReader(path).size();
+        const QSize size = pictureSize(path);
         const QuillMetadata metadata(path, QuillMetadata::AllFormats);
         batch.ids.append({id});
         batch.images.append(
