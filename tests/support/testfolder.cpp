@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QtTest>
 
+#include <array>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -77,9 +78,9 @@ void TestFolder::setModified(const QString& name, const QDateTime& time)
     const timespec modified{
         static_cast<time_t>((milliseconds - remainder) / 1000),
         static_cast<long>(remainder) * 1000000};
-    const timespec times[2] = {{0, UTIME_OMIT}, modified};
+    const std::array<timespec, 2> times{timespec{0, UTIME_OMIT}, modified};
     require(
-        utimensat(AT_FDCWD, QFile::encodeName(path(name)).constData(), times, 0) == 0,
+        utimensat(AT_FDCWD, QFile::encodeName(path(name)).constData(), times.data(), 0) == 0,
         "set the time of", name);
 }
 

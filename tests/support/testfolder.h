@@ -18,8 +18,8 @@ public:
     ~TestFolder();
     Q_DISABLE_COPY_MOVE(TestFolder)
 
-    QString path() const;
-    QString path(const QString& name) const;
+    [[nodiscard]] QString path() const;
+    [[nodiscard]] QString path(const QString& name) const;
 
     /// Makes or overwrites a file.
     void write(const QString& name, const QByteArray& content = "content");

@@ -22,7 +22,7 @@ public:
     /// Reads all changes that the kernel has to tell, in one read.
     void readEvents();
     /// The event masks of the kernel's watches, sorted.
-    QVector<uint> watchMasks() const;
+    [[nodiscard]] QVector<uint> watchMasks() const;
 
     bool event(QEvent* event) override;
 

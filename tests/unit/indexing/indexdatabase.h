@@ -35,16 +35,17 @@ public:
         const QByteArray& verb, int nth, const QByteArray& table = {},
         const QByteArray& column = {});
     /// Whether a transaction is open on the connection.
-    bool isInTransaction() const;
+    [[nodiscard]] bool isInTransaction() const;
 
-    LibraryDatabase::Rows rows(const QString& statement, const QVariantList& values = {}) const;
-    QVariant value(const QString& statement, const QVariantList& values = {}) const;
+    [[nodiscard]] LibraryDatabase::Rows rows(
+        const QString& statement, const QVariantList& values = {}) const;
+    [[nodiscard]] QVariant value(const QString& statement, const QVariantList& values = {}) const;
     /// The names of the files of the directory at `path` that have a row, sorted.
-    QStringList fileNames(const QString& path) const;
+    [[nodiscard]] QStringList fileNames(const QString& path) const;
     /// The paths of all directories that have a row, sorted.
-    QStringList directoryPaths() const;
+    [[nodiscard]] QStringList directoryPaths() const;
     /// The only `file.id` of that name.
-    qint64 fileId(const QString& fileName) const;
+    [[nodiscard]] qint64 fileId(const QString& fileName) const;
 
 private:
     /// A kind of statement that is not to be prepared, and how many of it are yet to pass.
@@ -58,7 +59,7 @@ private:
     static int authorize(
         void* refusal, int action, const char* table, const char* column, const char* database,
         const char* trigger);
-    sqlite3* handle() const;
+    [[nodiscard]] sqlite3* handle() const;
 
     QTemporaryDir m_folder;
     QueryAgentDatabase m_connection;

@@ -19,7 +19,7 @@ const QString FileInsert =
 
 QDateTime someTime()
 {
-    return QDateTime(QDate(2022, 3, 4), QTime(5, 6, 7, 89));
+    return {QDate(2022, 3, 4), QTime(5, 6, 7, 89)};
 }
 
 /// A watched folder with the files "known" and "other", whose metadata has been read.
@@ -40,19 +40,19 @@ struct WatchedFolder
         manager.runToIdle();
         database.exec(QStringLiteral("UPDATE file SET metadataCurrent = 1;"));
     }
-    QStringList fileNames() const { return database.fileNames(folder.path()); }
-    QVariant metadataCurrent(const QString& name) const
+    [[nodiscard]] QStringList fileNames() const { return database.fileNames(folder.path()); }
+    [[nodiscard]] QVariant metadataCurrent(const QString& name) const
     {
         return database.value(
             QStringLiteral("SELECT metadataCurrent FROM file WHERE fileName = ?;"), {name});
     }
-    QDateTime modificationTime(const QString& name) const
+    [[nodiscard]] QDateTime modificationTime(const QString& name) const
     {
         return database
             .value(QStringLiteral("SELECT modificationTime FROM file WHERE fileName = ?;"), {name})
             .toDateTime();
     }
-    QString mimeType(const QString& name) const
+    [[nodiscard]] QString mimeType(const QString& name) const
     {
         return database
             .value(QStringLiteral("SELECT mimeType FROM file WHERE fileName = ?;"), {name})

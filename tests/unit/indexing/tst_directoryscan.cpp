@@ -61,20 +61,20 @@ struct ScannedFolder
         DrivenFileManager manager(database.connection());
         return manager.runToIdle();
     }
-    QStringList fileNames() const { return database.fileNames(folder.path()); }
+    [[nodiscard]] QStringList fileNames() const { return database.fileNames(folder.path()); }
     /// The paths of all directories below the folder that have a row, relative to it.
-    QStringList directoryNames() const
+    [[nodiscard]] QStringList directoryNames() const
     {
         QStringList names = database.directoryPaths();
         names.removeAll(folder.path());
         return names.replaceInStrings(folder.path() + QLatin1Char('/'), QString());
     }
-    QVariant metadataCurrent(const QString& name) const
+    [[nodiscard]] QVariant metadataCurrent(const QString& name) const
     {
         return database.value(
             QStringLiteral("SELECT metadataCurrent FROM file WHERE fileName = ?;"), {name});
     }
-    QDateTime modificationTime(const QString& name) const
+    [[nodiscard]] QDateTime modificationTime(const QString& name) const
     {
         return database
             .value(QStringLiteral("SELECT modificationTime FROM file WHERE fileName = ?;"), {name})
@@ -87,13 +87,13 @@ struct ScannedFolder
 
 QDateTime someTime()
 {
-    return QDateTime(QDate(2022, 3, 4), QTime(5, 6, 7, 89));
+    return {QDate(2022, 3, 4), QTime(5, 6, 7, 89)};
 }
 
 /// The time that ScannedFolder::addFileRow() gives.
 QDateTime rowTime()
 {
-    return QDateTime(QDate(1970, 1, 1), QTime(12, 0));
+    return {QDate(1970, 1, 1), QTime(12, 0)};
 }
 
 } // namespace

@@ -56,17 +56,17 @@ struct Pictures
         QVERIFY(writePicture(folder.path(name), size));
         addRow(name);
     }
-    int pendingRows() const
+    [[nodiscard]] int pendingRows() const
     {
         return database
             .value(QStringLiteral("SELECT count(*) FROM file WHERE metadataCurrent = 0;"))
             .toInt();
     }
-    int imageRows() const
+    [[nodiscard]] int imageRows() const
     {
         return database.value(QStringLiteral("SELECT count(*) FROM image;")).toInt();
     }
-    QSize size(const QString& name) const
+    [[nodiscard]] QSize size(const QString& name) const
     {
         const LibraryDatabase::Rows rows = database.rows(
             QStringLiteral("SELECT width, height FROM image JOIN file ON fileId = id "

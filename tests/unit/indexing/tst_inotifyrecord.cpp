@@ -13,6 +13,10 @@ class InotifyRecordTest : public QObject
 {
     Q_OBJECT
 
+    QScopedPointer<TestFolder> m_folder;
+    int m_descriptor = -1;
+    int m_watch = -1;
+
 private Q_SLOTS:
     void init();
     void cleanup();
@@ -26,11 +30,6 @@ private Q_SLOTS:
     void nameThatIsNotUtf8IsTakenAsUtf8();
     void readsAllThatWaitsHoweverMuch();
     void droppedEventsHaveNoWatch();
-
-private:
-    QScopedPointer<TestFolder> m_folder;
-    int m_descriptor = -1;
-    int m_watch = -1;
 };
 
 void InotifyRecordTest::init()

@@ -105,6 +105,13 @@ class MimeTypeMemoryTest : public QObject
 {
     Q_OBJECT
 
+    /// The names of files in the test's folder for which the memory's first, second or third answer
+    /// is not the database's.
+    QStringList disagreements(const QStringList& names);
+
+    QScopedPointer<TestFolder> m_folder;
+    QScopedPointer<MimeTypeMemory> m_memory;
+
 private Q_SLOTS:
     void init();
     void cleanup();
@@ -128,14 +135,6 @@ private Q_SLOTS:
     void remembersAgainOnceAChangeHasSettled();
     void packageThatIsNotInstalledSuspendsTheMemory();
     void deletedGlobsSuspendTheMemory();
-
-private:
-    /// The names of files in the test's folder for which the memory's first, second or third answer
-    /// is not the database's.
-    QStringList disagreements(const QStringList& names);
-
-    QScopedPointer<TestFolder> m_folder;
-    QScopedPointer<MimeTypeMemory> m_memory;
 };
 
 void MimeTypeMemoryTest::init()
