@@ -4,7 +4,9 @@
 #include "content/moodsetcontent.h"
 #include "content/sqlbatch.h"
 
+#include <QFileInfo>
 #include <QImageReader>
+#include <QSize>
 #include <QVariant>
 
 #include <quillmetadata.h>
@@ -17,6 +19,14 @@ const char* const UpdateFunction = "virtual bool ImageManager::updateMetaData()"
 
 /// As many pictures as m_modifiedQuery gives at most.
 constexpr int BatchSize = 100;
+
+/// The size of the picture at a path, invalid if there is none that can be read.
+QSize pictureSize(const QString& path)
+{
+    // The reader would wait for ever on a FIFO, and would look for a missing file's namesakes with
+    // the suffixes of pictures.
+    return QFileInfo(path).isFile() ? QImageReader(path).size() : QSize();
+}
 
 } // namespace
 
@@ -125,7 +135,7 @@ ImageManager::Batch ImageManager::readTags(const QVector<Picture>& pictures)
 {
     Batch batch;
     for (const Picture& picture : pictures) {
-        const QSize size = QImageReader(picture.path).size();
+        const QSize size = pictureSize(picture.path);
         const QuillMetadata metadata(picture.path, QuillMetadata::AllFormats);
         batch.ids.append({picture.id});
         batch.images.append(

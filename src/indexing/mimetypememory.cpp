@@ -82,7 +82,8 @@ QStringList MimeTypeMemory::rememberedSuffixes() const
 
 bool MimeTypeMemory::isDecidedBySuffix(const QString& fileName, const QString& suffix) const
 {
-    return !m_suffixTypes.value(suffix.toLower()).isNull()
+    // A name that is nothing but a suffix does not match the suffix's glob.
+    return fileName.size() > suffix.size() + 1 && !m_suffixTypes.value(suffix.toLower()).isNull()
         && !m_literalNames.contains(fileName.toLower()) && !m_otherGlobs.match(fileName).hasMatch();
 }
 
