@@ -3,6 +3,7 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QDir>
 #include <QFile>
 #include <QProcessEnvironment>
@@ -13,6 +14,8 @@
 #include <csignal>
 
 namespace {
+
+const auto serviceName = QStringLiteral("com.zavro.moodsetd");
 
 QProcessEnvironment daemonEnvironment()
 {
@@ -91,7 +94,7 @@ bool DaemonProcess::isRunning() const
 
 bool DaemonProcess::waitForName()
 {
-    return waitFor([this] { return ownsName(); });
+    return waitFor([this] { return ownsName() && objectAnswers(); });
 }
 
 bool DaemonProcess::waitForLine(const QString& text)
@@ -179,10 +182,18 @@ bool DaemonProcess::waitFor(const std::function<bool()>& condition)
 
 bool DaemonProcess::ownsName() const
 {
-    const QString name = QStringLiteral("com.zavro.moodsetd");
-    QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
-    return isRunning() && bus->isServiceRegistered(name)
-        && bus->servicePid(name).value() == processId();
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    return isRunning() && bus.interface()->isServiceRegistered(serviceName)
+        && bus.interface()->servicePid(serviceName).value() == processId();
+}
+
+bool DaemonProcess::objectAnswers() const
+{
+    const QDBusMessage call = QDBusMessage::createMethodCall(
+        serviceName, QStringLiteral("/com/zavro/moodsetd"),
+        QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, deadlineMs);
+    return reply.type() == QDBusMessage::ReplyMessage;
 }
 
 bool DaemonProcess::isPaused() const

@@ -20,6 +20,22 @@ private:
     const QString m_playedDaemon = QStringLiteral(PLAYED_DAEMON);
 
 private Q_SLOTS:
+    void theObjectAnswersOnceTheNameIsThere()
+    {
+        DaemonProcess daemon(m_playedDaemon);
+        setPlay(daemon, "run");
+
+        QVERIFY(daemon.start());
+        QVERIFY(daemon.waitForName());
+
+        const QDBusMessage call = QDBusMessage::createMethodCall(
+            QStringLiteral("com.zavro.moodsetd"), QStringLiteral("/com/zavro/moodsetd"),
+            QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
+        const QDBusMessage reply = QDBusConnection::sessionBus().call(call);
+        QVERIFY2(reply.type() == QDBusMessage::ReplyMessage, qPrintable(reply.errorMessage()));
+        daemon.takeWarnings();
+    }
+
     void followsALifeByItsLog()
     {
         DaemonProcess daemon(m_playedDaemon);
