@@ -4,6 +4,7 @@
 #include "content/moodsetcontent.h"
 #include "content/sqlbatch.h"
 
+#include <QFileInfo>
 #include <QImageReader>
 #include <QVariant>
 
@@ -15,6 +16,14 @@ const char* const UpdateFunction = "virtual bool ImageManager::updateMetaData()"
 
 /// As many pictures as m_modifiedQuery gives at most.
 constexpr int BatchSize = 100;
+
+/// The size that a picture's header tells; -1 by -1 if it cannot be read.
+QSize pictureSize(const QString& path)
+{
+    // What stands there now need not be what the row was made for. To open a FIFO would be to wait
+    // for a writer, for ever.
+    return QFileInfo(path).isFile() ? QImageReader(path).size() : QSize();
+}
 
 } // namespace
 
@@ -71,7 +80,7 @@ bool ImageManager::updateMetaData()
         const QVariant id = m_modifiedQuery.value(0);
         const QString path = m_modifiedQuery.value(1).toString() + QLatin1Char('/')
             + m_modifiedQuery.value(2).toString();
-        const QSize size = QImageReader(path).size();
+        const QSize size = pictureSize(path);
         const QuillMetadata metadata(path, QuillMetadata::AllFormats);
         batch.ids.append({id});
         batch.images.append(
