@@ -30,8 +30,9 @@ QString warningText(const QString& line)
 {
     for (const auto& type :
          {QStringLiteral("warning: "), QStringLiteral("critical: "), QStringLiteral("fatal: ")}) {
-        if (line.startsWith(type))
+        if (line.startsWith(type)) {
             return line.mid(type.size());
+        }
     }
     return {};
 }
@@ -49,8 +50,9 @@ DaemonProcess::DaemonProcess(const QString& executable)
 
 DaemonProcess::~DaemonProcess()
 {
-    if (isRunning())
+    if (isRunning()) {
         kill();
+    }
     const QStringList strays = takeWarnings();
     if (!strays.isEmpty()) {
         const QString report = QStringLiteral("Stray messages of the daemon:\n    %1")
@@ -169,8 +171,9 @@ QStringList DaemonProcess::takeWarnings()
     QStringList texts;
     while (m_linesSearchedForWarnings < m_lines.count()) {
         const QString text = warningText(m_lines.at(m_linesSearchedForWarnings++));
-        if (!text.isNull())
+        if (!text.isNull()) {
             texts.append(text);
+        }
     }
     return texts;
 }
@@ -211,6 +214,7 @@ void DaemonProcess::readLog()
     m_unfinishedLine += m_process.readAll();
     QList<QByteArray> lines = m_unfinishedLine.split('\n');
     m_unfinishedLine = lines.takeLast();
-    for (const QByteArray& line : std::as_const(lines))
+    for (const QByteArray& line : std::as_const(lines)) {
         m_lines.append(QString::fromLocal8Bit(line));
+    }
 }
