@@ -10,6 +10,9 @@
 #include <QStandardPaths>
 #include <QtTest>
 
+#include <algorithm>
+#include <csignal>
+
 namespace {
 
 const auto serviceName = QStringLiteral("com.zavro.moodsetd");
@@ -76,6 +79,7 @@ void DaemonProcess::setEnvironment(const QString& name, const QString& value)
 
 bool DaemonProcess::start()
 {
+    m_linesSearchedForIdle = m_lines.count();
     m_process.start();
     return m_process.waitForStarted(deadlineMs);
 }
@@ -120,6 +124,19 @@ bool DaemonProcess::waitForEnd()
     return ended;
 }
 
+bool DaemonProcess::pause()
+{
+    if (!isRunning() || ::kill(static_cast<pid_t>(processId()), SIGSTOP) != 0)
+        return false;
+    return waitFor([this] { return isPaused(); });
+}
+
+void DaemonProcess::resume()
+{
+    if (isRunning())
+        ::kill(static_cast<pid_t>(processId()), SIGCONT);
+}
+
 bool DaemonProcess::terminate()
 {
     m_process.terminate();
@@ -149,6 +166,8 @@ QStringList DaemonProcess::lines() const
 
 QStringList DaemonProcess::takeWarnings()
 {
+    // Each read comes back to readLog().
+    while (isRunning() && m_process.waitForReadyRead(0)) { }
     QStringList texts;
     while (m_linesSearchedForWarnings < m_lines.count()) {
         const QString text = warningText(m_lines.at(m_linesSearchedForWarnings++));
@@ -178,6 +197,16 @@ bool DaemonProcess::objectAnswers() const
         QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
     const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, deadlineMs);
     return reply.type() == QDBusMessage::ReplyMessage;
+}
+
+bool DaemonProcess::isPaused() const
+{
+    const QDir tasks(QStringLiteral("/proc/%1/task").arg(processId()));
+    const QStringList threads = tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    return std::all_of(threads.begin(), threads.end(), [&tasks](const QString& thread) {
+        QFile status(tasks.filePath(thread + QStringLiteral("/status")));
+        return status.open(QIODevice::ReadOnly) && status.readAll().contains("\nState:\tT");
+    });
 }
 
 void DaemonProcess::readLog()
