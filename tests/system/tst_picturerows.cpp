@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "daemonsession.h"
 #include "exifbuilder.h"
-#include "librarylock.h"
-#include "picturefile.h"
 
 #include <QtTest>
-
-#include <sys/stat.h>
 
 /// What the table `image` holds of real, odd and broken pictures.
 class PictureRowsTest : public QObject
@@ -197,36 +193,6 @@ private Q_SLOTS:
         QCOMPARE(session.pictureSize(picture), QSize(-1, -1));
         QVERIFY(row.at(3).isNull());
         verifyReaderWarnings(session.daemon.takeWarnings(), 1);
-    }
-
-    void doesNotWaitForAFifoThatTookAPicturesPlace()
-    {
-        DaemonSession session;
-        const QString picture = session.folders.picture(QStringLiteral("a.png"));
-        QVERIFY(writePicture(session.folders.elsewhere(QStringLiteral("a.png")), QSize(3, 2)));
-        QVERIFY(session.start());
-        {
-            // The event has been read, and its row cannot be written yet.
-            const LibraryLock lock;
-            QVERIFY(lock.isHeld());
-            QVERIFY(QFile::rename(session.folders.elsewhere(QStringLiteral("a.png")), picture));
-            BusClient::send(QStringLiteral("refreshMoodsets"), {});
-            QVERIFY(BusClient::ping());
-            QVERIFY(QFile::remove(picture));
-            QCOMPARE(::mkfifo(QFile::encodeName(picture).constData(), 0600), 0);
-        }
-
-        QVERIFY(BusClient::isAnswered());
-        QVERIFY(session.daemon.waitForLine(QStringLiteral("\"INSERT INTO file")));
-        QVERIFY(session.waitUntilFollowed());
-        const QVariantList row = imageRow(session, picture);
-        QCOMPARE(row.count(), 4);
-        QVERIFY(row.at(0).isNull());
-        QCOMPARE(session.pictureSize(picture), QSize(-1, -1));
-        // The FIFO's own event brings a row for a name that has one.
-        QCOMPARE(
-            session.daemon.takeWarnings().value(1),
-            QStringLiteral("Failed to execute m_fileInsert."));
     }
 };
 
