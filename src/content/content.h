@@ -9,7 +9,7 @@
 /// A read handle on a shared record of any kind, or on none.
 ///
 /// Copies share the record, which dies with its last handle. Handles may cross threads.
-class Content
+class MOODSET_CONTENT_EXPORT Content
 {
 public:
     Content() = default;
@@ -31,8 +31,8 @@ private:
 };
 
 /// Whether both are null, or both are records of one type and id. No other field counts.
-bool operator==(const Content& left, const Content& right);
-bool operator!=(const Content& left, const Content& right);
+MOODSET_CONTENT_EXPORT bool operator==(const Content& left, const Content& right);
+MOODSET_CONTENT_EXPORT bool operator!=(const Content& left, const Content& right);
 
 /// A typed copy-on-write handle on a record of class T, or on none.
 ///

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "export.h"
 #include "moodsetcontent.h"
 
 #include <QSharedData>
@@ -13,7 +14,7 @@
 /// A record publishes its fields under numbered roles, as a list model does; each class documents
 /// its own numbers. Records live on the heap and are shared by Content and ContentSpecialization
 /// handles, which may cross threads; a shared record is never written to.
-class ContentData : public QSharedData
+class MOODSET_CONTENT_EXPORT ContentData : public QSharedData
 {
 public:
     virtual ~ContentData();

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "contentmanager.h"
 
+#include "databasewarning.h"
+#include "queryagent.h"
 #include "queryagentdatabase.h"
-#include "querywarning.h"
 #include "service/albumgallery.h"
 #include "sqlbatch.h"
 
@@ -40,7 +41,7 @@ bool ContentManager::remove(qint64 id)
 
 void ContentManager::warn(const QSqlQuery& query, const char* function, const char* message)
 {
-    warnOfQuery(query, function, message);
+    QueryAgent::warn(query, function, message);
 }
 
 bool ContentManager::rollback(const QSqlQuery& query, const char* function, const char* message)

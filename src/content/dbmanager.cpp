@@ -3,7 +3,7 @@
 
 #include "contentmanager.h"
 #include "databaseschema.h"
-#include "querywarning.h"
+#include "queryagent.h"
 
 #include <QDebug>
 #include <QDir>
@@ -21,7 +21,7 @@ const char* const Constructor = "DbManager::DbManager()";
 /// How often a file is tried before the daemon goes on with what it has.
 constexpr int OpenAttempts = 2;
 
-/// The statement's text comes before the error here, unlike in warnOfQuery().
+/// The statement's text comes before the error here, unlike in QueryAgent::warn().
 void warnOfQueryTextFirst(const QSqlQuery& query, const char* function, const char* message)
 {
     qWarning() << function;
@@ -233,6 +233,6 @@ void DbManager::scheduleTranslationUpdate()
     if (!query.exec(QStringLiteral("UPDATE file SET metadataCurrent = 0 WHERE directoryId IN "
                                    "( SELECT id FROM directory WHERE scope = %1);")
                         .arg(packagedScope))) {
-        warnOfQuery(query, Constructor, "Failed to schedule a translation update");
+        QueryAgent::warn(query, Constructor, "Failed to schedule a translation update");
     }
 }

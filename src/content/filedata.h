@@ -8,7 +8,7 @@
 #include <QString>
 
 /// A file of the library.
-class FileData : public ContentData
+class MOODSET_CONTENT_EXPORT FileData : public ContentData
 {
 public:
     enum Role : int {

@@ -13,7 +13,7 @@
 /// Roles 0 to 3 are those of FileData; role 4, named "readOnly" here, answers with the file path,
 /// and from 6 on the numbers have meanings of their own. Use `permissions` to tell a read-only
 /// moodset.
-class MoodsetData : public FileData
+class MOODSET_CONTENT_EXPORT MoodsetData : public FileData
 {
 public:
     enum Role : int {

@@ -6,7 +6,7 @@
 #include <QDateTime>
 
 /// A picture of the library. Roles 0 to 6 are those of FileData.
-class PhotoData : public FileData
+class MOODSET_CONTENT_EXPORT PhotoData : public FileData
 {
 public:
     enum Role : int {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "export.h"
 #include "moodsetcontent.h"
 
 #include <QCache>
@@ -15,7 +16,7 @@ class QueryAgent;
 ///
 /// The object is a QSQLITE connection without a name: it stays in one place and is never looked up.
 /// Copies of its QSqlDatabase handle share the connection. Use from the thread that made it.
-class QueryAgentDatabase : public QSqlDatabase
+class MOODSET_CONTENT_EXPORT QueryAgentDatabase : public QSqlDatabase
 {
 public:
     QueryAgentDatabase();

@@ -3,7 +3,7 @@
 #include "filemanager.h"
 #include "inotifyrecord.h"
 
-#include "content/querywarning.h"
+#include "content/databasewarning.h"
 
 #include <QDateTime>
 #include <QFileInfo>

@@ -2,7 +2,6 @@
 #include "filemanager.h"
 
 #include "content/moodsetcontent.h"
-#include "content/querywarning.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

@@ -1,0 +1,25 @@
+# SPDX-License-Identifier: BSD-3-Clause
+# Installs the content library with a CMake package and a pkg-config file.
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MoodsetContent)
+install(TARGETS moodset-content EXPORT MoodsetContentTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/moodset-content)
+install(EXPORT MoodsetContentTargets NAMESPACE MoodsetContent:: DESTINATION ${package_dir})
+
+configure_package_config_file(
+  ${CMAKE_CURRENT_LIST_DIR}/MoodsetContentConfig.cmake.in
+  ${CMAKE_CURRENT_BINARY_DIR}/MoodsetContentConfig.cmake
+  INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(
+  ${CMAKE_CURRENT_BINARY_DIR}/MoodsetContentConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+configure_file(
+  ${CMAKE_CURRENT_LIST_DIR}/moodset-content.pc.in ${CMAKE_CURRENT_BINARY_DIR}/moodset-content.pc
+  @ONLY)
+install(FILES
+  ${CMAKE_CURRENT_BINARY_DIR}/MoodsetContentConfig.cmake
+  ${CMAKE_CURRENT_BINARY_DIR}/MoodsetContentConfigVersion.cmake
+  DESTINATION ${package_dir})
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/moodset-content.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
