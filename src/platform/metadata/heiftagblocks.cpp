@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "heiftagblocks.h"
+
+#include "bytereader.h"
+#include "regularfile.h"
+
+#include <QByteArray>
+
+#include <limits>
+#include <optional>
+
+namespace {
+
+// The box that describes the items takes some 10 KB for a picture of a hundred tiles.
+constexpr qint64 kMaximumDescription = 256 * 1024;
+
+struct Box
+{
+    QByteArray type;
+    FileRange content;
+    qint64 end = 0;
+};
+
+/// The box at `offset` within what ends at `limit`, if there is a whole one.
+std::optional<Box> boxAt(RegularFile& file, qint64 offset, qint64 limit)
+{
+    constexpr int kLongHeadSize = 16;
+    ByteReader head(
+        file.read(offset, static_cast<int>(qMin<qint64>(kLongHeadSize, limit - offset))));
+    quint64 size = head.u32();
+    const QByteArray type = head.take(4);
+    if (size == 1) {
+        size = head.u64();
+    } else if (size == 0) {
+        size = static_cast<quint64>(limit - offset); // up to the end
+    }
+    const bool fits = size >= static_cast<quint64>(head.position())
+        && size <= static_cast<quint64>(limit - offset);
+    if (!head.isGood() || !fits) {
+        return {};
+    }
+    const qint64 end = offset + static_cast<qint64>(size);
+    return Box{type, {offset + head.position(), end - offset - head.position()}, end};
+}
+
+/// The first box of the type in `range`, an empty range if there is none.
+FileRange findBox(RegularFile& file, const FileRange& range, const char* type)
+{
+    const qint64 limit = range.offset + range.length;
+    qint64 offset = range.offset;
+    while (const std::optional<Box> box = boxAt(file, offset, limit)) {
+        if (box->type == type) {
+            return box->content;
+        }
+        offset = box->end;
+    }
+    return {};
+}
+
+QByteArray readDescription(RegularFile& file, const FileRange& range)
+{
+    return file.read(range.offset, static_cast<int>(qMin(range.length, kMaximumDescription)));
+}
+
+/// The numbers of the items that hold tags.
+struct TagItems
+{
+    std::optional<quint32> exif;
+    std::optional<quint32> xmp;
+};
+
+void takeItem(const QByteArray& description, TagItems* items)
+{
+    ByteReader reader(description);
+    const quint8 version = reader.u8();
+    reader.take(3); // flags
+    const quint32 id = version >= 3 ? reader.u32() : reader.u16();
+    reader.u16(); // protection
+    const QByteArray type = reader.take(4);
+    if (version < 2 || !reader.isGood()) {
+        return;
+    }
+    if (type == "Exif" && !items->exif) {
+        items->exif = id;
+    } else if (type == "mime" && !items->xmp) {
+        reader.takeText(); // the name
+        if (reader.takeText() == "application/rdf+xml") {
+            items->xmp = id;
+        }
+    }
+}
+
+TagItems findItems(RegularFile& file, const FileRange& itemInformation)
+{
+    constexpr int kVersionAndFlags = 4;
+    TagItems items;
+    ByteReader head(file.read(itemInformation.offset, 1));
+    const int countSize = head.u8() == 0 ? 2 : 4;
+    const qint64 limit = itemInformation.offset + itemInformation.length;
+    qint64 offset = itemInformation.offset + kVersionAndFlags + countSize;
+    while (const std::optional<Box> box = boxAt(file, offset, limit)) {
+        if (box->type == "infe") {
+            constexpr int kMaximumItem = 512;
+            const int size = static_cast<int>(qMin<qint64>(box->content.length, kMaximumItem));
+            takeItem(file.read(box->content.offset, size), &items);
+        }
+        offset = box->end;
+    }
+    return items;
+}
+
+/// Where an item stands: its one piece, in the file or in the box "idat" beside the description.
+struct ItemPlace
+{
+    enum class Origin { File, DataBox } origin = Origin::File;
+    FileRange range;
+};
+
+/// Reads the box "iloc", a list of items with the pieces of each.
+class ItemLocations
+{
+public:
+    explicit ItemLocations(const QByteArray& content)
+        : m_reader(content)
+    {
+        m_version = m_reader.u8();
+        m_reader.take(3); // flags
+        const quint8 sizes = m_reader.u8();
+        const quint8 moreSizes = m_reader.u8();
+        m_offsetSize = sizes >> 4;
+        m_lengthSize = sizes & 0xf;
+        m_baseSize = moreSizes >> 4;
+        m_indexSize = m_version > 0 ? moreSizes & 0xf : 0;
+        m_count = number();
+    }
+
+    /// The place of the item, if it stands in one piece in this file.
+    std::optional<ItemPlace> find(quint32 id)
+    {
+        for (quint32 i = 0; i < m_count && m_reader.isGood(); ++i) {
+            const bool isWanted = number() == id;
+            const std::optional<ItemPlace> place = next();
+            if (isWanted) {
+                return m_reader.isGood() ? place : std::nullopt;
+            }
+        }
+        return {};
+    }
+
+private:
+    quint32 number() { return m_version < 2 ? m_reader.u16() : m_reader.u32(); }
+
+    std::optional<ItemPlace> next()
+    {
+        const int method = m_version > 0 ? m_reader.u16() & 0xf : 0;
+        const bool isHere = m_reader.u16() == 0;
+        const quint64 base = m_reader.unsignedOfWidth(m_baseSize);
+        const quint16 pieces = m_reader.u16();
+        quint64 offset = 0;
+        quint64 length = 0;
+        for (quint16 i = 0; i < pieces && m_reader.isGood(); ++i) {
+            m_reader.unsignedOfWidth(m_indexSize);
+            offset = base + m_reader.unsignedOfWidth(m_offsetSize);
+            length = m_reader.unsignedOfWidth(m_lengthSize);
+        }
+        constexpr auto kLargest = static_cast<quint64>(std::numeric_limits<qint64>::max());
+        if (!isHere || method > 1 || pieces != 1 || offset > kLargest || length > kLargest) {
+            return {};
+        }
+        return ItemPlace{
+            method == 0 ? ItemPlace::Origin::File : ItemPlace::Origin::DataBox,
+            {static_cast<qint64>(offset), static_cast<qint64>(length)}};
+    }
+
+    ByteReader m_reader;
+    quint8 m_version = 0;
+    int m_offsetSize = 0;
+    int m_lengthSize = 0;
+    int m_baseSize = 0;
+    int m_indexSize = 0;
+    quint32 m_count = 0;
+};
+
+/// The bytes of the item, cut to what contains them.
+FileRange itemRange(
+    RegularFile& file, const FileRange& description, const QByteArray& locations,
+    std::optional<quint32> id)
+{
+    const auto place = id ? ItemLocations(locations).find(*id) : std::nullopt;
+    if (!place) {
+        return {};
+    }
+    const bool inFile = place->origin == ItemPlace::Origin::File;
+    const FileRange origin =
+        inFile ? FileRange{0, file.size()} : findBox(file, description, "idat");
+    const qint64 available = origin.length - place->range.offset;
+    if (available <= 0) {
+        return {};
+    }
+    return {origin.offset + place->range.offset, qMin(place->range.length, available)};
+}
+
+/// Steps over the head of an Exif item, which says how far behind it the directories begin.
+FileRange withoutItemHead(RegularFile& file, const FileRange& item)
+{
+    constexpr int kHeadSize = 4;
+    ByteReader head(file.read(item.offset, kHeadSize));
+    const qint64 skipped = kHeadSize + qint64(head.u32());
+    return head.isGood() ? FileRange{item.offset + skipped, item.length - skipped} : FileRange{};
+}
+
+} // namespace
+
+TagBlocks findInHeif(RegularFile& file)
+{
+    constexpr int kVersionAndFlags = 4;
+    FileRange description = findBox(file, {0, file.size()}, "meta");
+    description.offset += kVersionAndFlags;
+    description.length -= kVersionAndFlags;
+    const TagItems items = findItems(file, findBox(file, description, "iinf"));
+    const QByteArray locations = readDescription(file, findBox(file, description, "iloc"));
+    const FileRange exifItem = itemRange(file, description, locations, items.exif);
+    return {withoutItemHead(file, exifItem), itemRange(file, description, locations, items.xmp)};
+}

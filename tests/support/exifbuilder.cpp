@@ -1,0 +1,309 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "exifbuilder.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QtEndian>
+
+namespace {
+
+constexpr int kTiffHeaderSize = 8;
+constexpr int kEntrySize = 12;
+constexpr quint16 kExifPointer = 0x8769;
+
+template <typename Number>
+QByteArray bigEndian(Number number)
+{
+    QByteArray bytes(int(sizeof(Number)), '\0');
+    qToBigEndian(number, bytes.data());
+    return bytes;
+}
+
+template <typename Number>
+QByteArray littleEndian(Number number)
+{
+    QByteArray bytes(int(sizeof(Number)), '\0');
+    qToLittleEndian(number, bytes.data());
+    return bytes;
+}
+
+QByteArray evenSized(const QByteArray& bytes)
+{
+    return bytes.size() % 2 == 0 ? bytes : bytes + '\0';
+}
+
+QByteArray encodedPicture(const QSize& size, const char* format)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::darkGreen);
+    QBuffer buffer;
+    if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, format)) {
+        qFatal("cannot write a picture of the format %s", format);
+    }
+    return buffer.data();
+}
+
+QByteArray jpegSegment(const QByteArray& content)
+{
+    return "\xff\xe1" + bigEndian(quint16(content.size() + 2)) + content;
+}
+
+quint32 pngChecksum(const QByteArray& bytes)
+{
+    quint32 sum = 0xffffffff;
+    for (const char byte : bytes) {
+        sum ^= quint8(byte);
+        for (int bit = 0; bit < 8; ++bit) {
+            sum = (sum >> 1) ^ ((sum & 1) != 0 ? 0xedb88320 : 0);
+        }
+    }
+    return ~sum;
+}
+
+QByteArray pngChunk(const QByteArray& type, const QByteArray& content)
+{
+    return bigEndian(quint32(content.size())) + type + content
+        + bigEndian(pngChecksum(type + content));
+}
+
+QByteArray riffChunk(const QByteArray& type, const QByteArray& content)
+{
+    return type + littleEndian(quint32(content.size())) + evenSized(content);
+}
+
+QByteArray box(const QByteArray& type, const QByteArray& content)
+{
+    return bigEndian(quint32(content.size() + 8)) + type + content;
+}
+
+QByteArray fullBox(const QByteArray& type, quint8 version, const QByteArray& content)
+{
+    return box(type, bigEndian(quint32(version) << 24) + content);
+}
+
+QByteArray itemEntry(quint16 id, const QByteArray& typeAndName)
+{
+    return fullBox("infe", 2, bigEndian(id) + bigEndian(quint16(0)) + typeAndName);
+}
+
+QByteArray itemLocation(HeifLayout layout, quint16 id, int offset, int length)
+{
+    const QByteArray here = bigEndian(quint16(0));
+    const QByteArray onePiece = bigEndian(quint16(1));
+    switch (layout) {
+    case HeifLayout::MediaData:
+        return bigEndian(id) + here + onePiece + bigEndian(quint32(offset))
+            + bigEndian(quint32(length));
+    case HeifLayout::MediaDataLongNumbers:
+        return bigEndian(quint32(id)) + bigEndian(quint16(0)) + here + bigEndian(quint64(offset))
+            + onePiece + bigEndian(quint64(0)) + bigEndian(quint64(length));
+    case HeifLayout::DataBox:
+        return bigEndian(id) + bigEndian(quint16(1)) + here + onePiece + bigEndian(quint32(offset))
+            + bigEndian(quint32(length));
+    }
+    return {};
+}
+
+QByteArray itemLocationsHead(HeifLayout layout)
+{
+    switch (layout) {
+    case HeifLayout::MediaData:
+    case HeifLayout::DataBox:
+        return QByteArray("\x44\x00\x00\x02", 4); // 4 bytes for offset and length, two items
+    case HeifLayout::MediaDataLongNumbers:
+        return QByteArray("\x88\x80\x00\x00\x00\x02", 6); // 8 bytes for all, two items
+    }
+    return {};
+}
+
+quint8 itemLocationsVersion(HeifLayout layout)
+{
+    switch (layout) {
+    case HeifLayout::MediaData:
+        return 0;
+    case HeifLayout::DataBox:
+        return 1;
+    case HeifLayout::MediaDataLongNumbers:
+        return 2;
+    }
+    return 0;
+}
+
+} // namespace
+
+ExifBuilder::ExifBuilder(Order order)
+    : m_order(order)
+{
+}
+
+ExifBuilder& ExifBuilder::text(quint16 tag, const QByteArray& text)
+{
+    return value(tag, Ascii, quint32(text.size() + 1), text + '\0');
+}
+
+ExifBuilder& ExifBuilder::number(quint16 tag, quint16 number)
+{
+    return value(tag, Short, 1, number16(number));
+}
+
+ExifBuilder& ExifBuilder::value(quint16 tag, quint16 type, quint32 count, const QByteArray& bytes)
+{
+    (tag >= 0x9000 ? m_exif : m_main)[tag] = {type, count, bytes};
+    return *this;
+}
+
+ExifBuilder& ExifBuilder::leadingBytes(const QByteArray& bytes)
+{
+    m_leadingBytes = evenSized(bytes);
+    return *this;
+}
+
+QByteArray ExifBuilder::number16(quint16 number) const
+{
+    return m_order == Order::BigEndian ? bigEndian(number) : littleEndian(number);
+}
+
+QByteArray ExifBuilder::number32(quint32 number) const
+{
+    return m_order == Order::BigEndian ? bigEndian(number) : littleEndian(number);
+}
+
+/// The directory as it stands at `offset` of the block, with its values behind it.
+QByteArray ExifBuilder::serialized(const Directory& directory, int offset) const
+{
+    const int size = 2 + kEntrySize * int(directory.size()) + 4;
+    QByteArray entries = number16(quint16(directory.size()));
+    QByteArray values;
+    for (const auto& [tag, entry] : directory) {
+        const bool fits = entry.bytes.size() <= 4;
+        entries += number16(tag) + number16(entry.type) + number32(entry.count)
+            + (fits ? entry.bytes.leftJustified(4, '\0')
+                    : number32(quint32(offset + size + values.size())));
+        values += fits ? QByteArray() : evenSized(entry.bytes);
+    }
+    return entries + number32(0) + values;
+}
+
+QByteArray ExifBuilder::block() const
+{
+    const int mainOffset = kTiffHeaderSize + m_leadingBytes.size();
+    const QByteArray header = (m_order == Order::BigEndian ? "MM" : "II") + number16(42)
+        + number32(quint32(mainOffset)) + m_leadingBytes;
+    if (m_exif.empty()) {
+        return header + serialized(m_main, mainOffset);
+    }
+    Directory main = m_main;
+    main[kExifPointer] = {Long, 1, number32(0)};
+    const int exifOffset = mainOffset + serialized(main, mainOffset).size();
+    main[kExifPointer].bytes = number32(quint32(exifOffset));
+    return header + serialized(main, mainOffset) + serialized(m_exif, exifOffset);
+}
+
+QByteArray exifBlock(const QByteArray& dateTimeOriginal, int orientation)
+{
+    ExifBuilder builder;
+    if (!dateTimeOriginal.isEmpty()) {
+        builder.text(ExifBuilder::DateTimeOriginal, dateTimeOriginal);
+    }
+    if (orientation >= 0) {
+        builder.number(ExifBuilder::Orientation, quint16(orientation));
+    }
+    return builder.block();
+}
+
+QByteArray xmpPacket(const QByteArray& attributes)
+{
+    return "<?xpacket begin=\"\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>"
+           "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">"
+           "<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">"
+           "<rdf:Description rdf:about=\"\""
+           " xmlns:exif=\"http://ns.adobe.com/exif/1.0/\""
+           " xmlns:photoshop=\"http://ns.adobe.com/photoshop/1.0/\""
+           " xmlns:tiff=\"http://ns.adobe.com/tiff/1.0/\""
+           " xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\" "
+        + attributes + "/></rdf:RDF></x:xmpmeta><?xpacket end=\"w\"?>";
+}
+
+QByteArray jpegWithExif(const QByteArray& exif, const QByteArray& xmp, const QSize& size)
+{
+    QByteArray segments;
+    if (!exif.isEmpty()) {
+        segments += jpegSegment(QByteArray("Exif\0\0", 6) + exif);
+    }
+    if (!xmp.isEmpty()) {
+        segments += jpegSegment(QByteArray("http://ns.adobe.com/xap/1.0/\0", 29) + xmp);
+    }
+    return encodedPicture(size, "jpg").insert(2, segments);
+}
+
+QByteArray pngWithExif(const QByteArray& exif, const QByteArray& xmp, const QSize& size)
+{
+    constexpr int kBehindHeader = 33;
+    QByteArray chunks;
+    if (!exif.isEmpty()) {
+        chunks += pngChunk("eXIf", exif);
+    }
+    if (!xmp.isEmpty()) {
+        chunks += pngChunk("iTXt", QByteArray("XML:com.adobe.xmp\0\0\0\0\0", 22) + xmp);
+    }
+    return encodedPicture(size, "png").insert(kBehindHeader, chunks);
+}
+
+QByteArray webpWithExif(const QByteArray& exif, const QByteArray& xmp, const QSize& size)
+{
+    constexpr int kFileHeadSize = 12;
+    const quint32 flags = (exif.isEmpty() ? 0 : 0x08) | (xmp.isEmpty() ? 0 : 0x04);
+    const QByteArray canvas = littleEndian(flags) + littleEndian(quint32(size.width() - 1)).left(3)
+        + littleEndian(quint32(size.height() - 1)).left(3);
+    QByteArray chunks =
+        "WEBP" + riffChunk("VP8X", canvas) + encodedPicture(size, "webp").mid(kFileHeadSize);
+    if (!exif.isEmpty()) {
+        chunks += riffChunk("EXIF", exif);
+    }
+    if (!xmp.isEmpty()) {
+        chunks += riffChunk("XMP ", xmp);
+    }
+    return "RIFF" + littleEndian(quint32(chunks.size())) + chunks;
+}
+
+QByteArray tiffWithExif(ExifBuilder exif, const QByteArray& xmp)
+{
+    // One grey pixel in one strip, which stands behind the header.
+    exif.leadingBytes(QByteArray(2, '\x7f'));
+    exif.number(0x0100, 1).number(0x0101, 1).number(0x0102, 8).number(0x0103, 1);
+    exif.number(0x0106, 1).number(0x0111, kTiffHeaderSize).number(0x0115, 1);
+    exif.number(0x0116, 1).number(0x0117, 1);
+    if (!xmp.isEmpty()) {
+        exif.value(ExifBuilder::XmpPacket, ExifBuilder::Byte, quint32(xmp.size()), xmp);
+    }
+    return exif.block();
+}
+
+QByteArray heifWithExif(const QByteArray& exif, const QByteArray& xmp, HeifLayout layout)
+{
+    constexpr quint16 kExifItem = 7;
+    constexpr quint16 kXmpItem = 9;
+    const QByteArray exifItem =
+        exif.isEmpty() ? exif : bigEndian(quint32(6)) + QByteArray("Exif\0\0", 6) + exif;
+    const QByteArray data = exifItem + xmp;
+    const auto description = [&](int dataOffset) {
+        const QByteArray entries = itemEntry(kExifItem, QByteArray("Exif\0", 5))
+            + itemEntry(kXmpItem, QByteArray("mime\0application/rdf+xml\0", 25));
+        const QByteArray locations = itemLocationsHead(layout)
+            + itemLocation(layout, kExifItem, dataOffset, exifItem.size())
+            + itemLocation(layout, kXmpItem, dataOffset + exifItem.size(), xmp.size());
+        return fullBox(
+            "meta", 0,
+            fullBox("hdlr", 0, QByteArray("\0\0\0\0pict\0\0\0\0\0\0\0\0\0\0\0\0\0", 21))
+                + fullBox("iinf", 0, bigEndian(quint16(2)) + entries)
+                + fullBox("iloc", itemLocationsVersion(layout), locations)
+                + (layout == HeifLayout::DataBox ? box("idat", data) : QByteArray()));
+    };
+    const QByteArray type = box("ftyp", QByteArray("heic\0\0\0\0mif1heic", 16));
+    if (layout == HeifLayout::DataBox) {
+        return type + description(0);
+    }
+    constexpr int kBoxHeadSize = 8;
+    const int dataOffset = type.size() + description(0).size() + kBoxHeadSize;
+    return type + description(dataOffset) + box("mdat", data);
+}

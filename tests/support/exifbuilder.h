@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QByteArray>
+#include <QSize>
+
+#include <map>
+
+/// Builds the Exif directories of a picture byte by byte, so that tests depend on no library that
+/// the code under test may use.
+class ExifBuilder
+{
+public:
+    enum class Order { LittleEndian, BigEndian };
+
+    /// Numbers of tags. Those from 0x9000 on stand in the Exif directory, the others in the main
+    /// one.
+    enum Tag : quint16 {
+        Orientation = 0x0112,
+        DateTime = 0x0132,
+        XmpPacket = 0x02bc,
+        DateTimeOriginal = 0x9003,
+        DateTimeDigitized = 0x9004,
+        OffsetTime = 0x9010,
+        OffsetTimeOriginal = 0x9011,
+        OffsetTimeDigitized = 0x9012,
+        SubSecTime = 0x9290,
+        SubSecTimeOriginal = 0x9291,
+        SubSecTimeDigitized = 0x9292
+    };
+
+    /// Numbers of value types.
+    enum Type : quint16 { Byte = 1, Ascii = 2, Short = 3, Long = 4, Undefined = 7 };
+
+    explicit ExifBuilder(Order order = Order::LittleEndian);
+
+    /// Sets a tag to a text, to which the closing NUL is added.
+    ExifBuilder& text(quint16 tag, const QByteArray& value);
+    /// Sets a tag to one number of 16 bits.
+    ExifBuilder& number(quint16 tag, quint16 value);
+    /// Sets a tag to bytes that are written as they are.
+    ExifBuilder& value(quint16 tag, quint16 type, quint32 count, const QByteArray& bytes);
+
+    /// The directories with their TIFF header, as all kinds of pictures embed them.
+    QByteArray block() const;
+
+    /// Bytes that stand at offset 8 of the block, before the directories.
+    ExifBuilder& leadingBytes(const QByteArray& bytes);
+
+private:
+    struct Entry
+    {
+        quint16 type;
+        quint32 count;
+        QByteArray bytes;
+    };
+    using Directory = std::map<quint16, Entry>;
+
+    QByteArray number16(quint16 number) const;
+    QByteArray number32(quint32 number) const;
+    QByteArray serialized(const Directory& directory, int offset) const;
+
+    Order m_order;
+    QByteArray m_leadingBytes;
+    Directory m_main;
+    Directory m_exif;
+};
+
+/// The directories of a picture taken at `dateTimeOriginal` ("2020:01:02 03:04:05") and stored with
+/// `orientation`. An empty date and a negative orientation are left out.
+QByteArray exifBlock(const QByteArray& dateTimeOriginal, int orientation = -1);
+
+/// An XMP packet with the properties as XML attributes: `xmp:CreateDate="2020-01-02"`. The prefixes
+/// exif, photoshop, tiff and xmp are declared.
+QByteArray xmpPacket(const QByteArray& attributes);
+
+/// Pictures that hold an Exif block and an XMP packet, each left out if empty. All can be decoded
+/// but the HEIF one, which has no pixels.
+QByteArray jpegWithExif(
+    const QByteArray& exif, const QByteArray& xmp = {}, const QSize& size = {4, 3});
+QByteArray pngWithExif(
+    const QByteArray& exif, const QByteArray& xmp = {}, const QSize& size = {4, 3});
+QByteArray webpWithExif(
+    const QByteArray& exif, const QByteArray& xmp = {}, const QSize& size = {4, 3});
+QByteArray tiffWithExif(ExifBuilder exif, const QByteArray& xmp = {});
+
+/// How a HEIF file says where its items stand.
+enum class HeifLayout { MediaData, MediaDataLongNumbers, DataBox };
+QByteArray heifWithExif(
+    const QByteArray& exif, const QByteArray& xmp = {}, HeifLayout layout = HeifLayout::MediaData);

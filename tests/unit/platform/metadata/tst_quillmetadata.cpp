@@ -1,0 +1,770 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "quillmetadata.h"
+
+#include "exifbuilder.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTemporaryFile>
+#include <QtTest>
+
+#include <ctime>
+#include <random>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+Q_DECLARE_METATYPE(ExifBuilder::Order)
+
+namespace {
+
+/// Takes what is written to the standard error stream, by Qt's messages or past them, while it
+/// lives.
+class ErrorStreamCapture
+{
+public:
+    ErrorStreamCapture()
+    {
+        if (!m_file.open()) {
+            qFatal("cannot capture the error stream");
+        }
+        m_original = dup(STDERR_FILENO);
+        dup2(m_file.handle(), STDERR_FILENO);
+        m_handler = qInstallMessageHandler(writeMessage);
+    }
+
+    ~ErrorStreamCapture()
+    {
+        qInstallMessageHandler(m_handler);
+        dup2(m_original, STDERR_FILENO);
+        close(m_original);
+    }
+    Q_DISABLE_COPY_MOVE(ErrorStreamCapture)
+
+    QByteArray written() const
+    {
+        QFile file(m_file.fileName());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no capture");
+    }
+
+private:
+    static void writeMessage(QtMsgType, const QMessageLogContext&, const QString& message)
+    {
+        fprintf(stderr, "%s\n", qPrintable(message));
+        fflush(stderr);
+    }
+
+    QTemporaryFile m_file;
+    int m_original = -1;
+    QtMessageHandler m_handler = nullptr;
+};
+
+/// The processor time of this thread, which other processes do not make longer.
+qint64 processorMilliseconds()
+{
+    timespec time = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1000000;
+}
+
+qint64 peakMemoryMegabytes()
+{
+    rusage usage = {};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+}
+
+const QByteArray kDate("2020:01:02 03:04:05");
+
+QDateTime moment(int milliseconds = 0)
+{
+    return QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5, milliseconds));
+}
+
+/// A directory whose every entry claims the whole block as its value, in a block of `size` bytes.
+QByteArray blockOfOverlappingValues(int size)
+{
+    ExifBuilder builder;
+    for (quint16 tag = 0xc000; tag < 0xc0f0; ++tag) {
+        // A text too long to stand in its entry, so the four bytes are taken for its place.
+        builder.value(tag, ExifBuilder::Undefined, quint32(size - 8), QByteArray("\x08\0\0\0", 4));
+    }
+    const QByteArray block = builder.number(ExifBuilder::Orientation, 3).block();
+    return block.leftJustified(size, '\0');
+}
+
+QByteArray bigEndian32(quint32 number)
+{
+    QByteArray bytes(4, '\0');
+    qToBigEndian(number, bytes.data());
+    return bytes;
+}
+
+/// Boxes within boxes within boxes.
+QByteArray nestedBoxes(const QByteArray& type, int depth)
+{
+    constexpr int kHeadSize = 8;
+    QByteArray boxes = bigEndian32(16) + "ftypheic" + bigEndian32(0);
+    for (int level = depth; level > 0; --level) {
+        boxes += bigEndian32(quint32(level * kHeadSize)) + type;
+    }
+    return boxes;
+}
+
+} // namespace
+
+class TestQuillMetadata : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void dateAndOrientationOfEachKindAreRead_data();
+    void dateAndOrientationOfEachKindAreRead();
+    void bothByteOrdersAreRead_data();
+    void bothByteOrdersAreRead();
+    void theKindIsToldFromTheContent();
+    void tagsBehindThePixelsOfPngAreRead();
+    void paddingBetweenJpegSegmentsIsSkipped();
+
+    void firstValidExifDateIsTaken_data();
+    void firstValidExifDateIsTaken();
+    void dateSpellingsOfCamerasAreRead_data();
+    void dateSpellingsOfCamerasAreRead();
+    void eachDateHasItsOwnSubSecondsAndOffset();
+    void dateStoredAsBytesIsRead();
+    void orientationOfOtherIntegerTypesIsRead_data();
+    void orientationOfOtherIntegerTypesIsRead();
+    void orientationOutsideOneToEightIsInvalid_data();
+    void orientationOutsideOneToEightIsInvalid();
+
+    void xmpOfEachKindIsRead_data();
+    void xmpOfEachKindIsRead();
+    void firstValidXmpDateIsTaken_data();
+    void firstValidXmpDateIsTaken();
+    void exifIsBelievedBeforeXmp();
+    void xmpFillsWhatExifLeavesOpen();
+    void xmpElementsAreRead();
+    void malformedXmpIsIgnored_data();
+    void malformedXmpIsIgnored();
+    void formatsSelectTheSources_data();
+    void formatsSelectTheSources();
+
+    void unknownTagIsInvalid();
+    void whatIsNoPictureHasNoEntries_data();
+    void whatIsNoPictureHasNoEntries();
+    void missingFileAndDirectoryHaveNoEntries();
+    void fifoIsNotWaitedFor();
+    void symbolicLinkIsFollowed();
+    void namesOutsideAsciiAreRead();
+
+    void everyTruncationGivesTheValueOrNone_data();
+    void everyTruncationGivesTheValueOrNone();
+    void randomDamageGivesSaneValuesOrNone_data();
+    void randomDamageGivesSaneValuesOrNone();
+    void hostileFileTakesLittleTimeAndMemory_data();
+    void hostileFileTakesLittleTimeAndMemory();
+
+private:
+    static void addKinds();
+    QString path(const QString& name) const { return m_folder->filePath(name); }
+    QString write(const QByteArray& content, const QString& name = QStringLiteral("picture")) const;
+    void compareEntries(
+        const QByteArray& content, const QDateTime& timestamp, int orientation,
+        int formats = QuillMetadata::AllFormats) const;
+
+    QScopedPointer<QTemporaryDir> m_folder;
+    QScopedPointer<ErrorStreamCapture> m_capture;
+};
+
+void TestQuillMetadata::initTestCase()
+{
+    qputenv("TZ", "Europe/Berlin");
+    tzset();
+}
+
+void TestQuillMetadata::init()
+{
+    m_folder.reset(new QTemporaryDir);
+    QVERIFY(m_folder->isValid());
+    m_capture.reset(new ErrorStreamCapture);
+}
+
+void TestQuillMetadata::cleanup()
+{
+    const QByteArray written = m_capture->written();
+    m_capture.reset();
+    QCOMPARE(written, QByteArray());
+}
+
+QString TestQuillMetadata::write(const QByteArray& content, const QString& name) const
+{
+    // A new file each time: some file systems wait for the disk when an old one is overwritten.
+    QFile file(path(name));
+    file.remove();
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+        qFatal("cannot write a test file");
+    }
+    return file.fileName();
+}
+
+/// An invalid timestamp and an orientation of 0 stand for invalid entries.
+void TestQuillMetadata::compareEntries(
+    const QByteArray& content, const QDateTime& timestamp, int orientation, int formats) const
+{
+    const QuillMetadata metadata(write(content), formats);
+
+    const QVariant date = metadata.entry(QuillMetadata::TimestampTag);
+    QCOMPARE(date, timestamp.isValid() ? QVariant(timestamp) : QVariant());
+    const QVariant number = metadata.entry(QuillMetadata::OrientationTag);
+    QCOMPARE(number, orientation > 0 ? QVariant(orientation) : QVariant());
+}
+
+void TestQuillMetadata::dateAndOrientationOfEachKindAreRead_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("orientation");
+
+    for (int orientation = 1; orientation <= 8; ++orientation) {
+        const QByteArray exif = exifBlock(kDate, orientation);
+        ExifBuilder builder;
+        builder.text(ExifBuilder::DateTimeOriginal, kDate);
+        builder.number(ExifBuilder::Orientation, quint16(orientation));
+        QTest::addRow("JPEG %d", orientation) << jpegWithExif(exif) << orientation;
+        QTest::addRow("PNG %d", orientation) << pngWithExif(exif) << orientation;
+        QTest::addRow("WebP %d", orientation) << webpWithExif(exif) << orientation;
+        QTest::addRow("TIFF %d", orientation) << tiffWithExif(builder) << orientation;
+        QTest::addRow("HEIF %d", orientation) << heifWithExif(exif) << orientation;
+        QTest::addRow("HEIF with long numbers %d", orientation)
+            << heifWithExif(exif, {}, HeifLayout::MediaDataLongNumbers) << orientation;
+        QTest::addRow("HEIF with a data box %d", orientation)
+            << heifWithExif(exif, {}, HeifLayout::DataBox) << orientation;
+    }
+}
+
+void TestQuillMetadata::dateAndOrientationOfEachKindAreRead()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(int, orientation);
+
+    compareEntries(content, moment(), orientation);
+}
+
+void TestQuillMetadata::bothByteOrdersAreRead_data()
+{
+    QTest::addColumn<ExifBuilder::Order>("order");
+
+    QTest::newRow("little endian") << ExifBuilder::Order::LittleEndian;
+    QTest::newRow("big endian") << ExifBuilder::Order::BigEndian;
+}
+
+void TestQuillMetadata::bothByteOrdersAreRead()
+{
+    QFETCH(ExifBuilder::Order, order);
+    ExifBuilder builder(order);
+    builder.text(ExifBuilder::DateTime, kDate).number(ExifBuilder::Orientation, 6);
+
+    compareEntries(jpegWithExif(builder.block()), moment(), 6);
+    compareEntries(tiffWithExif(builder), moment(), 6);
+}
+
+void TestQuillMetadata::theKindIsToldFromTheContent()
+{
+    const QString path = write(pngWithExif(exifBlock(kDate)), QStringLiteral("picture.jpg"));
+
+    QCOMPARE(QuillMetadata(path).entry(QuillMetadata::TimestampTag), QVariant(moment()));
+}
+
+void TestQuillMetadata::tagsBehindThePixelsOfPngAreRead()
+{
+    const QByteArray plain = pngWithExif({});
+    const QByteArray tagged = pngWithExif(exifBlock(kDate, 5));
+    constexpr int kBehindHeader = 33;
+    constexpr int kEndChunkSize = 12;
+    const QByteArray chunk = tagged.mid(kBehindHeader, tagged.size() - plain.size());
+    QByteArray moved = plain;
+    moved.insert(plain.size() - kEndChunkSize, chunk);
+
+    compareEntries(moved, moment(), 5);
+}
+
+void TestQuillMetadata::paddingBetweenJpegSegmentsIsSkipped()
+{
+    QByteArray content = jpegWithExif(exifBlock(kDate, 5));
+    content.insert(2, QByteArray("\xff\xe0\0\x04zz\0\0\xff", 9));
+
+    compareEntries(content, moment(), 5);
+}
+
+void TestQuillMetadata::firstValidExifDateIsTaken_data()
+{
+    QTest::addColumn<QByteArray>("original");
+    QTest::addColumn<QByteArray>("digitized");
+    QTest::addColumn<QByteArray>("modified");
+    QTest::addColumn<int>("year");
+
+    const QByteArray original("2001:01:01 00:00:00");
+    const QByteArray digitized("2002:01:01 00:00:00");
+    const QByteArray modified("2003:01:01 00:00:00");
+    const QByteArray zeros("0000:00:00 00:00:00");
+    const QByteArray blanks("    :  :     :  :  ");
+    QTest::newRow("all") << original << digitized << modified << 2001;
+    QTest::newRow("no original") << QByteArray() << digitized << modified << 2002;
+    QTest::newRow("modified only") << QByteArray() << QByteArray() << modified << 2003;
+    QTest::newRow("zeros for the original") << zeros << digitized << modified << 2002;
+    QTest::newRow("zeros and blanks") << zeros << blanks << modified << 2003;
+    QTest::newRow("none valid") << zeros << blanks << zeros << 0;
+}
+
+void TestQuillMetadata::firstValidExifDateIsTaken()
+{
+    QFETCH(QByteArray, original);
+    QFETCH(QByteArray, digitized);
+    QFETCH(QByteArray, modified);
+    QFETCH(int, year);
+    ExifBuilder builder;
+    builder.text(ExifBuilder::DateTimeOriginal, original);
+    builder.text(ExifBuilder::DateTimeDigitized, digitized);
+    builder.text(ExifBuilder::DateTime, modified);
+
+    const QDateTime expected = year > 0 ? QDateTime(QDate(year, 1, 1), QTime(0, 0)) : QDateTime();
+
+    compareEntries(jpegWithExif(builder.block()), expected, 0);
+}
+
+void TestQuillMetadata::dateSpellingsOfCamerasAreRead_data()
+{
+    QTest::addColumn<QByteArray>("date");
+    QTest::addColumn<QDateTime>("expected");
+
+    QTest::newRow("standard") << kDate << moment();
+    QTest::newRow("dashes") << QByteArray("2020-01-02 03:04:05") << moment();
+    QTest::newRow("slashes") << QByteArray("2020/01/02 03:04:05") << moment();
+    QTest::newRow("ISO 8601") << QByteArray("2020-01-02T03:04:05") << moment();
+    QTest::newRow("blanks behind") << QByteArray("2020:01:02 03:04:05   ") << moment();
+    QTest::newRow("NULs behind") << kDate + QByteArray(8, '\0') << moment();
+    QTest::newRow("blanks for zeros") << QByteArray("2020: 1: 2  3: 4: 5") << moment();
+    QTest::newRow("day only") << QByteArray("2020:01:02")
+                              << QDateTime(QDate(2020, 1, 2), QTime(0, 0));
+    QTest::newRow("zeros") << QByteArray("0000:00:00 00:00:00") << QDateTime();
+    QTest::newRow("blanks") << QByteArray("    :  :     :  :  ") << QDateTime();
+    QTest::newRow("all blank") << QByteArray(19, ' ') << QDateTime();
+    QTest::newRow("month 13") << QByteArray("2021:13:01 00:00:00") << QDateTime();
+    QTest::newRow("30 February") << QByteArray("2021:02:30 00:00:00") << QDateTime();
+    QTest::newRow("hour 25") << QByteArray("2021:01:02 25:00:00") << QDateTime();
+}
+
+void TestQuillMetadata::dateSpellingsOfCamerasAreRead()
+{
+    QFETCH(QByteArray, date);
+    QFETCH(QDateTime, expected);
+
+    compareEntries(jpegWithExif(exifBlock(date)), expected, 0);
+}
+
+void TestQuillMetadata::eachDateHasItsOwnSubSecondsAndOffset()
+{
+    const auto entryWith = [this](quint16 date, quint16 subSeconds, quint16 offset) {
+        ExifBuilder builder;
+        builder.text(ExifBuilder::SubSecTime, "1").text(ExifBuilder::OffsetTime, "+01:00");
+        builder.text(ExifBuilder::SubSecTimeOriginal, "1");
+        builder.text(ExifBuilder::OffsetTimeOriginal, "+01:00");
+        builder.text(ExifBuilder::SubSecTimeDigitized, "1");
+        builder.text(ExifBuilder::OffsetTimeDigitized, "+01:00");
+        builder.text(date, kDate).text(subSeconds, "25").text(offset, "-03:30");
+        const QuillMetadata metadata(write(jpegWithExif(builder.block())));
+        return metadata.entry(QuillMetadata::TimestampTag).toDateTime().toString(Qt::ISODateWithMs);
+    };
+    const QString expected = QStringLiteral("2020-01-02T03:04:05.250-03:30");
+
+    QCOMPARE(
+        entryWith(
+            ExifBuilder::DateTimeOriginal, ExifBuilder::SubSecTimeOriginal,
+            ExifBuilder::OffsetTimeOriginal),
+        expected);
+    QCOMPARE(
+        entryWith(
+            ExifBuilder::DateTimeDigitized, ExifBuilder::SubSecTimeDigitized,
+            ExifBuilder::OffsetTimeDigitized),
+        expected);
+    QCOMPARE(
+        entryWith(ExifBuilder::DateTime, ExifBuilder::SubSecTime, ExifBuilder::OffsetTime),
+        expected);
+}
+
+void TestQuillMetadata::dateStoredAsBytesIsRead()
+{
+    ExifBuilder builder;
+    builder.value(
+        ExifBuilder::DateTimeOriginal, ExifBuilder::Undefined, quint32(kDate.size()), kDate);
+
+    compareEntries(jpegWithExif(builder.block()), moment(), 0);
+}
+
+void TestQuillMetadata::orientationOfOtherIntegerTypesIsRead_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QByteArray>("bytes");
+
+    QTest::newRow("byte") << int(ExifBuilder::Byte) << QByteArray("\x06");
+    QTest::newRow("long") << int(ExifBuilder::Long) << QByteArray("\x06\0\0\0", 4);
+}
+
+void TestQuillMetadata::orientationOfOtherIntegerTypesIsRead()
+{
+    QFETCH(int, type);
+    QFETCH(QByteArray, bytes);
+    ExifBuilder builder;
+    builder.value(ExifBuilder::Orientation, quint16(type), 1, bytes);
+
+    compareEntries(jpegWithExif(builder.block()), {}, 6);
+}
+
+void TestQuillMetadata::orientationOutsideOneToEightIsInvalid_data()
+{
+    QTest::addColumn<int>("orientation");
+
+    for (const int orientation : {0, 9, 255, 256, 0x0600, 65535}) {
+        QTest::addRow("%d", orientation) << orientation;
+    }
+}
+
+void TestQuillMetadata::orientationOutsideOneToEightIsInvalid()
+{
+    QFETCH(int, orientation);
+
+    compareEntries(jpegWithExif(exifBlock(kDate, orientation)), moment(), 0);
+}
+
+void TestQuillMetadata::addKinds()
+{
+    QTest::addColumn<QByteArray>("content");
+
+    const QByteArray exif = exifBlock(kDate, 6);
+    ExifBuilder builder;
+    builder.text(ExifBuilder::DateTimeOriginal, kDate).number(ExifBuilder::Orientation, 6);
+    QTest::newRow("JPEG") << jpegWithExif(exif);
+    QTest::newRow("PNG") << pngWithExif(exif);
+    QTest::newRow("WebP") << webpWithExif(exif);
+    QTest::newRow("TIFF") << tiffWithExif(builder);
+    QTest::newRow("HEIF") << heifWithExif(exif);
+    QTest::newRow("HEIF with long numbers")
+        << heifWithExif(exif, {}, HeifLayout::MediaDataLongNumbers);
+    QTest::newRow("HEIF with a data box") << heifWithExif(exif, {}, HeifLayout::DataBox);
+}
+
+void TestQuillMetadata::xmpOfEachKindIsRead_data()
+{
+    QTest::addColumn<QByteArray>("content");
+
+    const QByteArray xmp =
+        xmpPacket("exif:DateTimeOriginal=\"2020-01-02T03:04:05.25+02:00\" tiff:Orientation=\"8\"");
+    QTest::newRow("JPEG") << jpegWithExif({}, xmp);
+    QTest::newRow("PNG") << pngWithExif({}, xmp);
+    QTest::newRow("WebP") << webpWithExif({}, xmp);
+    QTest::newRow("TIFF") << tiffWithExif(ExifBuilder(), xmp);
+    QTest::newRow("HEIF") << heifWithExif({}, xmp);
+    QTest::newRow("HEIF with long numbers")
+        << heifWithExif({}, xmp, HeifLayout::MediaDataLongNumbers);
+    QTest::newRow("HEIF with a data box") << heifWithExif({}, xmp, HeifLayout::DataBox);
+}
+
+void TestQuillMetadata::xmpOfEachKindIsRead()
+{
+    QFETCH(QByteArray, content);
+    constexpr int kTwoHours = 7200;
+
+    compareEntries(
+        content, QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5, 250), Qt::OffsetFromUTC, kTwoHours),
+        8);
+}
+
+void TestQuillMetadata::firstValidXmpDateIsTaken_data()
+{
+    QTest::addColumn<QByteArray>("attributes");
+    QTest::addColumn<int>("year");
+
+    const QByteArray original("exif:DateTimeOriginal=\"2001-01-01\" ");
+    const QByteArray created("photoshop:DateCreated=\"2002-01-01\" ");
+    const QByteArray digitized("xmp:CreateDate=\"2003-01-01\" ");
+    const QByteArray invalid("exif:DateTimeOriginal=\"2001-02-30\" ");
+    QTest::newRow("all") << original + created + digitized << 2001;
+    QTest::newRow("no original") << created + digitized << 2002;
+    QTest::newRow("digitized only") << digitized << 2003;
+    QTest::newRow("invalid original") << invalid + digitized << 2003;
+    QTest::newRow("none valid") << invalid << 0;
+}
+
+void TestQuillMetadata::firstValidXmpDateIsTaken()
+{
+    QFETCH(QByteArray, attributes);
+    QFETCH(int, year);
+    const QDateTime expected = year > 0 ? QDateTime(QDate(year, 1, 1), QTime(0, 0)) : QDateTime();
+
+    compareEntries(jpegWithExif({}, xmpPacket(attributes)), expected, 0);
+}
+
+void TestQuillMetadata::exifIsBelievedBeforeXmp()
+{
+    const QByteArray xmp = xmpPacket("exif:DateTimeOriginal=\"1999-01-01\" tiff:Orientation=\"8\"");
+
+    compareEntries(jpegWithExif(exifBlock(kDate, 3), xmp), moment(), 3);
+}
+
+void TestQuillMetadata::xmpFillsWhatExifLeavesOpen()
+{
+    const QByteArray xmp = xmpPacket("exif:DateTimeOriginal=\"1999-01-01\" tiff:Orientation=\"8\"");
+    const QDateTime xmpDate(QDate(1999, 1, 1), QTime(0, 0));
+
+    compareEntries(jpegWithExif(exifBlock(kDate), xmp), moment(), 8);
+    compareEntries(jpegWithExif(exifBlock({}, 3), xmp), xmpDate, 3);
+    compareEntries(jpegWithExif(exifBlock("0000:00:00 00:00:00", 9), xmp), xmpDate, 8);
+}
+
+void TestQuillMetadata::xmpElementsAreRead()
+{
+    const QByteArray attributes = xmpPacket({});
+    const QByteArray elements =
+        QByteArray(attributes)
+            .replace(
+                "/></rdf:RDF>",
+                "><tiff:Orientation>7</tiff:Orientation>"
+                "<xmp:CreateDate>2020-01-02T03:04:05</xmp:CreateDate></rdf:Description></rdf:RDF>");
+
+    compareEntries(jpegWithExif({}, elements), moment(), 7);
+}
+
+void TestQuillMetadata::malformedXmpIsIgnored_data()
+{
+    QTest::addColumn<QByteArray>("packet");
+
+    const QByteArray good = xmpPacket("xmp:CreateDate=\"2020-01-02\" tiff:Orientation=\"8\"");
+    QTest::newRow("cut off") << good.left(good.indexOf("/></rdf:RDF>"));
+    QTest::newRow("no XML") << QByteArray("CreateDate and Orientation");
+    QTest::newRow("unknown prefix") << QByteArray(good).replace("xmlns:tiff", "xmlns:other");
+    QTest::newRow("not UTF-8") << QByteArray(good).replace("2020", "\xff\xfe\xfd");
+    QTest::newRow("entity bomb") << QByteArray("<!DOCTYPE x [<!ENTITY a \"aaaaaaaaaaaaaaaa\">"
+                                               "<!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;\">]>")
+            + good;
+    QTest::newRow("deep") << QByteArray(good).replace(
+        "/></rdf:RDF>", ">" + QByteArray("<a>").repeated(10000));
+    QTest::newRow("larger than a segment") << good + QByteArray(70000, ' ');
+    QTest::newRow("orientation in words") << xmpPacket("tiff:Orientation=\"top\"");
+    QTest::newRow("negative orientation") << xmpPacket("tiff:Orientation=\"-1\"");
+    QTest::newRow("orientation of many digits") << xmpPacket("tiff:Orientation=\"4294967297\"");
+}
+
+void TestQuillMetadata::malformedXmpIsIgnored()
+{
+    QFETCH(QByteArray, packet);
+
+    compareEntries(pngWithExif({}, packet), {}, 0);
+}
+
+void TestQuillMetadata::formatsSelectTheSources_data()
+{
+    QTest::addColumn<int>("formats");
+    QTest::addColumn<QDateTime>("timestamp");
+    QTest::addColumn<int>("orientation");
+
+    const QDateTime xmpDate(QDate(1999, 1, 1), QTime(0, 0));
+    QTest::newRow("none") << 0 << QDateTime() << 0;
+    QTest::newRow("neither") << 0x1 << QDateTime() << 0;
+    QTest::newRow("Exif") << int(QuillMetadata::ExifFormat) << moment() << 0;
+    QTest::newRow("XMP") << int(QuillMetadata::XmpFormat) << xmpDate << 8;
+    QTest::newRow("both") << (QuillMetadata::ExifFormat | QuillMetadata::XmpFormat) << moment()
+                          << 8;
+    QTest::newRow("all") << -2 << moment() << 8;
+}
+
+void TestQuillMetadata::formatsSelectTheSources()
+{
+    QFETCH(int, formats);
+    QFETCH(QDateTime, timestamp);
+    QFETCH(int, orientation);
+    const QByteArray xmp = xmpPacket("exif:DateTimeOriginal=\"1999-01-01\" tiff:Orientation=\"8\"");
+    ExifBuilder builder;
+    builder.text(ExifBuilder::DateTimeOriginal, kDate);
+
+    compareEntries(jpegWithExif(builder.block(), xmp), timestamp, orientation, formats);
+    compareEntries(tiffWithExif(builder, xmp), timestamp, orientation, formats);
+}
+
+void TestQuillMetadata::unknownTagIsInvalid()
+{
+    const QuillMetadata metadata(write(jpegWithExif(exifBlock(kDate, 6))));
+
+    for (const int tag : {-1, 0, 5, 7, 16, 18, 0x112, 0x9003}) {
+        QVERIFY2(!metadata.entry(tag).isValid(), QByteArray::number(tag).constData());
+    }
+}
+
+void TestQuillMetadata::whatIsNoPictureHasNoEntries_data()
+{
+    QTest::addColumn<QByteArray>("content");
+
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("one byte") << QByteArray("\xff");
+    QTest::newRow("JPEG start") << QByteArray("\xff\xd8\xff");
+    QTest::newRow("JPEG without tags") << jpegWithExif({});
+    QTest::newRow("PNG without tags") << pngWithExif({});
+    QTest::newRow("WebP without tags") << webpWithExif({});
+    QTest::newRow("TIFF without tags") << tiffWithExif(ExifBuilder());
+    QTest::newRow("HEIF without tags") << heifWithExif({});
+    QTest::newRow("text") << QByteArray("DateTimeOriginal 2020:01:02 03:04:05");
+    QTest::newRow("XMP alone") << xmpPacket("xmp:CreateDate=\"2020-01-02\"");
+    QTest::newRow("Exif prefix alone") << QByteArray("Exif\0\0", 6) + exifBlock(kDate, 6);
+}
+
+void TestQuillMetadata::whatIsNoPictureHasNoEntries()
+{
+    QFETCH(QByteArray, content);
+
+    compareEntries(content, {}, 0);
+}
+
+void TestQuillMetadata::missingFileAndDirectoryHaveNoEntries()
+{
+    for (const QString& name : {path(QStringLiteral("missing")), m_folder->path(), QString()}) {
+        const QuillMetadata metadata(name);
+        QVERIFY(!metadata.entry(QuillMetadata::TimestampTag).isValid());
+        QVERIFY(!metadata.entry(QuillMetadata::OrientationTag).isValid());
+    }
+}
+
+void TestQuillMetadata::fifoIsNotWaitedFor()
+{
+    const QString name = path(QStringLiteral("fifo.jpg"));
+    QCOMPARE(mkfifo(QFile::encodeName(name).constData(), 0600), 0);
+
+    // Waiting would last until the test's time limit.
+    const QuillMetadata metadata(name);
+
+    QVERIFY(!metadata.entry(QuillMetadata::TimestampTag).isValid());
+}
+
+void TestQuillMetadata::symbolicLinkIsFollowed()
+{
+    const QString target = write(jpegWithExif(exifBlock(kDate, 6)));
+    const QString link = path(QStringLiteral("link"));
+    QVERIFY(QFile::link(target, link));
+
+    QCOMPARE(QuillMetadata(link).entry(QuillMetadata::OrientationTag), QVariant(6));
+}
+
+void TestQuillMetadata::namesOutsideAsciiAreRead()
+{
+    const QString name =
+        write(jpegWithExif(exifBlock(kDate, 6)), QStringLiteral(u"Füße in 写真 'n\".jpg"));
+
+    QCOMPARE(QuillMetadata(name).entry(QuillMetadata::OrientationTag), QVariant(6));
+}
+
+void TestQuillMetadata::everyTruncationGivesTheValueOrNone_data()
+{
+    addKinds();
+}
+
+void TestQuillMetadata::everyTruncationGivesTheValueOrNone()
+{
+    QFETCH(QByteArray, content);
+    compareEntries(content, moment(), 6);
+
+    for (int length = 0; length < content.size(); ++length) {
+        const QuillMetadata metadata(write(content.left(length)));
+        const QVariant timestamp = metadata.entry(QuillMetadata::TimestampTag);
+        const QVariant orientation = metadata.entry(QuillMetadata::OrientationTag);
+        const QByteArray message = "cut to " + QByteArray::number(length);
+        QVERIFY2(!timestamp.isValid() || timestamp == QVariant(moment()), message.constData());
+        QVERIFY2(!orientation.isValid() || orientation == QVariant(6), message.constData());
+    }
+}
+
+void TestQuillMetadata::randomDamageGivesSaneValuesOrNone_data()
+{
+    addKinds();
+    const QByteArray xmp = xmpPacket("xmp:CreateDate=\"2020-01-02\" tiff:Orientation=\"8\"");
+    QTest::newRow("XMP") << jpegWithExif({}, xmp);
+}
+
+void TestQuillMetadata::randomDamageGivesSaneValuesOrNone()
+{
+    QFETCH(QByteArray, content);
+    constexpr int kRounds = 2000;
+    constexpr unsigned kSeed = 20200102;
+    std::mt19937 random(kSeed);
+    const auto below = [&random](int limit) { return int(random() % unsigned(limit)); };
+
+    for (int round = 0; round < kRounds; ++round) {
+        QByteArray damaged = content;
+        for (int count = 1 + below(4); count > 0; --count) {
+            damaged[below(damaged.size())] = char(below(256));
+        }
+        const QuillMetadata metadata(write(damaged));
+        const QVariant timestamp = metadata.entry(QuillMetadata::TimestampTag);
+        const QVariant orientation = metadata.entry(QuillMetadata::OrientationTag);
+        const int number = orientation.toInt();
+        QVERIFY(!timestamp.isValid() || timestamp.toDateTime().isValid());
+        QVERIFY(!orientation.isValid() || (number >= 1 && number <= 8));
+    }
+}
+
+void TestQuillMetadata::hostileFileTakesLittleTimeAndMemory_data()
+{
+    QTest::addColumn<QByteArray>("start");
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<int>("orientation");
+
+    constexpr qint64 kHuge = 300 * 1024 * 1024;
+    constexpr int kLargestSegment = 65000;
+    const QByteArray jpeg("\xff\xd8\xff\xe0\0\x04zz", 8);
+    QTest::newRow("zeros behind a start") << QByteArray("\xff\xd8") << kHuge << 0;
+    QTest::newRow("zeros behind a marker") << QByteArray("\xff\xd8\xff") << kHuge << 0;
+    QTest::newRow("zeros behind a segment") << jpeg << kHuge << 0;
+    QTest::newRow("zeros behind a picture") << jpegWithExif(exifBlock(kDate, 3)) << kHuge << 3;
+    QTest::newRow("padding of JPEG")
+        << QByteArray("\xff\xd8") + QByteArray(1 << 22, '\xff') << qint64(1 << 22) << 0;
+    QTest::newRow("many segments")
+        << "\xff\xd8" + QByteArray("\xff\xe1\0\x02", 4).repeated(1 << 20) << qint64(1 << 22) << 0;
+    QTest::newRow("overlapping values in JPEG")
+        << jpegWithExif(blockOfOverlappingValues(kLargestSegment)) << qint64(0) << 3;
+    QTest::newRow("overlapping values in TIFF") << blockOfOverlappingValues(1 << 22) << kHuge << 3;
+    QTest::newRow("chunks of nothing")
+        << pngWithExif({}).left(33) + QByteArray("\0\0\0\0teSt\0\0\0\0", 12).repeated(1 << 20)
+        << qint64(0) << 0;
+    QTest::newRow("huge chunk") << pngWithExif({}).left(33) + bigEndian32(0x10000000) + "eXIf"
+                                << kHuge << 0;
+    QTest::newRow("huge WebP chunk")
+        << webpWithExif({}).left(30) + QByteArray("EXIF\0\0\0\x10", 8) << kHuge << 0;
+    QTest::newRow("nested boxes") << nestedBoxes("moov", 125000) << qint64(0) << 0;
+    QTest::newRow("nested descriptions") << nestedBoxes("meta", 125000) << qint64(0) << 0;
+    QTest::newRow("huge description")
+        << heifWithExif(exifBlock(kDate, 3)).left(24) + bigEndian32(0x10000000) + "meta" << kHuge
+        << 0;
+}
+
+void TestQuillMetadata::hostileFileTakesLittleTimeAndMemory()
+{
+    QFETCH(QByteArray, start);
+    QFETCH(qint64, size);
+    QFETCH(int, orientation);
+    const QString name = write(start);
+    QVERIFY(size <= start.size() || QFile::resize(name, size));
+    const qint64 timeBefore = processorMilliseconds();
+    const qint64 memoryBefore = peakMemoryMegabytes();
+
+    const QuillMetadata metadata(name);
+
+    // The sanitizers' builds take some 10 times what it takes otherwise.
+    const qint64 time = processorMilliseconds() - timeBefore;
+    QVERIFY2(time < 500, QByteArray::number(time).constData());
+    const qint64 memory = peakMemoryMegabytes() - memoryBefore;
+    QVERIFY2(memory < 8, QByteArray::number(memory).constData());
+    QCOMPARE(metadata.entry(QuillMetadata::OrientationTag).toInt(), orientation);
+}
+
+QTEST_GUILESS_MAIN(TestQuillMetadata)
+#include "tst_quillmetadata.moc"
