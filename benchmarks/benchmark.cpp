@@ -23,6 +23,7 @@
 #include <cstdio>
 #include <iostream>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -44,6 +45,7 @@ struct Settings
     /// Holds the corpora, the database and all else that is written.
     QDir folder;
     int pictures = 0;
+    int smallPictures = 0;
     int largePictures = 0;
     int movedPictures = 0;
     int rounds = 0;
@@ -55,7 +57,7 @@ struct Results
 {
     Series daemonProcessor, floorProcessor;
     Series daemonWall, floorWall;
-    Series largeProcessor;
+    Series smallProcessor, largeProcessor, largePeak;
     Series daemonPeak, floorPeak, daemonResident, daemonProportional;
     Series restartWall, restartProcessor, findWall, findProcessor;
     Series moved, movedFloor;
@@ -82,14 +84,15 @@ QString daemonDatabase()
 class Benchmark
 {
 public:
-    explicit Benchmark(const Settings& settings)
-        : m_settings(settings)
+    explicit Benchmark(Settings settings)
+        : m_settings(std::move(settings))
     {
     }
 
     Results run()
     {
         makeCorpus("pictures", m_settings.pictures, 0);
+        makeCorpus("small", m_settings.smallPictures, 0);
         makeCorpus("large", m_settings.largePictures, 0);
         makeCorpus("incoming", m_settings.movedPictures, m_settings.largePictures);
         // Brings the files' first pages into memory, for all that follow.
@@ -130,7 +133,10 @@ private:
                 BareName));
             m_results.daemonStart.push_back(startTime({program("moodsetd")}, DaemonName));
         }
-        measureLarge();
+        m_results.smallProcessor.push_back(indexFresh("small").processorTime().count());
+        const MeasuredProcess large = indexFresh("large");
+        m_results.largeProcessor.push_back(large.processorTime().count());
+        m_results.largePeak.push_back(inMib(large.memory().peak));
     }
 
     /// The floor's time from its start for the library, and then that for the pictures to be
@@ -156,12 +162,24 @@ private:
         }
     }
 
-    void measureIndexing()
+    /// A daemon that has just indexed a corpus into a new database.
+    MeasuredProcess indexFresh(const char* corpus) const
     {
         removeDatabase(daemonDatabase());
-        setPicturesFolder(path("pictures"));
+        setPicturesFolder(path(corpus));
+        return startToIdle();
+    }
+
+    static MeasuredProcess startToIdle()
+    {
         MeasuredProcess daemon({program("moodsetd")});
         daemon.waitForLine(IdleLine);
+        return daemon;
+    }
+
+    void measureIndexing()
+    {
+        MeasuredProcess daemon = indexFresh("pictures");
         const Milliseconds wall = std::chrono::steady_clock::now() - daemon.startTime();
         m_results.daemonWall.push_back(wall.count());
         m_results.daemonProcessor.push_back(daemon.processorTime().count());
@@ -185,8 +203,7 @@ private:
 
     void measureRestartAndMove()
     {
-        MeasuredProcess daemon({program("moodsetd")});
-        daemon.waitForLine(IdleLine);
+        MeasuredProcess daemon = startToIdle();
         const Milliseconds wall = std::chrono::steady_clock::now() - daemon.startTime();
         m_results.restartWall.push_back(wall.count());
         m_results.restartProcessor.push_back(daemon.processorTime().count());
@@ -256,22 +273,9 @@ private:
         return Milliseconds(appeared - process.startTime()).count();
     }
 
-    void measureLarge()
-    {
-        removeDatabase(daemonDatabase());
-        setPicturesFolder(path("large"));
-        MeasuredProcess daemon({program("moodsetd")});
-        daemon.waitForLine(IdleLine);
-        m_results.largeProcessor.push_back(daemon.processorTime().count());
-        daemon.stop(SIGTERM);
-    }
-
     void measureRest()
     {
-        setPicturesFolder(path("pictures"));
-        removeDatabase(daemonDatabase());
-        MeasuredProcess daemon({program("moodsetd")});
-        daemon.waitForLine(IdleLine);
+        const MeasuredProcess daemon = indexFresh("pictures");
         std::this_thread::sleep_for(SettleTime);
         const Activity before = daemon.activity();
         std::this_thread::sleep_for(m_settings.restTime);
@@ -316,12 +320,18 @@ Report makeReport(const Results& results, const Settings& settings)
         library + QStringLiteral("time to idle"), ms, results.daemonWall, floor, results.floorWall,
         1.4});
     report.add(Comparison{
+        library + QStringLiteral("processor time to idle"), ms, results.daemonProcessor,
+        QStringLiteral("%1 pictures").arg(settings.smallPictures), results.smallProcessor});
+    report.add(Comparison{
         QStringLiteral("%1 pictures, processor time to idle").arg(settings.largePictures), ms,
         results.largeProcessor, QStringLiteral("%1 pictures").arg(settings.pictures),
         results.daemonProcessor, 1.1 * settings.largePictures / settings.pictures});
     report.add(Comparison{
         QStringLiteral("Peak memory"), mib, results.daemonPeak, floor, results.floorPeak, 1.25});
     report.add(Quantity{QStringLiteral("Peak memory"), mib, results.daemonPeak, 40, true});
+    report.add(Quantity{
+        QStringLiteral("Peak memory, %1 pictures").arg(settings.largePictures), mib,
+        results.largePeak, 40, true});
     report.add(Quantity{QStringLiteral("Memory when idle, resident"), mib, results.daemonResident});
     report.add(
         Quantity{QStringLiteral("Memory when idle, its share"), mib, results.daemonProportional});
@@ -361,6 +371,7 @@ int main(int argc, char* argv[])
         return result;
     };
     const auto pictures = option("pictures", "Pictures in the library.", "10000");
+    const auto small = option("small", "Pictures in the small library.", "1000");
     const auto large = option("large", "Pictures in the large library.", "50000");
     const auto moved = option("moved", "Pictures that are moved in.", "1000");
     const auto rounds = option("rounds", "Rounds of which medians are taken.", "5");
@@ -376,6 +387,7 @@ int main(int argc, char* argv[])
     const Settings settings{
         QDir(parser.positionalArguments().constFirst()),
         parser.value(pictures).toInt(),
+        parser.value(small).toInt(),
         parser.value(large).toInt(),
         parser.value(moved).toInt(),
         parser.value(rounds).toInt(),

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QVector>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -56,10 +57,10 @@ void writeFile(const QByteArray& path, const QByteArray& bytes, const QDateTime&
     constexpr mode_t mode = 0644;
     const int descriptor = open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     const timespec time{modified.toSecsSinceEpoch(), 0};
-    const timespec times[] = {time, time};
+    const std::array<timespec, 2> times{time, time};
     if (descriptor < 0
         || write(descriptor, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size()
-        || futimens(descriptor, times) != 0 || close(descriptor) != 0) {
+        || futimens(descriptor, times.data()) != 0 || close(descriptor) != 0) {
         fail(path);
     }
 }

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -15,9 +16,8 @@
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
-
-extern char** environ;
 
 namespace {
 
@@ -33,8 +33,10 @@ void check(int result, const char* what)
 
 struct Pipe
 {
-    Pipe() { check(pipe2(ends, O_CLOEXEC), "pipe2"); }
-    int ends[2] = {-1, -1};
+    Pipe() { check(pipe2(ends.data(), O_CLOEXEC), "pipe2"); }
+
+    /// To read from, and to write to.
+    std::array<int, 2> ends{-1, -1};
 };
 
 pid_t spawn(const QByteArrayList& command, const posix_spawn_file_actions_t& actions)
@@ -106,13 +108,24 @@ MeasuredProcess::MeasuredProcess(const QByteArrayList& command, const QByteArray
     close(outputPipe.ends[1]);
 }
 
+MeasuredProcess::MeasuredProcess(MeasuredProcess&& other) noexcept
+    : m_id(std::exchange(other.m_id, -1))
+    , m_input(std::exchange(other.m_input, -1))
+    , m_output(std::exchange(other.m_output, -1))
+    , m_unread(std::move(other.m_unread))
+    , m_start(other.m_start)
+{
+}
+
 MeasuredProcess::~MeasuredProcess()
 {
     if (m_id > 0) {
         stop(SIGKILL);
     }
-    close(m_input);
-    close(m_output);
+    if (m_input >= 0) {
+        close(m_input);
+        close(m_output);
+    }
 }
 
 void MeasuredProcess::write(const QByteArray& input)
@@ -135,16 +148,16 @@ QByteArray MeasuredProcess::readLine()
 {
     while (!m_unread.contains('\n')) {
         pollfd output{m_output, POLLIN, 0};
-        char buffer[4096];
+        std::array<char, 4096> buffer;
         const bool isReady = poll(&output, 1, LineTimeout) > 0;
-        const ssize_t length = isReady ? read(m_output, buffer, sizeof buffer) : 0;
+        const ssize_t length = isReady ? read(m_output, buffer.data(), buffer.size()) : 0;
         if (length <= 0) {
             giveUp("a measured program ended or hangs; its last words: " + m_unread);
         }
-        m_unread.append(buffer, static_cast<int>(length));
+        m_unread.append(buffer.data(), static_cast<int>(length));
     }
     const int end = m_unread.indexOf('\n');
-    const QByteArray line = m_unread.left(end);
+    QByteArray line = m_unread.left(end);
     m_unread.remove(0, end + 1);
     return line;
 }

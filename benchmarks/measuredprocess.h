@@ -36,6 +36,7 @@ public:
     /// Ends the program with SIGKILL if it still runs.
     ~MeasuredProcess();
 
+    MeasuredProcess(MeasuredProcess&& other) noexcept;
     MeasuredProcess(const MeasuredProcess&) = delete;
     MeasuredProcess& operator=(const MeasuredProcess&) = delete;
 

@@ -115,7 +115,7 @@ PictureForms::PictureForms()
     , m_thumbnail(encoded(pixels({160, 120}, 9), "jpg", 85))
 {
     for (uint seed = 1; seed <= 4; ++seed) {
-        m_jpegs.push_back(encoded(pixels({1280, 960}, seed), "jpg", 60));
+        m_jpegs.push_back(encoded(pixels({960, 720}, seed), "jpg", 50));
     }
     for (uint seed = 5; seed <= 6; ++seed) {
         m_pngs.push_back(encoded(pixels({200, 150}, seed), "png"));

@@ -109,9 +109,9 @@ QByteArray itemLocationsHead(HeifLayout layout)
     switch (layout) {
     case HeifLayout::MediaData:
     case HeifLayout::DataBox:
-        return QByteArray("\x44\x00\x00\x02", 4); // 4 bytes for offset and length, two items
+        return {"\x44\x00\x00\x02", 4}; // 4 bytes for offset and length, two items
     case HeifLayout::MediaDataLongNumbers:
-        return QByteArray("\x88\x80\x00\x00\x00\x02", 6); // 8 bytes for all, two items
+        return {"\x88\x80\x00\x00\x00\x02", 6}; // 8 bytes for all, two items
     }
     return {};
 }

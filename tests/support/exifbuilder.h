@@ -35,14 +35,14 @@ public:
     explicit ExifBuilder(Order order = Order::LittleEndian);
 
     /// Sets a tag to a text, to which the closing NUL is added.
-    ExifBuilder& text(quint16 tag, const QByteArray& value);
+    ExifBuilder& text(quint16 tag, const QByteArray& text);
     /// Sets a tag to one number of 16 bits.
-    ExifBuilder& number(quint16 tag, quint16 value);
+    ExifBuilder& number(quint16 tag, quint16 number);
     /// Sets a tag to bytes that are written as they are.
     ExifBuilder& value(quint16 tag, quint16 type, quint32 count, const QByteArray& bytes);
 
     /// The directories with their TIFF header, as all kinds of pictures embed them.
-    QByteArray block() const;
+    [[nodiscard]] QByteArray block() const;
 
     /// Bytes that stand at offset 8 of the block, before the directories.
     ExifBuilder& leadingBytes(const QByteArray& bytes);
@@ -56,9 +56,9 @@ private:
     };
     using Directory = std::map<quint16, Entry>;
 
-    QByteArray number16(quint16 number) const;
-    QByteArray number32(quint32 number) const;
-    QByteArray serialized(const Directory& directory, int offset) const;
+    [[nodiscard]] QByteArray number16(quint16 number) const;
+    [[nodiscard]] QByteArray number32(quint32 number) const;
+    [[nodiscard]] QByteArray serialized(const Directory& directory, int offset) const;
 
     Order m_order;
     QByteArray m_leadingBytes;

@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-/*! Misuses the test support: all functions but the one that says so are to fail. */
+/// Misuses the test support: all functions but the one that says so are to fail.
 class FailingTests : public QObject
 {
     Q_OBJECT

@@ -1,27 +1,24 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#ifndef MESSAGELOG_H
-#define MESSAGELOG_H
+#pragma once
 
 #include <QMutex>
 #include <QStringList>
 
 #include <vector>
 
-/*!
-    Records what is written to the Qt message log while it lives, so that a test can compare it text
-    for text. Declare one in the test function, before the objects under test:
-
-        MessageLog log;
-        manager.remove(0);
-        QCOMPARE(log.takeWarnings(), QStringList({QStringLiteral("...")}));
-
-    Warnings and worse that no one has taken are strays. They fail the test that destroys the log,
-    and are printed. Debug and info lines may stay.
-
-    Recorded messages do not reach Qt Test, so that QTest::ignoreMessage() has no effect meanwhile.
-    Messages may come from any thread; all else belongs to the test's thread. Only one log may live
-    at a time.
-*/
+/// Records what is written to the Qt message log while it lives, so that a test can compare it text
+/// for text. Declare one in the test function, before the objects under test:
+///
+///     MessageLog log;
+///     manager.remove(0);
+///     QCOMPARE(log.takeWarnings(), QStringList({QStringLiteral("...")}));
+///
+/// Warnings and worse that no one has taken are strays. They fail the test that destroys the log,
+/// and are printed. Debug and info lines may stay.
+///
+/// Recorded messages do not reach Qt Test, so that QTest::ignoreMessage() has no effect meanwhile.
+/// Messages may come from any thread; all else belongs to the test's thread. Only one log may live
+/// at a time.
 class MessageLog
 {
 public:
@@ -29,15 +26,15 @@ public:
     ~MessageLog();
     Q_DISABLE_COPY_MOVE(MessageLog)
 
-    /*! Takes the texts of all messages since the last call of either function, oldest first. */
+    /// Takes the texts of all messages since the last call of either function, oldest first.
     QStringList takeMessages();
 
-    /*! Takes the texts of all messages of warning level and worse, oldest first, and leaves the
-        others in the log. */
+    /// Takes the texts of all messages of warning level and worse, oldest first, and leaves the
+    /// others in the log.
     QStringList takeWarnings();
 
-    /*! Fails the current test, and returns false, if there are warnings or worse in the log. These
-        are taken. */
+    /// Fails the current test, and returns false, if there are warnings or worse in the log. These
+    /// are taken.
     bool verifyNoStrays();
 
 private:
@@ -53,5 +50,3 @@ private:
     std::vector<Message> m_messages;
     QtMessageHandler m_previousHandler;
 };
-
-#endif // MESSAGELOG_H

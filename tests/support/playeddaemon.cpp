@@ -7,26 +7,33 @@
 
 #include <cstdlib>
 
-/*!
-    Stands in for the daemon in the tests of DaemonProcess. By the variable PLAY it does:
-    "run": takes the name, says what it sees of its surroundings, and is idle twice
-    "crash": aborts
-    "exit": ends with status 3
-*/
+/// Stands in for the daemon in the tests of DaemonProcess. By the variable PLAY it does:
+/// "run": takes the name, says what it sees of its surroundings, and is idle twice
+/// "crash": aborts
+/// "exit": ends with status 3
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     const QByteArray play = qgetenv("PLAY");
-    if (play == "crash")
+    if (play == "crash") {
         std::abort();
-    if (play == "exit")
+    }
+    if (play == "exit") {
         return 3;
+    }
 
     qDebug() << "Pictures:" << QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
     qWarning() << QStringLiteral("two\nlines");
     qCritical("grave");
-    if (!QDBusConnection::sessionBus().registerService(QStringLiteral("com.zavro.moodsetd")))
+    if (!QDBusConnection::sessionBus().registerService(QStringLiteral("com.zavro.moodsetd"))) {
         return 4;
+    }
+    // The object comes late, as the daemon's does, but later.
+    QObject object;
+    QTimer::singleShot(20, &object, [&object] {
+        QDBusConnection::sessionBus().registerObject(
+            QStringLiteral("/com/zavro/moodsetd"), &object);
+    });
     for (const int delay : {0, 50}) {
         QTimer::singleShot(delay, [delay] { qDebug() << "FileManager idle in" << delay; });
     }

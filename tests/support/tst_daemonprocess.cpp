@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "daemonprocess.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QtTest>
 
 #include <csignal>
@@ -18,6 +20,22 @@ private:
     const QString m_playedDaemon = QStringLiteral(PLAYED_DAEMON);
 
 private Q_SLOTS:
+    void theObjectAnswersOnceTheNameIsThere()
+    {
+        DaemonProcess daemon(m_playedDaemon);
+        setPlay(daemon, "run");
+
+        QVERIFY(daemon.start());
+        QVERIFY(daemon.waitForName());
+
+        const QDBusMessage call = QDBusMessage::createMethodCall(
+            QStringLiteral("com.zavro.moodsetd"), QStringLiteral("/com/zavro/moodsetd"),
+            QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
+        const QDBusMessage reply = QDBusConnection::sessionBus().call(call);
+        QVERIFY2(reply.type() == QDBusMessage::ReplyMessage, qPrintable(reply.errorMessage()));
+        daemon.takeWarnings();
+    }
+
     void followsALifeByItsLog()
     {
         DaemonProcess daemon(m_playedDaemon);
@@ -63,6 +81,29 @@ private Q_SLOTS:
         QCOMPARE(first.exitCode(), SIGKILL);
         first.takeWarnings();
         second.takeWarnings();
+    }
+
+    void pausesAndResumes()
+    {
+        DaemonProcess daemon(m_playedDaemon);
+        setPlay(daemon, "run");
+        QVERIFY(daemon.start());
+        QVERIFY(daemon.waitForName());
+        const auto ping = [](int timeout) {
+            const QDBusMessage call = QDBusMessage::createMethodCall(
+                QStringLiteral("com.zavro.moodsetd"), QStringLiteral("/"),
+                QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
+            return QDBusConnection::sessionBus().call(call, QDBus::Block, timeout).type();
+        };
+
+        QVERIFY(daemon.pause());
+        QCOMPARE(ping(100), QDBusMessage::ErrorMessage);
+        daemon.resume();
+
+        QCOMPARE(ping(DaemonProcess::deadlineMs), QDBusMessage::ReplyMessage);
+        QVERIFY(daemon.kill());
+        QVERIFY(!daemon.pause());
+        daemon.takeWarnings();
     }
 
     void tellsHowTheProcessEnded_data()

@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-/*! A database with one table of two rows; its writer keeps it open. */
+/// A database with one table of two rows; its writer keeps it open.
 class Writer
 {
 public:

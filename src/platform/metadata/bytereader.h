@@ -4,6 +4,8 @@
 #include <QByteArray>
 #include <QtEndian>
 
+#include <utility>
+
 /// Reads numbers and pieces from the beginning of some bytes to their end. Reading past the end
 /// gives zeros and empty pieces, and makes the reader bad for good.
 class ByteReader
@@ -11,15 +13,15 @@ class ByteReader
 public:
     enum class Order { BigEndian, LittleEndian };
 
-    explicit ByteReader(const QByteArray& bytes, Order order = Order::BigEndian)
-        : m_bytes(bytes)
+    explicit ByteReader(QByteArray bytes, Order order = Order::BigEndian)
+        : m_bytes(std::move(bytes))
         , m_order(order)
     {
     }
 
     /// Whether all that was read was there.
-    bool isGood() const { return m_good; }
-    int position() const { return m_position; }
+    [[nodiscard]] bool isGood() const { return m_good; }
+    [[nodiscard]] int position() const { return m_position; }
 
     quint8 u8() { return number<quint8>(); }
     quint16 u16() { return number<quint16>(); }
@@ -49,7 +51,7 @@ public:
         if (!m_good) {
             return {};
         }
-        const QByteArray piece = m_bytes.mid(m_position, count);
+        QByteArray piece = m_bytes.mid(m_position, count);
         m_position += count;
         return piece;
     }
@@ -58,7 +60,7 @@ public:
     QByteArray takeText()
     {
         const int end = m_good ? m_bytes.indexOf('\0', m_position) : -1;
-        const QByteArray text = take(end - m_position);
+        QByteArray text = take(end - m_position);
         take(1);
         return text;
     }

@@ -25,8 +25,8 @@ public:
     {
     }
 
-    bool atEnd() const { return m_position >= m_text.size(); }
-    char peek() const { return atEnd() ? '\0' : m_text.at(m_position); }
+    [[nodiscard]] bool atEnd() const { return m_position >= m_text.size(); }
+    [[nodiscard]] char peek() const { return atEnd() ? '\0' : m_text.at(m_position); }
 
     bool skip(char c)
     {
@@ -164,16 +164,15 @@ bool isBlankTime(Scanner scanner)
 
 } // namespace
 
-QDateTime exifDate(
-    const QByteArray& text, const QByteArray& subSeconds, const QByteArray& offsetText)
+QDateTime exifDate(const QByteArray& date, const QByteArray& subSeconds, const QByteArray& offset)
 {
-    Scanner scanner(text);
-    const std::optional<QDate> date = scanDate(scanner);
-    if (!date) {
+    Scanner scanner(date);
+    const std::optional<QDate> day = scanDate(scanner);
+    if (!day) {
         return {};
     }
     if (isBlankTime(scanner)) {
-        return date->startOfDay();
+        return day->startOfDay();
     }
     if (!scanner.skipAnyOf(" Tt")) {
         return {};
@@ -188,10 +187,10 @@ QDateTime exifDate(
     }
     scanner.skipBlanks();
     const bool hasOffset = !scanner.atEnd();
-    const std::optional<int> offset = hasOffset ? scanOffset(scanner) : utcOffset(offsetText);
-    if (hasOffset && !offset) {
+    const std::optional<int> seconds = hasOffset ? scanOffset(scanner) : utcOffset(offset);
+    if (hasOffset && !seconds) {
         return {};
     }
-    return offset ? QDateTime(*date, timeOfDay->time, Qt::OffsetFromUTC, *offset)
-                  : localDateTime(*date, timeOfDay->time);
+    return seconds ? QDateTime(*day, timeOfDay->time, Qt::OffsetFromUTC, *seconds)
+                   : localDateTime(*day, timeOfDay->time);
 }

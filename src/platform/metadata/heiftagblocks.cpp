@@ -12,7 +12,7 @@
 namespace {
 
 // The box that describes the items takes some 10 KB for a picture of a hundred tiles.
-constexpr qint64 kMaximumDescription = 256 * 1024;
+constexpr qint64 kMaximumDescription = 0x40000;
 
 struct Box
 {

@@ -26,7 +26,7 @@ QDateTime dateOf(const ExifDateTags& tags)
 QDateTime timestampOf(const ExifTags& tags)
 {
     for (const ExifDateTags& date : {tags.original, tags.digitized, tags.modified}) {
-        const QDateTime timestamp = dateOf(date);
+        QDateTime timestamp = dateOf(date);
         if (timestamp.isValid()) {
             return timestamp;
         }
@@ -37,7 +37,7 @@ QDateTime timestampOf(const ExifTags& tags)
 QDateTime timestampOf(const XmpTags& tags)
 {
     for (const QByteArray& date : {tags.original, tags.created, tags.digitized}) {
-        const QDateTime timestamp = exifDate(date);
+        QDateTime timestamp = exifDate(date);
         if (timestamp.isValid()) {
             return timestamp;
         }

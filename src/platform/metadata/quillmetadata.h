@@ -42,7 +42,7 @@ public:
 
     /// The value of `tag` (a Tag), or an invalid variant where the file does not give a valid one
     /// or the tag is unknown.
-    QVariant entry(int tag) const;
+    [[nodiscard]] QVariant entry(int tag) const;
 
 private:
     void complete(const XmpTags& tags);

@@ -18,7 +18,7 @@ public:
     Q_DISABLE_COPY_MOVE(RegularFile)
 
     /// The size in bytes at the time of opening.
-    qint64 size() const { return m_size; }
+    [[nodiscard]] qint64 size() const { return m_size; }
 
     /// The `length` bytes at `offset`, fewer where the file ends before, none on an error.
     QByteArray read(qint64 offset, int length);

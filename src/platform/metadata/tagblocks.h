@@ -11,7 +11,7 @@ struct FileRange
     qint64 offset = 0;
     qint64 length = 0;
 
-    bool isEmpty() const { return length <= 0; }
+    [[nodiscard]] bool isEmpty() const { return length <= 0; }
 };
 
 /// The blocks of a picture file that hold its tags.

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// What the user asks of the client.
+struct CommandLine
+{
+    enum class Command { Help, Version, Photos, Watch, Wait, Index };
+
+    /// Reads the arguments, the program's name not among them.
+    static CommandLine parse(const QStringList& arguments);
+
+    /// The text for Command::Help.
+    static QString helpText();
+
+    /// What is wrong with the arguments, in one line; then nothing else holds. Empty if all is
+    /// well.
+    QString error;
+
+    Command command = Command::Help;
+    /// Whether to follow changes after the table.
+    bool watch = false;
+    /// Whether to show how far the work is.
+    bool progress = false;
+    /// Paths are shown relative to this absolute path.
+    QString folder;
+    /// The daemon's log; empty if not given.
+    QString log;
+    /// The picture to index, a path or a file URL.
+    QString picture;
+};

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "commandline.h"
+#include "commands.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <cstdio>
+#include <cstdlib>
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const CommandLine line = CommandLine::parse(QCoreApplication::arguments().mid(1));
+    if (!line.error.isEmpty()) {
+        return fail(line.error);
+    }
+
+    switch (line.command) {
+    case CommandLine::Command::Help:
+        QTextStream(stdout) << CommandLine::helpText();
+        return EXIT_SUCCESS;
+    case CommandLine::Command::Version:
+        QTextStream(stdout) << "moodsetctl " << MOODSETD_VERSION << '\n';
+        return EXIT_SUCCESS;
+    case CommandLine::Command::Photos:
+        return showPhotos(line.folder, line.watch);
+    case CommandLine::Command::Watch:
+        return watchPhotos(line.folder);
+    case CommandLine::Command::Wait:
+        return waitForIdle(line.log, line.progress);
+    case CommandLine::Command::Index:
+        return indexPicture(line.picture);
+    }
+    return EXIT_FAILURE;
+}

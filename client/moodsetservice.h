@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QObject>
+#include <QUrl>
+
+/// The daemon on the session bus.
+class MoodsetService : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit MoodsetService(QObject* parent = nullptr);
+
+    bool isRunning() const;
+
+    /// Asks the daemon to enter the file at url in its database, and waits for its reply. Returns
+    /// why the call failed, in one line, or an empty text. A successful call says nothing about
+    /// what became of the file: look into the database.
+    QString indexFile(const QUrl& url) const;
+
+    /// Asks the daemon for a sign of life. It replies after the step of work that it is doing; then
+    /// alive() is emitted.
+    void ask();
+
+Q_SIGNALS:
+    /// Content of the type type (0 files, 1 moodsets, 2 images, 4 downloads) has changed in the
+    /// database.
+    void contentChanged(int type);
+
+    /// The daemon has replied to ask().
+    void alive();
+
+    /// The daemon has left the bus, or the bus has gone.
+    void ended();
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "library.h"
+#include "photo.h"
+
+#include <QString>
+#include <QVector>
+
+/// The path of photo for people to read: relative to folder if it lies in there, printable,
+/// and no wider than 60 columns, with the end kept.
+QString displayPath(const Photo& photo, const QString& folder);
+
+/// The size of photo, or what there is instead: "waiting", "unreadable" or "unknown".
+QString displaySize(const Photo& photo);
+
+/// When photo was taken, or "-".
+QString displayTaken(const Photo& photo);
+
+/// The orientation of photo, or "-".
+QString displayOrientation(const Photo& photo);
+
+/// A table of photos, one to a line, below a line of titles; columns are as wide as their
+/// content. Empty without photos.
+QString photoTable(const QVector<Photo>& photos, const QString& folder);
+
+/// One line that sums up what the database holds.
+QString summaryLine(const Library::Counts& counts, const QVector<Photo>& photos);
