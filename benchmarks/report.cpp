@@ -62,7 +62,7 @@ void Report::add(const Quantity& quantity)
 
 void Report::print(std::ostream& stream) const
 {
-    stream << "| What | Daemon | Against | Ratio (of single rounds) | At most | Kept |\n"
+    stream << "| What | Measured | Against | Ratio (of single rounds) | At most | Kept |\n"
            << "|---|---|---|---|---|---|\n"
            << m_lines.toStdString();
 }
