@@ -3,6 +3,7 @@
 #include "content/queryagentdatabase.h"
 
 #include <QTemporaryDir>
+#include <QUrl>
 #include <QtTest>
 
 #include <memory>
@@ -14,13 +15,19 @@ namespace {
 class MortalAgent : public QueryAgent
 {
 public:
-    MortalAgent(const QueryAgentDatabase& database, QVector<int>* statementsLeft)
-        : m_database(database)
+    MortalAgent(QueryAgentDatabase& database, QVector<int>* statementsLeft)
+        : QueryAgent(database)
+        , m_database(database)
         , m_statementsLeft(statementsLeft)
     {
     }
     ~MortalAgent() override { m_statementsLeft->append(m_database.cache.size()); }
     Q_DISABLE_COPY_MOVE(MortalAgent)
+
+    QHash<int, QByteArray> roleNames() const override { return {}; }
+    Content queryById(qint64) override { return Content(); }
+    Content queryByUrl(const QUrl&) override { return Content(); }
+    bool query(Recipient*, const Parameters&) override { return false; }
 
 private:
     const QueryAgentDatabase& m_database;
