@@ -37,13 +37,16 @@ QVector<Form> forms()
 QString checkForm(const Form& form, const QStringList& options, int arguments)
 {
     for (const QString& option : options) {
-        if (!form.options.contains(option))
+        if (!form.options.contains(option)) {
             return QStringLiteral("%1 takes no option --%2").arg(form.name, option);
+        }
     }
-    if (arguments > form.arguments)
+    if (arguments > form.arguments) {
         return QStringLiteral("%1: too many arguments").arg(form.name);
-    if (arguments < form.arguments)
+    }
+    if (arguments < form.arguments) {
         return QStringLiteral("%1: an argument is missing").arg(form.name);
+    }
     return {};
 }
 
@@ -69,8 +72,9 @@ CommandLine CommandLine::parse(const QStringList& arguments)
         line.error = parser.errorText();
         return line;
     }
-    if (parser.isSet(QStringLiteral("help")))
+    if (parser.isSet(QStringLiteral("help"))) {
         return line;
+    }
     if (parser.isSet(QStringLiteral("version"))) {
         line.command = Command::Version;
         return line;

@@ -47,18 +47,21 @@ int runWithDaemon(const MoodsetService& service)
 
 QUrl pictureUrl(const QString& picture)
 {
-    if (picture.startsWith(QLatin1String("file:")))
+    if (picture.startsWith(QLatin1String("file:"))) {
         return QUrl(picture);
+    }
     return QUrl::fromLocalFile(QFileInfo(picture).absoluteFilePath());
 }
 
 // Why the file is no picture that the daemon could read; empty if it is one.
 QString pictureFault(const Photo& photo)
 {
-    if (!photo.mimeType.startsWith(QLatin1String("image/")))
+    if (!photo.mimeType.startsWith(QLatin1String("image/"))) {
         return QStringLiteral("not a picture, but %1").arg(photo.mimeType);
-    if (!photo.isReadable())
+    }
+    if (!photo.isReadable()) {
         return QStringLiteral("cannot be read as a picture of type %1").arg(photo.mimeType);
+    }
     return {};
 }
 
@@ -68,12 +71,15 @@ QString waitForPicture(const MoodsetService& service, const Library& library, co
     const QDeadlineTimer deadline(indexingDeadlineMs);
     while (!deadline.hasExpired()) {
         const std::optional<Photo> photo = library.findFile(path);
-        if (!photo)
+        if (!photo) {
             return QStringLiteral("the daemon has not taken it in");
-        if (photo->current || !photo->mimeType.startsWith(QLatin1String("image/")))
+        }
+        if (photo->current || !photo->mimeType.startsWith(QLatin1String("image/"))) {
             return pictureFault(*photo);
-        if (!service.isRunning())
+        }
+        if (!service.isRunning()) {
             return QStringLiteral("the daemon has ended");
+        }
         QThread::msleep(indexingPauseMs);
     }
     return QStringLiteral("the daemon has not read it in time");
@@ -91,17 +97,20 @@ int showPhotos(const QString& folder, bool watch)
 {
     const MoodsetService service;
     Library library;
-    if (watch && !service.isRunning())
+    if (watch && !service.isRunning()) {
         return fail(notRunning());
-    if (!library.open())
+    }
+    if (!library.open()) {
         return fail(library.error());
+    }
 
     const PhotoWatch changes(service, library, folder, standardOutput());
     const QVector<Photo> photos = changes.photos();
     standardOutput() << photoTable(photos, folder) << summaryLine(library.counts(), photos)
                      << Qt::endl;
-    if (!library.error().isEmpty())
+    if (!library.error().isEmpty()) {
         return fail(library.error());
+    }
     return watch ? runWithDaemon(service) : EXIT_SUCCESS;
 }
 
@@ -109,10 +118,12 @@ int watchPhotos(const QString& folder)
 {
     const MoodsetService service;
     Library library;
-    if (!service.isRunning())
+    if (!service.isRunning()) {
         return fail(notRunning());
-    if (!library.open())
+    }
+    if (!library.open()) {
         return fail(library.error());
+    }
 
     const PhotoWatch changes(service, library, folder, standardOutput());
     return runWithDaemon(service);
@@ -122,19 +133,23 @@ int waitForIdle(const QString& log, bool progress)
 {
     MoodsetService service;
     Library library;
-    if (!service.isRunning())
+    if (!service.isRunning()) {
         return fail(notRunning());
-    if (!library.open())
+    }
+    if (!library.open()) {
         return fail(library.error());
+    }
     IdleWait wait(service, library);
-    if (!log.isEmpty() && !wait.setLog(log))
+    if (!log.isEmpty() && !wait.setLog(log)) {
         return fail(QStringLiteral("cannot read %1").arg(log));
+    }
 
     ProgressLine line;
-    if (progress)
+    if (progress) {
         QObject::connect(&wait, &IdleWait::progress, &wait, [&line](const Library::Counts& counts) {
             line.show(counts);
         });
+    }
     QObject::connect(&wait, &IdleWait::idle, &wait, [] { QCoreApplication::exit(); });
     wait.start();
     return runWithDaemon(service);
@@ -143,20 +158,25 @@ int waitForIdle(const QString& log, bool progress)
 int indexPicture(const QString& picture)
 {
     const QUrl url = pictureUrl(picture);
-    if (!url.isLocalFile())
+    if (!url.isLocalFile()) {
         return fail(QStringLiteral("%1: not a file URL").arg(picture));
+    }
     const QString path = url.toLocalFile();
-    if (!QFileInfo::exists(path))
+    if (!QFileInfo::exists(path)) {
         return fail(QStringLiteral("%1: no such file").arg(path));
+    }
     const MoodsetService service;
     Library library;
-    if (!service.isRunning())
+    if (!service.isRunning()) {
         return fail(notRunning());
-    if (!library.open())
+    }
+    if (!library.open()) {
         return fail(library.error());
+    }
 
     QString fault = service.indexFile(url);
-    if (fault.isEmpty())
+    if (fault.isEmpty()) {
         fault = waitForPicture(service, library, path);
+    }
     return fault.isEmpty() ? EXIT_SUCCESS : fail(QStringLiteral("%1: %2").arg(path, fault));
 }

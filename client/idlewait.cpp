@@ -36,16 +36,18 @@ void IdleWait::look()
 {
     const Library::Counts counts = m_library.counts();
     Q_EMIT progress(counts);
-    if (isIdle(counts))
+    if (isIdle(counts)) {
         Q_EMIT idle();
-    else
+    } else {
         m_pause.start();
+    }
 }
 
 bool IdleWait::isIdle(const Library::Counts& counts)
 {
-    if (m_log.isOpen())
+    if (m_log.isOpen()) {
         return logSaysIdle() && counts.waitingPhotos == 0;
+    }
 
     const int dataVersion = m_library.dataVersion();
     const bool quiet = counts.waitingPhotos == 0 && dataVersion == m_lastDataVersion;

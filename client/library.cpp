@@ -23,8 +23,9 @@ Photo photoFromRow(const QSqlQuery& row)
     photo.mimeType = row.value(2).toString();
     photo.modified = row.value(3).toDateTime();
     photo.current = row.value(4).toBool();
-    if (!row.isNull(5))
+    if (!row.isNull(5)) {
         photo.size = QSize(row.value(5).toInt(), row.value(6).toInt());
+    }
     photo.taken = row.value(7).toDateTime();
     photo.orientation = row.value(8).toInt();
     return photo;
@@ -57,10 +58,11 @@ Library::~Library()
 bool Library::open()
 {
     m_error.clear();
-    if (!QFileInfo::exists(m_path))
+    if (!QFileInfo::exists(m_path)) {
         m_error = QStringLiteral("there is no database at %1").arg(m_path);
-    else if (!m_database.open())
+    } else if (!m_database.open()) {
         m_error = QStringLiteral("cannot open %1: %2").arg(m_path, m_database.lastError().text());
+    }
     return m_error.isEmpty();
 }
 
@@ -72,8 +74,9 @@ QVector<Photo> Library::photos() const
         photoSelection
         + QStringLiteral(
             "WHERE file.mimeType GLOB 'image/*' ORDER BY directory.path, file.fileName"));
-    while (query.next())
+    while (query.next()) {
         photos.append(photoFromRow(query));
+    }
     m_error = succeeded ? QString() : query.lastError().text();
     return photos;
 }
@@ -87,8 +90,9 @@ std::optional<Photo> Library::findFile(const QString& path) const
     query.addBindValue(info.absolutePath());
     query.addBindValue(info.fileName());
     m_error = query.exec() ? QString() : query.lastError().text();
-    if (!query.next())
+    if (!query.next()) {
         return std::nullopt;
+    }
     return photoFromRow(query);
 }
 

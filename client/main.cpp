@@ -12,8 +12,9 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     const CommandLine line = CommandLine::parse(QCoreApplication::arguments().mid(1));
-    if (!line.error.isEmpty())
+    if (!line.error.isEmpty()) {
         return fail(line.error);
+    }
 
     switch (line.command) {
     case CommandLine::Command::Help:

@@ -65,9 +65,10 @@ void MoodsetService::ask()
     auto* watcher = new QDBusPendingCallWatcher(reply, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        if (!watcher->isError())
+        if (!watcher->isError()) {
             Q_EMIT alive();
-        else
+        } else {
             QTimer::singleShot(retryPauseMs, this, &MoodsetService::ask);
+        }
     });
 }

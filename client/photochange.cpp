@@ -6,23 +6,26 @@
 QVector<PhotoChange> photoChanges(const QVector<Photo>& before, const QVector<Photo>& after)
 {
     QHash<QString, Photo> previous;
-    for (const Photo& photo : before)
+    for (const Photo& photo : before) {
         previous.insert(photo.path, photo);
+    }
 
     QVector<PhotoChange> arrivals;
     for (const Photo& photo : after) {
         const auto match = previous.constFind(photo.path);
-        if (match == previous.constEnd())
+        if (match == previous.constEnd()) {
             arrivals.append({PhotoChange::Kind::Added, photo});
-        else if (*match != photo)
+        } else if (*match != photo) {
             arrivals.append({PhotoChange::Kind::Changed, photo});
+        }
         previous.remove(photo.path);
     }
 
     QVector<PhotoChange> changes;
     for (const Photo& photo : before) {
-        if (previous.contains(photo.path))
+        if (previous.contains(photo.path)) {
             changes.append({PhotoChange::Kind::Removed, photo});
+        }
     }
     return changes + arrivals;
 }

@@ -17,12 +17,14 @@ using Line = std::array<QString, 5>;
 
 QString elidedAtStart(const QString& text, int columns)
 {
-    if (columnCount(text) <= columns)
+    if (columnCount(text) <= columns) {
         return text;
+    }
     const auto mark = QStringLiteral("...");
     QString end = text;
-    while (columnCount(end) > columns - mark.size())
+    while (columnCount(end) > columns - mark.size()) {
         end.remove(0, end.at(0).isHighSurrogate() ? 2 : 1);
+    }
     return mark + end;
 }
 
@@ -36,19 +38,23 @@ QString numbered(int number, const char* singular, const char* plural)
 QString displayPath(const Photo& photo, const QString& folder)
 {
     QString path = photo.path;
-    if (!folder.isEmpty() && path.startsWith(folder + QLatin1Char('/')))
+    if (!folder.isEmpty() && path.startsWith(folder + QLatin1Char('/'))) {
         path.remove(0, folder.size() + 1);
+    }
     return elidedAtStart(printableText(path), widestPath);
 }
 
 QString displaySize(const Photo& photo)
 {
-    if (!photo.current)
+    if (!photo.current) {
         return QStringLiteral("waiting");
-    if (!photo.isReadable())
+    }
+    if (!photo.isReadable()) {
         return QStringLiteral("unreadable");
-    if (!photo.size.isValid())
+    }
+    if (!photo.size.isValid()) {
         return QStringLiteral("unknown");
+    }
     return QStringLiteral("%1x%2").arg(photo.size.width()).arg(photo.size.height());
 }
 
@@ -65,8 +71,9 @@ QString displayOrientation(const Photo& photo)
 
 QString photoTable(const QVector<Photo>& photos, const QString& folder)
 {
-    if (photos.isEmpty())
+    if (photos.isEmpty()) {
         return {};
+    }
     QVector<Line> lines{
         {QStringLiteral("File"), QStringLiteral("Size"), QStringLiteral("Taken"),
          QStringLiteral("Orientation"), QStringLiteral("Type")}};
@@ -78,8 +85,9 @@ QString photoTable(const QVector<Photo>& photos, const QString& folder)
 
     std::array<int, 5> widths{};
     for (const Line& line : lines) {
-        for (size_t column = 0; column < line.size(); ++column)
+        for (size_t column = 0; column < line.size(); ++column) {
             widths.at(column) = std::max(widths.at(column), columnCount(line.at(column)));
+        }
     }
 
     QString table;
@@ -101,7 +109,8 @@ QString summaryLine(const Library::Counts& counts, const QVector<Photo>& photos)
     QStringList parts{
         numbered(counts.files, "file", "files"), numbered(counts.photos, "picture", "pictures"),
         numbered(counts.folders, "folder", "folders")};
-    if (unreadable > 0)
+    if (unreadable > 0) {
         parts.append(QStringLiteral("%1 unreadable").arg(unreadable));
+    }
     return parts.join(QStringLiteral(", "));
 }

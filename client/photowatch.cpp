@@ -25,10 +25,10 @@ QString kindName(PhotoChange::Kind kind)
 
 QString changeLine(const PhotoChange& change, const QString& folder)
 {
-    const QString start =
-        kindName(change.kind) + QLatin1Char(' ') + displayPath(change.photo, folder);
-    if (change.kind == PhotoChange::Kind::Removed)
+    QString start = kindName(change.kind) + QLatin1Char(' ') + displayPath(change.photo, folder);
+    if (change.kind == PhotoChange::Kind::Removed) {
         return start;
+    }
     return QStringLiteral("%1  %2  %3  %4  %5")
         .arg(
             start, displaySize(change.photo), displayTaken(change.photo),
@@ -40,15 +40,17 @@ QString changeLine(const PhotoChange& change, const QString& folder)
 QVector<Photo> settledPhotos(const QVector<Photo>& before, const QVector<Photo>& now)
 {
     QHash<QString, Photo> known;
-    for (const Photo& photo : before)
+    for (const Photo& photo : before) {
         known.insert(photo.path, photo);
+    }
 
     QVector<Photo> settled;
     for (const Photo& photo : now) {
-        if (photo.current)
+        if (photo.current) {
             settled.append(photo);
-        else if (known.contains(photo.path))
+        } else if (known.contains(photo.path)) {
             settled.append(known.value(photo.path));
+        }
     }
     return settled;
 }
@@ -75,8 +77,9 @@ QVector<Photo> PhotoWatch::photos() const
 void PhotoWatch::printChanges()
 {
     const QVector<Photo> now = settledPhotos(m_photos, m_library.photos());
-    for (const PhotoChange& change : photoChanges(m_photos, now))
+    for (const PhotoChange& change : photoChanges(m_photos, now)) {
         m_output << changeLine(change, m_folder) << '\n';
+    }
     m_output.flush();
     m_photos = now;
 }

@@ -9,14 +9,15 @@ QString printableText(const QString& text)
 {
     QString result;
     for (const uint character : text.toUcs4()) {
-        if (character == '\n')
+        if (character == '\n') {
             result += QLatin1String("\\n");
-        else if (character == '\t')
+        } else if (character == '\t') {
             result += QLatin1String("\\t");
-        else if (QChar::isPrint(character))
+        } else if (QChar::isPrint(character)) {
             result += QString::fromUcs4(&character, 1);
-        else
+        } else {
             result += QStringLiteral("\\u%1").arg(character, 4, 16, QLatin1Char('0'));
+        }
     }
     return result;
 }

@@ -20,14 +20,16 @@ ProgressLine::ProgressLine()
 
 ProgressLine::~ProgressLine()
 {
-    if (m_onTerminal)
+    if (m_onTerminal) {
         QTextStream(stderr) << clearLine;
+    }
 }
 
 void ProgressLine::show(const Library::Counts& counts)
 {
-    if (!m_onTerminal)
+    if (!m_onTerminal) {
         return;
+    }
     QTextStream(stderr) << clearLine
                         << QStringLiteral("Indexing: %1 of %2 pictures read, %3 folders")
                                .arg(counts.photos - counts.waitingPhotos)

@@ -24,7 +24,7 @@ user_pictures_folder()
 # Whether a folder holds files that the daemon would list: hidden ones it passes by.
 has_files()
 {
-    [[ -n $(find "$1" -mindepth 1 -name '.*' -prune -o -type f -print -quit) ]]
+    [[ -n $(find "$1" -mindepth 1 -name '.*' -prune -o -type f -print -quit 2>/dev/null) ]]
 }
 
 # Sets target to the absolute path of what the user has named.

@@ -15,12 +15,6 @@ bool isToneRole(int role)
         && role <= MoodsetData::ClockAlarmToneEnabledRole;
 }
 
-/// An empty path gives an empty URL, where QUrl::fromLocalFile() gives one with a scheme alone.
-QUrl wallpaperUrl(const QString& path)
-{
-    return path.isEmpty() ? QUrl() : QUrl::fromLocalFile(path);
-}
-
 } // namespace
 
 MoodsetData::MoodsetData(qint64 fileId, const QUrl& fileUrl)
@@ -44,9 +38,9 @@ QVariant MoodsetData::data(int role) const
     case FavoriteRole:
         return favorite;
     case WallpaperUrlRole:
-        return wallpaperUrl(homeWallpaper);
+        return QUrl::fromLocalFile(homeWallpaper);
     case ApplicationWallpaperUrlRole:
-        return wallpaperUrl(applicationWallpaper);
+        return QUrl::fromLocalFile(applicationWallpaper);
     case PrimaryColorRole:
         return primaryColor;
     case SecondaryColorRole:

@@ -11,8 +11,7 @@ void SqlBatch::append(std::initializer_list<QVariant> row)
     Q_ASSERT(m_columns.size() == static_cast<int>(row.size()));
     auto column = m_columns.begin();
     for (const QVariant& value : row) {
-        // push_back, since append() would take a value that holds a list apart.
-        (column++)->push_back(value);
+        (column++)->append(value);
     }
 }
 

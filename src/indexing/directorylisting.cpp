@@ -27,7 +27,8 @@ DirectoryListing listDirectory(const QString& path)
         const QFileInfo info = iterator.fileInfo();
         const QString fileName = info.fileName();
         if (!info.isDir()) {
-            listing.files.append({fileName.toUtf8(), entryPath, fileName, info.lastModified()});
+            listing.files.append(
+                {fileName.toUtf8(), entryPath, fileName, info.lastModified(), info.isFile()});
         } else if (!info.isSymLink()) {
             listing.directories.append({fileName.toUtf8(), entryPath});
         }

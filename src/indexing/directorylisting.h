@@ -15,6 +15,8 @@ struct FileEntry
     QString fileName;
     /// The time of last modification, of its target for a symbolic link.
     QDateTime modified;
+    /// Whether it, or the target of a symbolic link, is a regular file.
+    bool isRegular = false;
 };
 
 /// A sub-directory of a listed directory.

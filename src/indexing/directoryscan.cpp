@@ -69,8 +69,8 @@ void FileManager::mergeFiles(
     const auto added = [&](const FileEntry& entry) {
         if (scope == AllEntries) {
             changes->fileInserts.append(
-                {directoryId, m_mimeTypes.typeName(QFileInfo(entry.path)), entry.fileName,
-                 entry.modified});
+                {directoryId, m_mimeTypes.typeName(QFileInfo(entry.path), entry.isRegular),
+                 entry.fileName, entry.modified});
         }
     };
     const auto matched = [&](const FileEntry& entry) {

@@ -4,10 +4,14 @@
 #include "content/moodsetcontent.h"
 #include "content/sqlbatch.h"
 
+#include <QFileInfo>
 #include <QImageReader>
+#include <QSize>
 #include <QVariant>
 
 #include <quillmetadata.h>
+
+#include <utility>
 
 namespace {
 
@@ -16,7 +20,22 @@ const char* const UpdateFunction = "virtual bool ImageManager::updateMetaData()"
 /// As many pictures as m_modifiedQuery gives at most.
 constexpr int BatchSize = 100;
 
+/// The size of the picture at a path, invalid if there is none that can be read.
+QSize pictureSize(const QString& path)
+{
+    // The reader would wait for ever on a FIFO, and would look for a missing file's namesakes with
+    // the suffixes of pictures.
+    return QFileInfo(path).isFile() ? QImageReader(path).size() : QSize();
+}
+
 } // namespace
+
+/// A picture that is not up to date.
+struct ImageManager::Picture
+{
+    qint64 id;
+    QString path;
+};
 
 struct ImageManager::Batch
 {
@@ -29,6 +48,7 @@ ImageManager::ImageManager(QueryAgentDatabase& database)
     , m_imageUpdate(m_database)
     , m_modifiedQuery(m_database)
     , m_modifiedReset(m_database)
+    , m_nextModifiedQuery(m_database)
 {
     const char* const function = "ImageManager::ImageManager(QueryAgentDatabase&)";
     if (!openTransaction(function)) {
@@ -49,7 +69,14 @@ ImageManager::ImageManager(QueryAgentDatabase& database)
           modifiedQueryFailed},
          // Reported as the statement before it.
          {m_modifiedReset, QStringLiteral("UPDATE file SET metadataCurrent = 1 WHERE id = ?;"),
-          modifiedQueryFailed, &m_modifiedQuery}},
+          modifiedQueryFailed, &m_modifiedQuery},
+         // Without it m_modifiedQuery does all of the work.
+         {m_nextModifiedQuery,
+          QStringLiteral("SELECT file.id, directory.path, file.fileName FROM file "
+                         "LEFT JOIN directory ON file.directoryId = directory.id "
+                         "WHERE file.id > ? AND file.metadataCurrent = 0 "
+                         "AND file.mimeType GLOB 'image/*' LIMIT 100;"),
+          nullptr}},
         function);
     // Also after a failure, when there may be nothing to commit.
     m_database.commit();
@@ -62,28 +89,60 @@ QString ImageManager::mimeType() const
 
 bool ImageManager::updateMetaData()
 {
-    if (!m_modifiedQuery.exec()) {
-        warn(m_modifiedQuery, UpdateFunction, "Failed to execute m_modifiedQuery");
+    QVector<Picture> pictures = nextModified();
+    if (pictures.size() < BatchSize) {
+        // The last pictures, and any that have changed behind the others, are in this one.
+        if (!m_modifiedQuery.exec()) {
+            warn(m_modifiedQuery, UpdateFunction, "Failed to execute m_modifiedQuery");
+            return false;
+        }
+        pictures = takePictures(m_modifiedQuery);
+    }
+    if (pictures.isEmpty() || !store(readTags(pictures))) {
         return false;
     }
+    const bool isFull = pictures.size() == BatchSize;
+    m_lastOfFullBatch = isFull ? pictures.constLast().id : 0;
+    notifyContentChanged(MoodsetContent::Image);
+    return isFull;
+}
+
+/// The pictures that follow the last full batch; none if that had no successor yet, or if they
+/// cannot be told.
+QVector<ImageManager::Picture> ImageManager::nextModified()
+{
+    const qint64 last = std::exchange(m_lastOfFullBatch, 0);
+    if (last == 0) {
+        return {};
+    }
+    m_nextModifiedQuery.bindValue(0, last);
+    return m_nextModifiedQuery.exec() ? takePictures(m_nextModifiedQuery) : QVector<Picture>();
+}
+
+QVector<ImageManager::Picture> ImageManager::takePictures(QSqlQuery& query)
+{
+    QVector<Picture> pictures;
+    while (query.next()) {
+        pictures.append(
+            {query.value(0).toLongLong(),
+             query.value(1).toString() + QLatin1Char('/') + query.value(2).toString()});
+    }
+    query.finish();
+    return pictures;
+}
+
+ImageManager::Batch ImageManager::readTags(const QVector<Picture>& pictures)
+{
     Batch batch;
-    while (m_modifiedQuery.next()) {
-        const QVariant id = m_modifiedQuery.value(0);
-        const QString path = m_modifiedQuery.value(1).toString() + QLatin1Char('/')
-            + m_modifiedQuery.value(2).toString();
-        const QSize size = QImageReader(path).size();
-        const QuillMetadata metadata(path, QuillMetadata::AllFormats);
-        batch.ids.append({id});
+    for (const Picture& picture : pictures) {
+        const QSize size = pictureSize(picture.path);
+        const QuillMetadata metadata(picture.path, QuillMetadata::AllFormats);
+        batch.ids.append({picture.id});
         batch.images.append(
-            {id, metadata.entry(QuillMetadata::TimestampTag), size.width(), size.height(),
+            {picture.id, metadata.entry(QuillMetadata::TimestampTag), size.width(), size.height(),
              metadata.entry(QuillMetadata::OrientationTag)});
     }
-    m_modifiedQuery.finish();
-    if (batch.ids.isEmpty() || !store(batch)) {
-        return false;
-    }
-    notifyContentChanged(MoodsetContent::Image);
-    return batch.ids.rowCount() == BatchSize;
+    return batch;
 }
 
 bool ImageManager::store(const Batch& batch)

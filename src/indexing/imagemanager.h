@@ -4,6 +4,7 @@
 #include "content/contentmanager.h"
 
 #include <QSqlQuery>
+#include <QVector>
 
 /// Fills in what the library knows of pictures beyond their files: size, time of taking,
 /// orientation.
@@ -20,11 +21,20 @@ public:
     bool updateMetaData() override;
 
 private:
+    struct Picture;
     struct Batch;
 
+    QVector<Picture> nextModified();
+    static QVector<Picture> takePictures(QSqlQuery& query);
+    static Batch readTags(const QVector<Picture>& pictures);
     bool store(const Batch& batch);
 
     QSqlQuery m_imageUpdate;
     QSqlQuery m_modifiedQuery;
     QSqlQuery m_modifiedReset;
+    /// As m_modifiedQuery, but from an id on. That one passes all pictures that are up to date each
+    /// time, so that its cost for a new library grows with the square of the library's size.
+    QSqlQuery m_nextModifiedQuery;
+    /// The id of the last picture of the batch before, if that was full, or 0.
+    qint64 m_lastOfFullBatch = 0;
 };

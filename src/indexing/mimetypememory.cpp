@@ -53,10 +53,15 @@ QStringList globFiles()
 
 QString MimeTypeMemory::typeName(const QFileInfo& file)
 {
+    return typeName(file, file.isFile());
+}
+
+QString MimeTypeMemory::typeName(const QFileInfo& file, bool isRegular)
+{
     followInstalledGlobs();
     const QString fileName = file.fileName();
     const QString suffix = suffixOf(fileName);
-    const bool decided = isDecidedBySuffix(fileName, suffix) && file.isFile();
+    const bool decided = isRegular && isDecidedBySuffix(fileName, suffix);
     if (decided) {
         const auto remembered = m_remembered.constFind(suffix);
         if (remembered != m_remembered.constEnd()) {
@@ -77,7 +82,8 @@ QStringList MimeTypeMemory::rememberedSuffixes() const
 
 bool MimeTypeMemory::isDecidedBySuffix(const QString& fileName, const QString& suffix) const
 {
-    return !m_suffixTypes.value(suffix.toLower()).isNull()
+    // A name that is nothing but a suffix does not match the suffix's glob.
+    return fileName.size() > suffix.size() + 1 && !m_suffixTypes.value(suffix.toLower()).isNull()
         && !m_literalNames.contains(fileName.toLower()) && !m_otherGlobs.match(fileName).hasMatch();
 }
 

@@ -23,6 +23,9 @@ class MimeTypeMemory
 public:
     /// The name of the type that QMimeDatabase::mimeTypeForFile() gives with the default match.
     QString typeName(const QFileInfo& file);
+    /// The same for a file of which it is known whether it is a regular one, which mostly saves a
+    /// look at the disk.
+    QString typeName(const QFileInfo& file, bool isRegular);
 
     /// The suffixes that have been remembered, in the case in which they were met.
     QStringList rememberedSuffixes() const;

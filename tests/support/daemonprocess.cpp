@@ -10,6 +10,9 @@
 #include <QStandardPaths>
 #include <QtTest>
 
+#include <algorithm>
+#include <csignal>
+
 namespace {
 
 const auto serviceName = QStringLiteral("com.zavro.moodsetd");
@@ -27,8 +30,9 @@ QString warningText(const QString& line)
 {
     for (const auto& type :
          {QStringLiteral("warning: "), QStringLiteral("critical: "), QStringLiteral("fatal: ")}) {
-        if (line.startsWith(type))
+        if (line.startsWith(type)) {
             return line.mid(type.size());
+        }
     }
     return {};
 }
@@ -46,8 +50,9 @@ DaemonProcess::DaemonProcess(const QString& executable)
 
 DaemonProcess::~DaemonProcess()
 {
-    if (isRunning())
+    if (isRunning()) {
         kill();
+    }
     const QStringList strays = takeWarnings();
     if (!strays.isEmpty()) {
         const QString report = QStringLiteral("Stray messages of the daemon:\n    %1")
@@ -74,6 +79,7 @@ void DaemonProcess::setEnvironment(const QString& name, const QString& value)
 
 bool DaemonProcess::start()
 {
+    m_linesSearchedForIdle = m_lines.count();
     m_process.start();
     return m_process.waitForStarted(deadlineMs);
 }
@@ -118,6 +124,19 @@ bool DaemonProcess::waitForEnd()
     return ended;
 }
 
+bool DaemonProcess::pause()
+{
+    if (!isRunning() || ::kill(static_cast<pid_t>(processId()), SIGSTOP) != 0)
+        return false;
+    return waitFor([this] { return isPaused(); });
+}
+
+void DaemonProcess::resume()
+{
+    if (isRunning())
+        ::kill(static_cast<pid_t>(processId()), SIGCONT);
+}
+
 bool DaemonProcess::terminate()
 {
     m_process.terminate();
@@ -147,11 +166,14 @@ QStringList DaemonProcess::lines() const
 
 QStringList DaemonProcess::takeWarnings()
 {
+    // Each read comes back to readLog().
+    while (isRunning() && m_process.waitForReadyRead(0)) { }
     QStringList texts;
     while (m_linesSearchedForWarnings < m_lines.count()) {
         const QString text = warningText(m_lines.at(m_linesSearchedForWarnings++));
-        if (!text.isNull())
+        if (!text.isNull()) {
             texts.append(text);
+        }
     }
     return texts;
 }
@@ -177,11 +199,22 @@ bool DaemonProcess::objectAnswers() const
     return reply.type() == QDBusMessage::ReplyMessage;
 }
 
+bool DaemonProcess::isPaused() const
+{
+    const QDir tasks(QStringLiteral("/proc/%1/task").arg(processId()));
+    const QStringList threads = tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    return std::all_of(threads.begin(), threads.end(), [&tasks](const QString& thread) {
+        QFile status(tasks.filePath(thread + QStringLiteral("/status")));
+        return status.open(QIODevice::ReadOnly) && status.readAll().contains("\nState:\tT");
+    });
+}
+
 void DaemonProcess::readLog()
 {
     m_unfinishedLine += m_process.readAll();
     QList<QByteArray> lines = m_unfinishedLine.split('\n');
     m_unfinishedLine = lines.takeLast();
-    for (const QByteArray& line : std::as_const(lines))
+    for (const QByteArray& line : std::as_const(lines)) {
         m_lines.append(QString::fromLocal8Bit(line));
+    }
 }

@@ -41,7 +41,7 @@ public:
     /// Sets a variable of the daemon's environment, which is otherwise that of the test.
     void setEnvironment(const QString& name, const QString& value);
 
-    /// Starts the process, and does not wait for its bus name.
+    /// Starts the process, and does not wait for its bus name. An earlier one must have ended.
     bool start();
     qint64 processId() const;
     bool isRunning() const;
@@ -61,6 +61,11 @@ public:
     /// Waits for the end of the process, by itself.
     bool waitForEnd();
 
+    /// Stops all threads of the process until resume(), so that what happens meanwhile meets it
+    /// all at once. Returns false after the deadline, or if it does not run.
+    bool pause();
+    void resume();
+
     /// Ends the process with SIGTERM, and waits for its end.
     bool terminate();
 
@@ -74,12 +79,14 @@ public:
     /// All log lines so far. They survive the process, and a further start().
     QStringList lines() const;
 
-    /// Takes the texts, without type, of the lines of warning level and worse so far.
+    /// Takes the texts, without type, of the lines of warning level and worse so far. What the
+    /// daemon has logged before its last reply on the bus is among them.
     QStringList takeWarnings();
 
 private:
     bool waitFor(const std::function<bool()>& condition);
     bool ownsName() const;
+    bool isPaused() const;
     bool objectAnswers() const;
     void readLog();
 

@@ -29,8 +29,9 @@ LibraryDatabase::LibraryDatabase(const QString& path)
 {
     m_database.setDatabaseName(path);
     m_database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
-    if (!m_database.open())
+    if (!m_database.open()) {
         failTest(QStringLiteral("%1: %2").arg(path, m_database.lastError().text()));
+    }
 }
 
 LibraryDatabase::~LibraryDatabase()
@@ -49,8 +50,9 @@ LibraryDatabase::Rows LibraryDatabase::rows(
 {
     QSqlQuery query(m_database);
     bool succeeded = query.prepare(statement);
-    for (const QVariant& value : values)
+    for (const QVariant& value : values) {
         query.addBindValue(value);
+    }
     succeeded = succeeded && query.exec();
     if (!succeeded) {
         failTest(QStringLiteral("%1: %2").arg(statement, query.lastError().text()));
@@ -59,8 +61,9 @@ LibraryDatabase::Rows LibraryDatabase::rows(
     Rows result;
     while (query.next()) {
         QVariantList row;
-        for (int column = 0; column < query.record().count(); ++column)
+        for (int column = 0; column < query.record().count(); ++column) {
             row.append(query.value(column));
+        }
         result.append(row);
     }
     return result;

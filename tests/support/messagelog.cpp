@@ -36,8 +36,9 @@ QStringList MessageLog::takeMessages()
 {
     const QMutexLocker locker(&m_mutex);
     QStringList texts;
-    for (const Message& message : std::exchange(m_messages, {}))
+    for (const Message& message : std::exchange(m_messages, {})) {
         texts.append(message.text);
+    }
     return texts;
 }
 
@@ -47,10 +48,11 @@ QStringList MessageLog::takeWarnings()
     QStringList texts;
     std::vector<Message> others;
     for (const Message& message : m_messages) {
-        if (isWarningOrWorse(message.type))
+        if (isWarningOrWorse(message.type)) {
             texts.append(message.text);
-        else
+        } else {
             others.push_back(message);
+        }
     }
     m_messages = std::move(others);
     return texts;
@@ -59,8 +61,9 @@ QStringList MessageLog::takeWarnings()
 bool MessageLog::verifyNoStrays()
 {
     const QStringList strays = takeWarnings();
-    if (strays.isEmpty())
+    if (strays.isEmpty()) {
         return true;
+    }
     const QString report =
         QStringLiteral("Stray messages:\n    %1").arg(strays.join(QStringLiteral("\n    ")));
     QTest::qFail(qPrintable(report), __FILE__, __LINE__);
@@ -74,6 +77,7 @@ void MessageLog::record(QtMsgType type, const QMessageLogContext& context, const
         currentLog->m_messages.push_back({type, text});
     }
     // The process ends here: let Qt Test say why.
-    if (type == QtFatalMsg)
+    if (type == QtFatalMsg) {
         currentLog->m_previousHandler(type, context, text);
+    }
 }

@@ -15,16 +15,19 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     const QByteArray play = qgetenv("PLAY");
-    if (play == "crash")
+    if (play == "crash") {
         std::abort();
-    if (play == "exit")
+    }
+    if (play == "exit") {
         return 3;
+    }
 
     qDebug() << "Pictures:" << QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
     qWarning() << QStringLiteral("two\nlines");
     qCritical("grave");
-    if (!QDBusConnection::sessionBus().registerService(QStringLiteral("com.zavro.moodsetd")))
+    if (!QDBusConnection::sessionBus().registerService(QStringLiteral("com.zavro.moodsetd"))) {
         return 4;
+    }
     // The object comes late, as the daemon's does, but later.
     QObject object;
     QTimer::singleShot(20, &object, [&object] {

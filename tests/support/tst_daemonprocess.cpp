@@ -83,6 +83,29 @@ private Q_SLOTS:
         second.takeWarnings();
     }
 
+    void pausesAndResumes()
+    {
+        DaemonProcess daemon(m_playedDaemon);
+        setPlay(daemon, "run");
+        QVERIFY(daemon.start());
+        QVERIFY(daemon.waitForName());
+        const auto ping = [](int timeout) {
+            const QDBusMessage call = QDBusMessage::createMethodCall(
+                QStringLiteral("com.zavro.moodsetd"), QStringLiteral("/"),
+                QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
+            return QDBusConnection::sessionBus().call(call, QDBus::Block, timeout).type();
+        };
+
+        QVERIFY(daemon.pause());
+        QCOMPARE(ping(100), QDBusMessage::ErrorMessage);
+        daemon.resume();
+
+        QCOMPARE(ping(DaemonProcess::deadlineMs), QDBusMessage::ReplyMessage);
+        QVERIFY(daemon.kill());
+        QVERIFY(!daemon.pause());
+        daemon.takeWarnings();
+    }
+
     void tellsHowTheProcessEnded_data()
     {
         QTest::addColumn<QByteArray>("play");

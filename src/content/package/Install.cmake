@@ -14,6 +14,9 @@ configure_package_config_file(
   INSTALL_DESTINATION ${package_dir})
 write_basic_package_version_file(
   ${CMAKE_CURRENT_BINARY_DIR}/MoodsetContentConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+# By its own place, so that the library can be installed to any prefix.
+file(RELATIVE_PATH prefix_from_pkgconfig
+  ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(
   ${CMAKE_CURRENT_LIST_DIR}/moodset-content.pc.in ${CMAKE_CURRENT_BINARY_DIR}/moodset-content.pc
   @ONLY)

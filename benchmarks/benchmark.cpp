@@ -1,0 +1,398 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Measures the daemon against the least that its work takes, and prints the table.
+//
+// Runs on a private bus, with the programs that it measures beside it; run-benchmarks arranges
+// that. All of a round's runs follow one another, so that what slows the machine down slows down
+// both sides of each ratio.
+#include "content/queryagentdatabase.h"
+#include "libraryrows.h"
+#include "measuredprocess.h"
+#include "report.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QStandardPaths>
+#include <QTimer>
+
+#include <csignal>
+#include <cstdio>
+#include <iostream>
+#include <thread>
+#include <utility>
+
+namespace {
+
+const QByteArray IdleLine("FileManager idle in ");
+const QByteArray DoneLine("done in ");
+const QString DaemonName = QStringLiteral("com.zavro.moodsetd");
+const QString BareName = QStringLiteral("com.zavro.moodsetd.barestart");
+
+/// Starts are short and cheap, so there are more of them in a round.
+constexpr int StartsPerRound = 5;
+
+/// After its last announcement, which comes 10 ms after its last change, a daemon is at rest.
+constexpr std::chrono::seconds SettleTime(1);
+
+constexpr double KibPerMib = 1024;
+
+struct Settings
+{
+    /// Holds the corpora, the database and all else that is written.
+    QDir folder;
+    int pictures = 0;
+    int smallPictures = 0;
+    int largePictures = 0;
+    int movedPictures = 0;
+    int rounds = 0;
+    std::chrono::seconds restTime{0};
+};
+
+/// What a round has measured; times in ms, memory in MiB.
+struct Results
+{
+    Series daemonProcessor, floorProcessor;
+    Series daemonWall, floorWall;
+    Series smallProcessor, largeProcessor, largePeak;
+    Series daemonPeak, floorPeak, daemonResident, daemonProportional;
+    Series restartWall, restartProcessor, findWall, findProcessor;
+    Series moved, movedFloor;
+    Series daemonStart, bareStart;
+    Activity rest;
+};
+
+QByteArray program(const char* name)
+{
+    return QFile::encodeName(
+        QDir(QCoreApplication::applicationDirPath()).filePath(QLatin1String(name)));
+}
+
+double inMib(int kib)
+{
+    return kib / KibPerMib;
+}
+
+QString daemonDatabase()
+{
+    return QueryAgentDatabase::filePath();
+}
+
+class Benchmark
+{
+public:
+    explicit Benchmark(Settings settings)
+        : m_settings(std::move(settings))
+    {
+    }
+
+    Results run()
+    {
+        makeCorpus("pictures", m_settings.pictures, 0);
+        makeCorpus("small", m_settings.smallPictures, 0);
+        makeCorpus("large", m_settings.largePictures, 0);
+        makeCorpus("incoming", m_settings.movedPictures, m_settings.largePictures);
+        // Brings the files' first pages into memory, for all that follow.
+        measureFloor(nullptr);
+        for (int round = 1; round <= m_settings.rounds; ++round) {
+            std::cerr << "round " << round << " of " << m_settings.rounds << '\n';
+            runRound();
+        }
+        measureRest();
+        return m_results;
+    }
+
+private:
+    QString path(const char* name) const { return m_settings.folder.filePath(QLatin1String(name)); }
+
+    /// 50 pictures in a folder, as in a library of 10,000 in 200.
+    void makeCorpus(const char* name, int pictures, int first) const
+    {
+        constexpr int picturesPerFolder = 50;
+        const bool isNested = first == 0;
+        const int folders = isNested ? qMax(1, pictures / picturesPerFolder) : 0;
+        std::cerr << "making " << pictures << " pictures in " << folders << " folders\n";
+        runToEnd(
+            {program("makecorpus"), QFile::encodeName(path(name)), "--pictures",
+             QByteArray::number(pictures), "--folders", QByteArray::number(folders), "--first",
+             QByteArray::number(first)});
+    }
+
+    void runRound()
+    {
+        measureFloor(&m_results);
+        measureIndexing();
+        compareRows();
+        measureRestartAndMove();
+        for (int i = 0; i < StartsPerRound; ++i) {
+            m_results.bareStart.push_back(startTime(
+                {program("barestart"), QFile::encodeName(daemonDatabase()), BareName.toUtf8()},
+                BareName));
+            m_results.daemonStart.push_back(startTime({program("moodsetd")}, DaemonName));
+        }
+        m_results.smallProcessor.push_back(indexFresh("small").processorTime().count());
+        const MeasuredProcess large = indexFresh("large");
+        m_results.largeProcessor.push_back(large.processorTime().count());
+        m_results.largePeak.push_back(inMib(large.memory().peak));
+    }
+
+    /// The floor's time from its start for the library, and then that for the pictures to be
+    /// moved, which does not hold the start.
+    void measureFloor(Results* results)
+    {
+        removeDatabase(path("floor.sqlite"));
+        MeasuredProcess floor(
+            {program("floor"), QFile::encodeName(path("floor.sqlite"))},
+            QFile::encodeName(path("pictures")) + '\n');
+        floor.waitForLine(DoneLine);
+        const Milliseconds wall = std::chrono::steady_clock::now() - floor.startTime();
+        const Milliseconds processor = floor.processorTime();
+        const MemoryUse memory = floor.memory();
+        m_floorRows = libraryRows(path("floor.sqlite"));
+        floor.write(QFile::encodeName(path("incoming")) + '\n');
+        const double incoming = floor.waitForLine(DoneLine).split(' ').first().toDouble();
+        if (results) {
+            results->floorWall.push_back(wall.count());
+            results->floorProcessor.push_back(processor.count());
+            results->floorPeak.push_back(inMib(memory.peak));
+            results->movedFloor.push_back(incoming);
+        }
+    }
+
+    /// A daemon that has just indexed a corpus into a new database.
+    MeasuredProcess indexFresh(const char* corpus) const
+    {
+        removeDatabase(daemonDatabase());
+        setPicturesFolder(path(corpus));
+        return startToIdle();
+    }
+
+    static MeasuredProcess startToIdle()
+    {
+        MeasuredProcess daemon({program("moodsetd")});
+        daemon.waitForLine(IdleLine);
+        return daemon;
+    }
+
+    void measureIndexing()
+    {
+        MeasuredProcess daemon = indexFresh("pictures");
+        const Milliseconds wall = std::chrono::steady_clock::now() - daemon.startTime();
+        m_results.daemonWall.push_back(wall.count());
+        m_results.daemonProcessor.push_back(daemon.processorTime().count());
+        m_results.daemonPeak.push_back(inMib(daemon.memory().peak));
+        std::this_thread::sleep_for(SettleTime);
+        const MemoryUse memory = daemon.memory();
+        m_results.daemonResident.push_back(inMib(memory.resident));
+        m_results.daemonProportional.push_back(inMib(memory.proportional));
+        daemon.stop(SIGTERM);
+    }
+
+    void compareRows() const
+    {
+        const QStringList rows = libraryRows(daemonDatabase());
+        if (rows.size() < m_settings.pictures || rows != m_floorRows) {
+            giveUp(
+                "the floor's rows are not the daemon's: " + QByteArray::number(m_floorRows.size())
+                + " against " + QByteArray::number(rows.size()));
+        }
+    }
+
+    void measureRestartAndMove()
+    {
+        MeasuredProcess daemon = startToIdle();
+        const Milliseconds wall = std::chrono::steady_clock::now() - daemon.startTime();
+        m_results.restartWall.push_back(wall.count());
+        m_results.restartProcessor.push_back(daemon.processorTime().count());
+        const FinishedRun find =
+            runToEnd({"find", QFile::encodeName(path("pictures")), "-printf", R"(%T@ %p\n)"});
+        m_results.findWall.push_back(find.wall.count());
+        m_results.findProcessor.push_back(find.processor.count());
+        measureMove(&daemon);
+    }
+
+    void measureMove(MeasuredProcess* daemon)
+    {
+        const QString target = path("pictures/album-00000");
+        const QStringList names = QDir(path("incoming")).entryList(QDir::Files);
+        const int expected = names.size() + indexedPictures(daemonDatabase(), target);
+        const auto start = std::chrono::steady_clock::now();
+        move(names, path("incoming"), target);
+        SteadyTime end;
+        // It may also come to rest between two of the moves.
+        do {
+            daemon->waitForLine(IdleLine);
+            end = std::chrono::steady_clock::now();
+        } while (indexedPictures(daemonDatabase(), target) < expected);
+        m_results.moved.push_back(Milliseconds(end - start).count());
+        daemon->stop(SIGTERM);
+
+        // The mover alone, with nobody to watch it.
+        const auto backStart = std::chrono::steady_clock::now();
+        move(names, target, path("incoming"));
+        m_results.movedFloor.back() +=
+            Milliseconds(std::chrono::steady_clock::now() - backStart).count();
+    }
+
+    static void move(const QStringList& names, const QString& from, const QString& to)
+    {
+        const QByteArray source = QFile::encodeName(from) + '/';
+        const QByteArray target = QFile::encodeName(to) + '/';
+        for (const QString& name : names) {
+            const QByteArray file = QFile::encodeName(name);
+            if (std::rename((source + file).constData(), (target + file).constData()) != 0) {
+                giveUp("cannot move " + file);
+            }
+        }
+    }
+
+    /// The time from a program's start to its name on the bus.
+    static double startTime(const QByteArrayList& command, const QString& name)
+    {
+        constexpr std::chrono::seconds timeout(60);
+        QDBusServiceWatcher watcher(
+            name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange);
+        QEventLoop loop;
+        SteadyTime appeared;
+        QObject::connect(
+            &watcher, &QDBusServiceWatcher::serviceRegistered, &loop, [&loop, &appeared] {
+                appeared = std::chrono::steady_clock::now();
+                loop.quit();
+            });
+        QTimer::singleShot(timeout, &loop, [&name] { giveUp("nobody takes " + name.toUtf8()); });
+        MeasuredProcess process(command);
+        loop.exec();
+        // The name must be free again for the next one.
+        QObject::connect(
+            &watcher, &QDBusServiceWatcher::serviceUnregistered, &loop, &QEventLoop::quit);
+        process.stop(SIGTERM);
+        loop.exec();
+        return Milliseconds(appeared - process.startTime()).count();
+    }
+
+    void measureRest()
+    {
+        const MeasuredProcess daemon = indexFresh("pictures");
+        std::this_thread::sleep_for(SettleTime);
+        const Activity before = daemon.activity();
+        std::this_thread::sleep_for(m_settings.restTime);
+        const Activity after = daemon.activity();
+        m_results.rest = {after.ticks - before.ticks, after.wakeUps - before.wakeUps};
+    }
+
+    static void removeDatabase(const QString& path)
+    {
+        for (const char* suffix : {"", "-wal", "-shm"}) {
+            QFile::remove(path + QLatin1String(suffix)); // It need not be there.
+        }
+    }
+
+    static void setPicturesFolder(const QString& folder)
+    {
+        const QDir config(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+        QFile file(config.filePath(QStringLiteral("user-dirs.dirs")));
+        if (!config.mkpath(QStringLiteral(".")) || !file.open(QIODevice::WriteOnly)
+            || file.write("XDG_PICTURES_DIR=\"" + QFile::encodeName(folder) + "\"\n") < 0) {
+            giveUp("cannot write " + QFile::encodeName(file.fileName()));
+        }
+    }
+
+    const Settings m_settings;
+    Results m_results;
+    QStringList m_floorRows;
+};
+
+Report makeReport(const Results& results, const Settings& settings)
+{
+    const QString ms = QStringLiteral("ms");
+    const QString mib = QStringLiteral("MiB");
+    const QString floor = QStringLiteral("floor");
+    const QString find = QStringLiteral("find");
+    const QString library = QStringLiteral("%1 pictures, ").arg(settings.pictures);
+    Report report;
+    report.add(Comparison{
+        library + QStringLiteral("processor time to idle"), ms, results.daemonProcessor, floor,
+        results.floorProcessor, 1.25});
+    report.add(Comparison{
+        library + QStringLiteral("time to idle"), ms, results.daemonWall, floor, results.floorWall,
+        1.4});
+    report.add(Comparison{
+        library + QStringLiteral("processor time to idle"), ms, results.daemonProcessor,
+        QStringLiteral("%1 pictures").arg(settings.smallPictures), results.smallProcessor});
+    report.add(Comparison{
+        QStringLiteral("%1 pictures, processor time to idle").arg(settings.largePictures), ms,
+        results.largeProcessor, QStringLiteral("%1 pictures").arg(settings.pictures),
+        results.daemonProcessor, 1.1 * settings.largePictures / settings.pictures});
+    report.add(Comparison{
+        QStringLiteral("Peak memory"), mib, results.daemonPeak, floor, results.floorPeak, 1.25});
+    report.add(Quantity{QStringLiteral("Peak memory"), mib, results.daemonPeak, 40, true});
+    report.add(Quantity{
+        QStringLiteral("Peak memory, %1 pictures").arg(settings.largePictures), mib,
+        results.largePeak, 40, true});
+    report.add(Quantity{QStringLiteral("Memory when idle, resident"), mib, results.daemonResident});
+    report.add(
+        Quantity{QStringLiteral("Memory when idle, its share"), mib, results.daemonProportional});
+    report.add(Comparison{
+        QStringLiteral("Restart with nothing changed, time to idle"), ms, results.restartWall, find,
+        results.findWall});
+    report.add(Comparison{
+        QStringLiteral("Restart with nothing changed, processor time"), ms,
+        results.restartProcessor, find, results.findProcessor});
+    report.add(Comparison{
+        QStringLiteral("%1 pictures moved in, to the last row").arg(settings.movedPictures), ms,
+        results.moved, QStringLiteral("mover and floor"), results.movedFloor, 1.6});
+    report.add(Comparison{
+        QStringLiteral("Start to bus name"), ms, results.daemonStart,
+        QStringLiteral("bare program"), results.bareStart, 4});
+    const QString rest = QStringLiteral(" in %1 s at rest").arg(settings.restTime.count());
+    report.add(
+        Quantity{QStringLiteral("Processor ticks") + rest, {}, {double(results.rest.ticks)}, 0});
+    report.add(Quantity{QStringLiteral("Wake-ups") + rest, {}, {double(results.rest.wakeUps)}, 0});
+    return report;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Measures the daemon in FOLDER, an empty folder on the disk."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Holds all files."));
+    const auto option = [&parser](const char* name, const char* help, const char* value) {
+        const QCommandLineOption result(
+            QLatin1String(name), QLatin1String(help), QStringLiteral("N"), QLatin1String(value));
+        parser.addOption(result);
+        return result;
+    };
+    const auto pictures = option("pictures", "Pictures in the library.", "10000");
+    const auto small = option("small", "Pictures in the small library.", "1000");
+    const auto large = option("large", "Pictures in the large library.", "50000");
+    const auto moved = option("moved", "Pictures that are moved in.", "1000");
+    const auto rounds = option("rounds", "Rounds of which medians are taken.", "5");
+    const auto rest = option("rest", "Seconds at rest.", "60");
+    const QCommandLineOption noBudgets(
+        QStringLiteral("no-budgets"), QStringLiteral("Succeed also where a budget is not kept."));
+    parser.addOption(noBudgets);
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1) {
+        parser.showHelp(EXIT_FAILURE);
+    }
+
+    const Settings settings{
+        QDir(parser.positionalArguments().constFirst()),
+        parser.value(pictures).toInt(),
+        parser.value(small).toInt(),
+        parser.value(large).toInt(),
+        parser.value(moved).toInt(),
+        parser.value(rounds).toInt(),
+        std::chrono::seconds(parser.value(rest).toInt())};
+    const Report report = makeReport(Benchmark(settings).run(), settings);
+    report.print(std::cout);
+    return report.isWithinBudgets() || parser.isSet(noBudgets) ? EXIT_SUCCESS : EXIT_FAILURE;
+}

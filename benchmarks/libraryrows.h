@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// All that a database holds of directories, files and pictures, a line for each file, whatever
+/// the ids and the order in which the rows were written. Ends this process if it cannot be read.
+QStringList libraryRows(const QString& database);
+
+/// The number of pictures with an `image` row in the directory at `path`.
+int indexedPictures(const QString& database, const QString& path);

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "busclient.h"
+
+#include "daemonprocess.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+
+namespace {
+
+const QLatin1String Service("com.zavro.moodsetd");
+const QLatin1String Path("/com/zavro/moodsetd");
+const QLatin1String Interface("com.zavro.moodsetd");
+
+QDBusMessage methodCall(
+    const QString& path, const QString& interface, const QString& method,
+    const QVariantList& arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(Service, path, interface, method);
+    message.setArguments(arguments);
+    message.setAutoStartService(false);
+    return message;
+}
+
+} // namespace
+
+BusClient::BusClient()
+{
+    QDBusConnection::sessionBus().connect(
+        QString(), Path, Interface, QStringLiteral("contentChanged"), this,
+        SLOT(noteAnnouncement(int)));
+}
+
+QDBusMessage BusClient::call(const QString& method, const QVariantList& arguments)
+{
+    return callObject(Path, Interface, method, arguments);
+}
+
+QDBusMessage BusClient::callObject(
+    const QString& path, const QString& interface, const QString& method,
+    const QVariantList& arguments)
+{
+    return QDBusConnection::sessionBus().call(
+        methodCall(path, interface, method, arguments), QDBus::Block, DaemonProcess::deadlineMs);
+}
+
+void BusClient::send(const QString& method, const QVariantList& arguments)
+{
+    QDBusConnection::sessionBus().send(methodCall(Path, Interface, method, arguments));
+}
+
+bool BusClient::ping()
+{
+    return callObject(Path, QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"))
+               .type()
+        == QDBusMessage::ReplyMessage;
+}
+
+bool BusClient::isAnswered()
+{
+    return call(QStringLiteral("refreshMoodsets")).type() == QDBusMessage::ReplyMessage;
+}
+
+QList<int> BusClient::announcements() const
+{
+    // Received by the bus layer's thread, which hands them over as events.
+    QCoreApplication::sendPostedEvents();
+    return m_announcements;
+}
+
+void BusClient::forgetAnnouncements()
+{
+    QCoreApplication::sendPostedEvents();
+    m_announcements.clear();
+}
+
+void BusClient::noteAnnouncement(int type)
+{
+    m_announcements.append(type);
+}

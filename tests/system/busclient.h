@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QDBusMessage>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+/// A client of the daemon on the session bus. It makes calls and notes what is announced.
+class BusClient : public QObject
+{
+    Q_OBJECT
+
+public:
+    BusClient();
+
+    /// Calls a method of the daemon's interface, and waits for the reply.
+    static QDBusMessage call(const QString& method, const QVariantList& arguments = {});
+
+    /// Calls any method of the daemon's process, and waits for the reply.
+    static QDBusMessage callObject(
+        const QString& path, const QString& interface, const QString& method,
+        const QVariantList& arguments = {});
+
+    /// Calls a method of the daemon's interface, and does not wait.
+    static void send(const QString& method, const QVariantList& arguments);
+
+    /// Whether the daemon's process is on the bus. Its answer comes from the bus layer, even while
+    /// the daemon is at work, and after all earlier calls have reached the daemon.
+    static bool ping();
+
+    /// Whether the daemon answers the calls of its interface.
+    static bool isAnswered();
+
+    /// The types announced so far, oldest first. All that the daemon has announced before its last
+    /// reply are among them.
+    QList<int> announcements() const;
+
+    void forgetAnnouncements();
+
+private Q_SLOTS:
+    void noteAnnouncement(int type);
+
+private:
+    QList<int> m_announcements;
+};

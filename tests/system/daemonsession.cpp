@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "daemonsession.h"
+
+#include "picturefile.h"
+
+#include <QFile>
+#include <QtTest>
+
+#include <filesystem>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isUtf8(const std::string& name)
+{
+    return QString::fromStdString(name).toStdString() == name;
+}
+
+// Written apart from the daemon's listing, and after its rules: no hidden entries, nothing but
+// files and directories, links to files only, names in UTF-8.
+void listFiles(const fs::path& folder, QStringList* files)
+{
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        const std::string name = entry.path().filename().string();
+        std::error_code unreachable;
+        if (name.front() == '.' || !isUtf8(name))
+            continue;
+        if (entry.is_directory(unreachable)) {
+            if (!entry.is_symlink())
+                listFiles(entry.path(), files);
+        } else if (entry.is_regular_file(unreachable)) {
+            files->append(QString::fromStdString(entry.path().string()));
+        }
+    }
+}
+
+QStringList firstColumn(const LibraryDatabase::Rows& rows)
+{
+    QStringList texts;
+    for (const QVariantList& row : rows)
+        texts.append(row.constFirst().toString());
+    texts.sort();
+    return texts;
+}
+
+} // namespace
+
+DaemonSession::~DaemonSession()
+{
+    if (QTest::currentTestFailed())
+        qInfo().noquote() << daemon.lines().join(QLatin1Char('\n'));
+}
+
+bool DaemonSession::start()
+{
+    m_library.reset();
+    return folders.isValid() && daemon.start() && daemon.waitForIdle() && waitUntilComplete();
+}
+
+bool DaemonSession::startOnBus()
+{
+    m_library.reset();
+    return folders.isValid() && daemon.start() && daemon.waitForName() && BusClient::ping();
+}
+
+bool DaemonSession::restart()
+{
+    return daemon.terminate() && start();
+}
+
+bool DaemonSession::waitUntilFollowed()
+{
+    const QString name = QStringLiteral("fence %1.png").arg(++m_fences);
+    return writePicture(folders.elsewhere(name), QSize(1, 1))
+        && QFile::rename(folders.elsewhere(name), folders.picture(name))
+        && QTest::qWaitFor(
+               [&] { return pictureSize(folders.picture(name)).isValid(); },
+               DaemonProcess::deadlineMs);
+}
+
+bool DaemonSession::waitUntilComplete()
+{
+    const QStringList expected = diskFiles();
+    const QString unread =
+        QStringLiteral("SELECT count(*) FROM file WHERE mimeType GLOB 'image/*' AND "
+                       "(metadataCurrent = 0 OR id NOT IN (SELECT fileId FROM image))");
+    return QTest::qWaitFor(
+        [&] { return libraryFiles() == expected && library().value(unread).toInt() == 0; },
+        DaemonProcess::deadlineMs);
+}
+
+bool DaemonSession::forgetAnnouncements()
+{
+    // The types of a burst are announced in ascending order, so that this one comes last.
+    constexpr int lastType = 4;
+    client.forgetAnnouncements();
+    BusClient::send(QStringLiteral("saveAttributes"), {lastType, 0LL, QVariantMap()});
+    const bool announced = QTest::qWaitFor(
+        [&] { return client.announcements().contains(lastType); }, DaemonProcess::deadlineMs);
+    client.forgetAnnouncements();
+    return announced;
+}
+
+const LibraryDatabase& DaemonSession::library()
+{
+    if (!m_library)
+        m_library = std::make_unique<LibraryDatabase>();
+    return *m_library;
+}
+
+QStringList DaemonSession::libraryFiles()
+{
+    return firstColumn(library().rows(
+        QStringLiteral("SELECT COALESCE(directory.path, '?') || '/' || fileName FROM file "
+                       "LEFT JOIN directory ON directory.id = directoryId")));
+}
+
+QStringList DaemonSession::libraryDirectories()
+{
+    return firstColumn(library().rows(QStringLiteral("SELECT path FROM directory")));
+}
+
+QStringList DaemonSession::diskFiles() const
+{
+    QStringList files;
+    listFiles(QFile::encodeName(folders.pictures()).toStdString(), &files);
+    files.sort();
+    return files;
+}
+
+qint64 DaemonSession::fileId(const QString& path)
+{
+    const LibraryDatabase::Rows rows = library().rows(
+        QStringLiteral("SELECT file.id FROM file JOIN directory ON directory.id = directoryId "
+                       "WHERE directory.path || '/' || fileName = ?"),
+        {path});
+    return rows.isEmpty() ? 0 : rows.constFirst().constFirst().toLongLong();
+}
+
+QSize DaemonSession::pictureSize(const QString& path)
+{
+    const LibraryDatabase::Rows rows = library().rows(
+        QStringLiteral("SELECT width, height FROM image WHERE fileId = ?"), {fileId(path)});
+    return rows.isEmpty() ? QSize()
+                          : QSize(rows.constFirst().at(0).toInt(), rows.constFirst().at(1).toInt());
+}

@@ -1,0 +1,332 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "daemonsession.h"
+#include "librarylock.h"
+#include "picturefile.h"
+
+#include <QDir>
+#include <QSqlQuery>
+#include <QtTest>
+
+#include <csignal>
+
+/// What a daemon makes of the library that one before it has left, and of a full disk.
+class RecoveryTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    const QSize m_size{3, 2};
+
+    /// Fills the pictures folder with equal folders of equal pictures.
+    static bool writePictures(const UserFolders& folders, int folderCount, int picturesPerFolder)
+    {
+        const QString original = folders.elsewhere(QStringLiteral("original.png"));
+        bool written = writePicture(original, QSize(3, 2));
+        for (int folder = 0; folder < folderCount; ++folder) {
+            const QDir directory(folders.picture(QStringLiteral("folder %1").arg(folder)));
+            written = written && directory.mkpath(QStringLiteral("."));
+            for (int picture = 0; picture < picturesPerFolder; ++picture) {
+                written = written
+                    && QFile::copy(
+                              original, directory.filePath(QStringLiteral("%1.png").arg(picture)));
+            }
+        }
+        return written;
+    }
+
+    static bool writeFile(const QString& path, const QByteArray& content)
+    {
+        QFile file(path);
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    }
+
+    static bool executeOnDatabase(const QString& statement)
+    {
+        const QString name = QStringLiteral("damage");
+        bool executed = false;
+        {
+            QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+            database.setDatabaseName(LibraryDatabase::standardPath());
+            executed = database.open() && QSqlQuery(database).exec(statement);
+        }
+        QSqlDatabase::removeDatabase(name);
+        return executed;
+    }
+
+    static QString dataFolder()
+    {
+        return QFileInfo(LibraryDatabase::standardPath()).path() + QLatin1Char('/');
+    }
+
+    /// What the log says of a database that is thrown away.
+    static QStringList removalWarnings()
+    {
+        return {
+            QStringLiteral("DbManager::DbManager() Nuking moodset database due previous errors!"),
+            QStringLiteral("Delete:  \"%1\"").arg(dataFolder())};
+    }
+
+    static int count(DaemonSession& session, const QString& table)
+    {
+        return session.library()
+            .value(QStringLiteral("SELECT count(*) FROM %1").arg(table))
+            .toInt();
+    }
+
+    /// Kills the daemon at a moment when it holds a write back, after the table has got rows.
+    static bool killOnceFilled(DaemonSession& session, const QString& table)
+    {
+        if (!QTest::qWaitFor(
+                [&] { return count(session, table) > 0; }, DaemonProcess::deadlineMs)) {
+            return false;
+        }
+        const LibraryLock lock;
+        return lock.isHeld() && session.daemon.kill();
+    }
+
+private Q_SLOTS:
+    void completesAScanThatWasKilled()
+    {
+        DaemonSession session;
+        QVERIFY(writePictures(session.folders, 1500, 2));
+        QVERIFY(session.startOnBus());
+
+        QVERIFY(killOnceFilled(session, QStringLiteral("file")));
+        const int filesAtTheKill = count(session, QStringLiteral("file"));
+        QVERIFY(filesAtTheKill > 0 && filesAtTheKill < 3000);
+        QCOMPARE(count(session, QStringLiteral("image")), 0);
+        QVERIFY(session.start());
+
+        QCOMPARE(session.libraryFiles(), session.diskFiles());
+        QCOMPARE(count(session, QStringLiteral("file")), 3000);
+        QCOMPARE(count(session, QStringLiteral("image")), 3000);
+        QCOMPARE(session.libraryDirectories().count(), 1501);
+    }
+
+    void completesAMetadataPassThatWasKilled()
+    {
+        DaemonSession session;
+        QVERIFY(writePictures(session.folders, 3, 1000));
+        QVERIFY(session.startOnBus());
+
+        QVERIFY(killOnceFilled(session, QStringLiteral("image")));
+        QCOMPARE(count(session, QStringLiteral("file")), 3000);
+        const int picturesAtTheKill = count(session, QStringLiteral("image"));
+        QVERIFY(picturesAtTheKill > 0 && picturesAtTheKill < 3000);
+        QCOMPARE(picturesAtTheKill % 100, 0);
+        QVERIFY(session.start());
+
+        QCOMPARE(count(session, QStringLiteral("image")), 3000);
+        QCOMPARE(
+            session.library()
+                .value(QStringLiteral("SELECT count(*) FROM image WHERE width = 3 AND height = 2"))
+                .toInt(),
+            3000);
+    }
+
+    void bringsTheTreeInLineThatChangedAfterAKill()
+    {
+        DaemonSession session;
+        QVERIFY(writePictures(session.folders, 10, 10));
+        QVERIFY(session.start());
+
+        QVERIFY(session.daemon.kill());
+        QCOMPARE(session.daemon.exitCode(), SIGKILL);
+        QVERIFY(QDir(session.folders.picture(QStringLiteral("folder 3"))).removeRecursively());
+        QVERIFY(
+            writePicture(session.folders.picture(QStringLiteral("folder 5/3.png")), QSize(7, 8)));
+        QVERIFY(writePicture(session.folders.picture(QStringLiteral("folder 5/new.png")), m_size));
+        QVERIFY(session.start());
+
+        QCOMPARE(
+            session.pictureSize(session.folders.picture(QStringLiteral("folder 5/3.png"))),
+            QSize(7, 8));
+        QCOMPARE(count(session, QStringLiteral("file")), 91);
+        QCOMPARE(count(session, QStringLiteral("directory")), 10);
+    }
+
+    void rebuildsADatabaseOfNoUse_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("firstWarnings");
+        const QStringList unreadable{
+            QStringLiteral("DbManager::DbManager()"),
+            QStringLiteral("Failed to query user version"),
+            QStringLiteral(
+                "QSqlError(\"26\", \"Unable to fetch row\", \"file is not a database\")")};
+        QTest::newRow("empty") << QByteArray()
+                               << QStringList{
+                                      QStringLiteral("Database version outdated or non-existent")};
+        QTest::newRow("garbage") << QByteArray(10000, 'x') << unreadable;
+        QTest::newRow("zeros") << QByteArray(10000, '\0') << unreadable;
+        QTest::newRow("a picture of its header")
+            << QByteArray("SQLite format 3").leftJustified(10000, '\xff') << unreadable;
+    }
+
+    void rebuildsADatabaseOfNoUse()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, firstWarnings);
+        DaemonSession session;
+        QVERIFY(writePictures(session.folders, 2, 2));
+        QVERIFY(QDir().mkpath(dataFolder()));
+        QVERIFY(writeFile(LibraryDatabase::standardPath(), content));
+
+        QVERIFY(session.start());
+
+        QCOMPARE(session.daemon.takeWarnings(), firstWarnings + removalWarnings());
+        QCOMPARE(count(session, QStringLiteral("image")), 4);
+        QCOMPARE(session.library().value(QStringLiteral("PRAGMA user_version")).toInt(), 10);
+    }
+
+    void rebuildsADatabaseOfAnUnknownVersion_data()
+    {
+        QTest::addColumn<int>("version");
+        for (const int version : {0, 1, 6, 11, -1})
+            QTest::addRow("%d", version) << version;
+    }
+
+    void rebuildsADatabaseOfAnUnknownVersion()
+    {
+        QFETCH(int, version);
+        DaemonSession session;
+        QVERIFY(writePictures(session.folders, 2, 2));
+        QVERIFY(session.start());
+        BusClient::call(
+            QStringLiteral("saveAttributes"),
+            {4, 1LL, QVariantMap{{QStringLiteral("source"), QStringLiteral("http://host/")}}});
+        QVERIFY(session.daemon.terminate());
+        QVERIFY(executeOnDatabase(QStringLiteral("PRAGMA user_version = %1").arg(version)));
+
+        QVERIFY(session.start());
+
+        QCOMPARE(
+            session.daemon.takeWarnings(),
+            QStringList{QStringLiteral("Database version outdated or non-existent")}
+                + removalWarnings());
+        QCOMPARE(count(session, QStringLiteral("image")), 4);
+        QCOMPARE(count(session, QStringLiteral("download")), 0);
+    }
+
+    void answersWithADirectoryInTheDatabasesPlace()
+    {
+        DaemonSession session;
+        QVERIFY(writePictures(session.folders, 1, 1));
+        QVERIFY(QDir().mkpath(LibraryDatabase::standardPath()));
+
+        QVERIFY(session.startOnBus());
+
+        QVERIFY(BusClient::isAnswered());
+        const QStringList warnings = session.daemon.takeWarnings();
+        QCOMPARE(warnings.filter(removalWarnings().constFirst()).count(), 2);
+        QCOMPARE(
+            warnings.filter(QStringLiteral("DbManager::DbManager: Failed to create DB schema."))
+                .count(),
+            1);
+        QVERIFY(session.daemon.lines().contains(
+            QStringLiteral("debug: DbManager::DbManager() Moodset DB Fine...")));
+    }
+
+    void goesOnAfterTheDiskWasFull()
+    {
+        DaemonSession session;
+        SmallDisk disk;
+        QVERIFY(disk.take(session));
+        QVERIFY(session.start());
+        QVERIFY(disk.fill());
+        const QVariantMap source{{QStringLiteral("source"), QStringLiteral("http://host/")}};
+
+        QVERIFY(writePictures(session.folders, 10, 100));
+        BusClient::call(QStringLiteral("saveAttributes"), {4, 1LL, source});
+        QVERIFY(BusClient::isAnswered());
+        const QStringList warnings{
+            QStringLiteral("bool DownloadManager::create(qint64, QUrl)"),
+            QStringLiteral("Failed to execute m_insertDownload."),
+            QStringLiteral("QSqlError(\"13\", \"Unable to fetch row\", \"database or disk is "
+                           "full\")"),
+            QStringLiteral("\"INSERT OR REPLACE INTO download ( fileId, source) VALUES (?, ?);\"")};
+        QCOMPARE(session.daemon.takeWarnings(), warnings);
+        QVERIFY(session.libraryFiles() != session.diskFiles());
+
+        QVERIFY(disk.clear());
+        QVERIFY(session.waitUntilFollowed());
+        BusClient::call(QStringLiteral("saveAttributes"), {4, 1LL, source});
+        QCOMPARE(count(session, QStringLiteral("download")), 1);
+        QVERIFY(session.restart());
+        QCOMPARE(count(session, QStringLiteral("image")), 1001);
+    }
+
+    void answersAfterAStartOnAFullDisk()
+    {
+        DaemonSession session;
+        SmallDisk disk;
+        QVERIFY(disk.take(session));
+        QVERIFY(disk.fill());
+        QVERIFY(writePictures(session.folders, 1, 10));
+
+        QVERIFY(session.startOnBus());
+        QVERIFY(BusClient::isAnswered());
+        const QStringList warnings = session.daemon.takeWarnings();
+        const QString critical =
+            QStringLiteral("DbManager::DbManager: Failed to create DB schema. Can't continue!");
+        QCOMPARE(warnings.filter(critical), (QStringList{critical, critical}));
+        QCOMPARE(
+            warnings.filter(removalWarnings().constLast()),
+            (QStringList{removalWarnings().constLast(), removalWarnings().constLast()}));
+        QVERIFY(session.daemon.terminate());
+
+        QVERIFY(disk.clear());
+        QVERIFY(session.start());
+        QCOMPARE(count(session, QStringLiteral("image")), 10);
+    }
+
+private:
+    /// The private machine's small file system as the place of a user's data.
+    class SmallDisk
+    {
+    public:
+        SmallDisk()
+            : m_root(qEnvironmentVariable("PRIVATE_MACHINE_SMALL_DISK"))
+        {
+        }
+
+        ~SmallDisk()
+        {
+            clear();
+            QDir(data()).removeRecursively();
+        }
+
+        Q_DISABLE_COPY_MOVE(SmallDisk)
+
+        /// Makes the disk hold the data of this process's user and the session's daemon.
+        bool take(DaemonSession& session)
+        {
+            session.daemon.setEnvironment(QStringLiteral("XDG_DATA_HOME"), data());
+            qputenv("XDG_DATA_HOME", QFile::encodeName(data()));
+            return !m_root.isEmpty() && QDir().mkpath(data());
+        }
+
+        /// Takes all room that is left.
+        bool fill()
+        {
+            QFile ballast(ballastPath());
+            if (!ballast.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+                return false;
+            const QByteArray block(4096, 'x');
+            while (ballast.write(block) > 0) { }
+            return ballast.error() == QFile::ResourceError || ballast.error() == QFile::WriteError;
+        }
+
+        bool clear() { return QFile::remove(ballastPath()); }
+
+    private:
+        QString data() const { return m_root + QStringLiteral("/data"); }
+        QString ballastPath() const { return m_root + QStringLiteral("/ballast"); }
+
+        QString m_root;
+    };
+};
+
+QTEST_GUILESS_MAIN(RecoveryTest)
+
+#include "tst_recovery.moc"

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "drivenfilemanager.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <unistd.h>
+
+DrivenFileManager::DrivenFileManager(QueryAgentDatabase& database)
+    : FileManager(database, nullptr)
+{
+}
+
+DrivenFileManager::~DrivenFileManager()
+{
+    setEnabled(false);
+    if (socket() >= 0) {
+        close(static_cast<int>(socket()));
+    }
+}
+
+bool DrivenFileManager::step()
+{
+    const int before = m_steps;
+    // An event that is posted meanwhile waits for the next call.
+    QCoreApplication::sendPostedEvents(this, QEvent::UpdateRequest);
+    return m_steps > before;
+}
+
+int DrivenFileManager::runToIdle()
+{
+    int steps = 0;
+    while (step()) {
+        ++steps;
+    }
+    return steps;
+}
+
+void DrivenFileManager::readEvents()
+{
+    QEvent readable(QEvent::SockAct);
+    event(&readable);
+}
+
+QVector<uint> DrivenFileManager::watchMasks() const
+{
+    QFile info(QStringLiteral("/proc/self/fdinfo/%1").arg(socket()));
+    if (!info.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    const QRegularExpression mask(
+        QStringLiteral("^inotify .* mask:([0-9a-f]+) "), QRegularExpression::MultilineOption);
+    QVector<uint> masks;
+    auto matches = mask.globalMatch(QString::fromLatin1(info.readAll()));
+    while (matches.hasNext()) {
+        masks.append(matches.next().captured(1).toUInt(nullptr, 16) & 0xfffU);
+    }
+    std::sort(masks.begin(), masks.end());
+    return masks;
+}
+
+bool DrivenFileManager::event(QEvent* event)
+{
+    if (event->type() == QEvent::UpdateRequest) {
+        ++m_steps;
+    }
+    return FileManager::event(event);
+}

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "content/queryagentdatabase.h"
+#include "librarydatabase.h"
+
+#include <QByteArray>
+#include <QScopedPointer>
+#include <QStringList>
+#include <QTemporaryDir>
+
+struct sqlite3;
+
+/// A content database of the test's own, in a real file: empty, with the current schema and in the
+/// journal mode that the daemon uses.
+///
+/// rows() and value() read from outside, so that they see what is committed and nothing else.
+class IndexDatabase
+{
+public:
+    IndexDatabase();
+    ~IndexDatabase();
+    Q_DISABLE_COPY_MOVE(IndexDatabase)
+
+    /// The connection that the managers under test share.
+    QueryAgentDatabase& connection();
+    /// Runs statements on that connection; one that fails fails the current test.
+    void exec(const QStringList& statements);
+    void exec(const QString& statement);
+    /// Makes the connection refuse to prepare the `nth` statement, from 1, of a kind: `verb` is
+    /// "SELECT", "INSERT", "UPDATE" or "DELETE", `table` the table that it changes, empty for a
+    /// SELECT, and `column` a column that it updates. The database's error text is "not
+    /// authorized".
+    void refuseToPrepare(
+        const QByteArray& verb, int nth, const QByteArray& table = {},
+        const QByteArray& column = {});
+    /// Whether a transaction is open on the connection.
+    [[nodiscard]] bool isInTransaction() const;
+
+    [[nodiscard]] LibraryDatabase::Rows rows(
+        const QString& statement, const QVariantList& values = {}) const;
+    [[nodiscard]] QVariant value(const QString& statement, const QVariantList& values = {}) const;
+    /// The names of the files of the directory at `path` that have a row, sorted.
+    [[nodiscard]] QStringList fileNames(const QString& path) const;
+    /// The paths of all directories that have a row, sorted.
+    [[nodiscard]] QStringList directoryPaths() const;
+    /// The only `file.id` of that name.
+    [[nodiscard]] qint64 fileId(const QString& fileName) const;
+
+private:
+    /// A kind of statement that is not to be prepared, and how many of it are yet to pass.
+    struct Refusal
+    {
+        int action = 0;
+        QByteArray table;
+        QByteArray column;
+        int countdown = 0;
+    };
+    static int authorize(
+        void* refusal, int action, const char* table, const char* column, const char* database,
+        const char* trigger);
+    [[nodiscard]] sqlite3* handle() const;
+
+    QTemporaryDir m_folder;
+    QueryAgentDatabase m_connection;
+    QScopedPointer<LibraryDatabase> m_reader;
+    Refusal m_refusal;
+};
+
+/// A trigger that makes a kind of change fail for real: `operation` is "INSERT", "UPDATE" or
+/// "DELETE", and the database's error text is "refused".
+QString refuse(const QString& operation, const QString& table);
+/// The error of a change that such a trigger has refused, as the log shows it.
+QString refusedError();
+/// The error of a statement whose table has been dropped, as the log shows it.
+QString noSuchTable(const QString& table);
+
+/// The four warnings of a statement that could not be run, in their order.
+QStringList queryWarnings(
+    const QString& function, const QString& message, const QString& error,
+    const QString& statement);
