@@ -1,30 +1,34 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "mgconfitem.h"
+
 #include <QObject>
 #include <QUrl>
-#include <mgconfitem.h>
 
-/// What was last asked for as the background, and the two wallpapers that were built for it, as
-/// three keys of the key/value store.
+/// What was last asked for as the background, and the two wallpapers that were built for it, as the
+/// key/value store has them. A moodset that was asked for is named by its file, and is the active
+/// one.
 ///
-/// For a moodset the source is the moodset's file, which is how the active moodset is known.
-/// Nothing is cached, and a change by another process is told of like one made here.
+/// Nothing is cached, and the signals follow the store, whoever writes to it: a setter's own signal
+/// comes from the event loop, like that of a write of another process.
 class MoodsetSettings : public QObject
 {
     Q_OBJECT
-
 public:
-    explicit MoodsetSettings(QObject* parent);
+    explicit MoodsetSettings(QObject* parent = nullptr);
 
-    /// A file URL; empty while the key is not set.
+    /// The file of the moodset or the picture, an empty URL if there is none.
     QUrl source() const;
-    /// Stores the local path of `url`, which is empty for a URL that is not local.
+
+    /// Stores the local path of `url`, an empty text if it has none.
     void setSource(const QUrl& url);
 
-    /// Local paths; empty while the key is not set.
+    /// The path of the wallpaper behind applications, empty if there is none.
     QString applicationImagePath() const;
     void setApplicationImagePath(const QString& path);
+
+    /// The path of the home screen's wallpaper, empty if there is none.
     QString homeImagePath() const;
     void setHomeImagePath(const QString& path);
 

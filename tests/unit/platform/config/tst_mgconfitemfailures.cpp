@@ -1,0 +1,278 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "mgconfitem.h"
+
+#include "dconfcommand.h"
+#include "messagelog.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QtTest>
+
+#include <csignal>
+
+namespace {
+
+QString text(const char* utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+QByteArray stored(const char* key)
+{
+    return runDconf({text("read"), text(key)});
+}
+
+void sendToService(int signal)
+{
+    const qint64 pid = dconfServicePid();
+    QVERIFY(pid > 0);
+    QCOMPARE(kill(static_cast<pid_t>(pid), signal), 0);
+}
+
+QByteArrayList threadNames(qint64 pid)
+{
+    QByteArrayList names;
+    const QDir threads(QStringLiteral("/proc/%1/task").arg(pid));
+    const QStringList ids = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString& id : ids) {
+        QFile name(threads.filePath(id + text("/comm")));
+        if (name.open(QIODevice::ReadOnly))
+            names.append(name.readAll().trimmed());
+    }
+    return names;
+}
+
+QByteArrayList withoutTheLibraries(QByteArrayList names)
+{
+    for (const char* const name : {"dconf worker", "gdbus", "gmain"})
+        names.removeAll(name);
+    return names;
+}
+
+// A process that uses an item, on a bus of its own.
+class ItemProcess : public QProcess
+{
+public:
+    explicit ItemProcess(const QString& busAddress = QString())
+    {
+        if (busAddress.isEmpty())
+            return;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(text("DBUS_SESSION_BUS_ADDRESS"), busAddress);
+        setProcessEnvironment(environment);
+    }
+
+    ~ItemProcess() override
+    {
+        kill();
+        waitForFinished();
+    }
+
+    void run(const QStringList& arguments) { start(text(ITEM_PROCESS), arguments); }
+
+    QList<QByteArray> lines()
+    {
+        m_output += readAllStandardOutput();
+        return m_output.split('\n');
+    }
+
+private:
+    QByteArray m_output;
+};
+
+// A session bus of its own, and how to end it.
+class SessionBus
+{
+public:
+    bool start()
+    {
+        m_process.start(
+            text("dbus-daemon"),
+            {text("--nofork"), text("--nopidfile"), text("--print-address"),
+             text("--config-file=") + machine() + text("/session-bus.conf"),
+             text("--address=") + address()});
+        return m_process.waitForReadyRead();
+    }
+
+    void end()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+    ~SessionBus() { end(); }
+
+    static QString address() { return text("unix:path=") + machine() + text("/runtime/other-bus"); }
+
+private:
+    static QString machine() { return qEnvironmentVariable("PRIVATE_MACHINE"); }
+
+    QProcess m_process;
+};
+
+} // namespace
+
+class MGConfItemFailuresTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void syncStoresTheValue()
+    {
+        ItemProcess process;
+
+        process.run({text("sync"), text("/end/synced"), text("kept")});
+        QVERIFY(process.waitForFinished());
+
+        QCOMPARE(stored("/end/synced"), QByteArray("'kept'"));
+    }
+
+    void endOfTheApplicationStoresTheValue()
+    {
+        for (int run = 0; run < 20; ++run) {
+            const QString value = QString::number(run);
+            ItemProcess process;
+
+            process.run({text("set"), text("/end/at-once"), value});
+            QVERIFY(process.waitForFinished());
+
+            QCOMPARE(process.exitCode(), 0);
+            QCOMPARE(stored("/end/at-once"), QByteArray("'" + value.toUtf8() + "'"));
+        }
+    }
+
+    void onlyTheLibrariesThreadsRun()
+    {
+        ItemProcess process;
+
+        process.run({text("follow"), text("/threads/key"), text("x")});
+        QTRY_COMPARE(process.lines(), QList<QByteArray>({"", "x", ""}));
+
+        // A new thread has its parent's name until it has given itself its own.
+        QTRY_VERIFY(threadNames(process.processId()).contains("gdbus"));
+        QTRY_COMPARE(
+            withoutTheLibraries(threadNames(process.processId())),
+            QByteArrayList({"item-process"}));
+    }
+
+    void deathOfTheServiceLosesNoLaterWrite()
+    {
+        const MessageLog log;
+        MGConfItem item(text("/death/key"));
+        item.set(1);
+        MGConfItem::sync();
+        const QSignalSpy changes(&item, &MGConfItem::valueChanged);
+
+        QVERIFY(killDconfService());
+        item.set(2);
+        MGConfItem::sync();
+
+        QCOMPARE(stored("/death/key"), QByteArray("2"));
+        QTRY_COMPARE(changes.count(), 1);
+        QCOMPARE(item.value(), QVariant(2));
+    }
+
+    void returnOfTheServiceNotifies()
+    {
+        const MGConfItem item(text("/return/key"));
+        const QSignalSpy changes(&item, &MGConfItem::valueChanged);
+        runDconf({text("write"), text("/return/key"), text("1")});
+        QTRY_COMPARE(changes.count(), 1);
+
+        QVERIFY(killDconfService());
+        QCOMPARE(item.value(), QVariant(1));
+        runDconf({text("write"), text("/return/key"), text("2")});
+
+        QTRY_COMPARE(changes.count(), 2);
+        QCOMPARE(item.value(), QVariant(2));
+    }
+
+    void serviceThatStandsStillHoldsUpNeitherWritesNorNotifications()
+    {
+        MGConfItem item(text("/still/key"));
+        const QSignalSpy changes(&item, &MGConfItem::valueChanged);
+
+        sendToService(SIGSTOP);
+        item.set(1);
+
+        // Had any of it waited for the service, the value would be taken back by now.
+        QTRY_COMPARE(changes.count(), 1);
+        QCOMPARE(item.value(), QVariant(1));
+        sendToService(SIGCONT);
+        MGConfItem::sync();
+        QCOMPARE(stored("/still/key"), QByteArray("1"));
+        QCOMPARE(changes.count(), 1);
+    }
+
+    void valueThatCannotBeStoredIsTakenBack()
+    {
+        MGConfItem item(text("/read-only/key"));
+        item.set(text("before"));
+        MGConfItem::sync();
+        const QSignalSpy changes(&item, &MGConfItem::valueChanged);
+        QFile folder(qEnvironmentVariable("XDG_CONFIG_HOME") + text("/dconf"));
+        const auto makeWritable = [&folder] {
+            return folder.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        };
+        const auto cleanup = qScopeGuard(makeWritable);
+        QVERIFY(folder.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+
+        sendToService(SIGSTOP);
+        item.set(text("after"));
+        QCOMPARE(item.value(), QVariant(text("after")));
+        QTRY_COMPARE(changes.count(), 1);
+        sendToService(SIGCONT);
+
+        QTRY_COMPARE(changes.count(), 2);
+        QCOMPARE(item.value(), QVariant(text("before")));
+        QVERIFY(makeWritable());
+        item.set(text("again"));
+        MGConfItem::sync();
+        QCOMPARE(stored("/read-only/key"), QByteArray("'again'"));
+    }
+
+    void withoutABusValuesAreReadAndWritesAreTakenBack()
+    {
+        runDconf({text("write"), text("/no-bus/key"), text("'stored'")});
+        ItemProcess process(text("unix:path=/nonexistent/bus"));
+
+        process.run({text("follow"), text("/no-bus/key"), text("new")});
+
+        // The line between is the new value, or the old one if it is back already.
+        QTRY_COMPARE(process.lines().size(), 4);
+        QCOMPARE(process.lines().at(0), QByteArray("stored"));
+        QCOMPARE(process.lines().at(2), QByteArray("stored"));
+        QCOMPARE(process.state(), QProcess::Running);
+    }
+
+    void withoutABusTheApplicationEndsAtOnce()
+    {
+        ItemProcess process(text("unix:path=/nonexistent/bus"));
+
+        process.run({text("set"), text("/no-bus/end"), text("lost")});
+
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+    }
+
+    void processEndsWithItsBus()
+    {
+        SessionBus bus;
+        QVERIFY(bus.start());
+        ItemProcess process(SessionBus::address());
+        process.run({text("follow"), text("/bus-death/key"), text("x")});
+        QTRY_COMPARE(process.lines(), QList<QByteArray>({"", "x", ""}));
+
+        bus.end();
+
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(process.exitCode(), SIGTERM);
+    }
+};
+
+QTEST_GUILESS_MAIN(MGConfItemFailuresTest)
+
+#include "tst_mgconfitemfailures.moc"

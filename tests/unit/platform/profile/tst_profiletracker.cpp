@@ -1,0 +1,387 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "profile.h"
+
+#include "dconfcommand.h"
+#include "mgconfitem.h"
+
+#include <QtTest>
+
+namespace {
+
+constexpr char tone[] = "sms.alert.tone";
+
+QByteArray line(const char* kind, const char* profile, const char* key, const char* value)
+{
+    return QByteArray(kind) + ' ' + profile + ' ' + key + '='
+        + (value != nullptr ? QByteArray(value) : QByteArray("null"));
+}
+
+// Registered for all three kinds, notes what it is called with.
+class Recorder
+{
+public:
+    Recorder()
+    {
+        profile_track_add_profile_cb(&Recorder::noteProfile, this, nullptr);
+        profile_track_add_change_cb(&Recorder::noteChange, this, nullptr);
+        profile_track_add_active_cb(&Recorder::noteActive, this, nullptr);
+    }
+
+    ~Recorder()
+    {
+        profile_track_remove_profile_cb(&Recorder::noteProfile, this);
+        profile_track_remove_change_cb(&Recorder::noteChange, this);
+        profile_track_remove_active_cb(&Recorder::noteActive, this);
+    }
+
+    Q_DISABLE_COPY_MOVE(Recorder)
+
+    QByteArrayList take() { return std::exchange(m_calls, {}); }
+    const QByteArrayList& calls() const { return m_calls; }
+
+private:
+    static void noteProfile(const char* profile, void* self)
+    {
+        static_cast<Recorder*>(self)->m_calls.append(QByteArray("profile ") + profile);
+    }
+
+    static void noteChange(
+        const char* profile, const char* key, const char* value, const char* type, void* self)
+    {
+        QCOMPARE(type, "");
+        static_cast<Recorder*>(self)->m_calls.append(line("change", profile, key, value));
+    }
+
+    static void noteActive(
+        const char* profile, const char* key, const char* value, const char* type, void* self)
+    {
+        QCOMPARE(type, "");
+        static_cast<Recorder*>(self)->m_calls.append(line("active", profile, key, value));
+    }
+
+    QByteArrayList m_calls;
+};
+
+// A change of another process, after all of this one's.
+void dconf(const char* command, const char* path, const char* argument = nullptr)
+{
+    MGConfItem::sync();
+    QStringList arguments{
+        QString::fromUtf8(command),
+        QStringLiteral("/com/zavro/profile/") + QString::fromUtf8(path)};
+    if (argument != nullptr)
+        arguments.append(QString::fromUtf8(argument));
+    runDconf(arguments);
+}
+
+// Returns when all changes up to now have been told of: the bus keeps the order. The last call is
+// that of this function's own change.
+bool settle(const Recorder& recorder)
+{
+    static int count = 0;
+    const QByteArray number = QByteArray::number(++count);
+    dconf("write", "fence/fence", ("'" + number + "'").constData());
+    return QTest::qWaitFor(
+        [&] { return recorder.calls().contains(line("change", "fence", "fence", number)); });
+}
+
+} // namespace
+
+class ProfileTrackerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        MGConfItem::sync();
+        runDconf({QStringLiteral("reset"), QStringLiteral("-f"), QStringLiteral("/com/")});
+        profile_tracker_init();
+    }
+
+    void cleanup() { profile_tracker_quit(); }
+
+    void ownChangeOfAnInactiveProfileCallsTheChangeCallbackFromTheEventLoop()
+    {
+        Recorder recorder;
+
+        profile_set_value("silent", tone, "/a.ogg");
+        QCOMPARE(recorder.calls(), QByteArrayList());
+
+        const QByteArrayList expected{line("change", "silent", tone, "/a.ogg")};
+        QTRY_COMPARE(recorder.calls(), expected);
+        QVERIFY(settle(recorder));
+        QCOMPARE(recorder.calls().size(), 2);
+    }
+
+    void changeOfTheActiveProfileCallsBothCallbacks()
+    {
+        Recorder recorder;
+
+        profile_set_value("general", tone, "/a.ogg");
+
+        const QByteArrayList expected{
+            line("change", "general", tone, "/a.ogg"), line("active", "general", tone, "/a.ogg")};
+        QTRY_COMPARE(recorder.calls(), expected);
+    }
+
+    void changeOfAnotherProcessCallsBack()
+    {
+        Recorder recorder;
+
+        dconf("write", "general/sms.alert.tone", "'/a.ogg'");
+
+        const QByteArrayList expected{
+            line("change", "general", tone, "/a.ogg"), line("active", "general", tone, "/a.ogg")};
+        QTRY_COMPARE(recorder.calls(), expected);
+    }
+
+    void switchOfTheProfileCallsTheProfileCallbackAlone_data()
+    {
+        QTest::addColumn<QByteArray>("profile");
+        QTest::newRow("known") << QByteArray("silent");
+        QTest::newRow("unheard of") << QByteArray("flight");
+    }
+
+    void switchOfTheProfileCallsTheProfileCallbackAlone()
+    {
+        QFETCH(QByteArray, profile);
+        profile_tracker_quit();
+        profile_set_value("general", tone, "/general.ogg");
+        profile_set_value("silent", tone, "/silent.ogg");
+        profile_set_value("fallback", tone, "/fallback.ogg");
+        profile_tracker_init();
+        Recorder recorder;
+
+        profile_set_profile(profile.constData());
+
+        QTRY_COMPARE(recorder.calls(), QByteArrayList({"profile " + profile}));
+        QVERIFY(settle(recorder));
+        QCOMPARE(recorder.calls().size(), 2);
+    }
+
+    void foreignSwitchOfTheProfileCallsBack()
+    {
+        Recorder recorder;
+
+        dconf("write", "active", "'silent'");
+        QTRY_COMPARE(recorder.calls(), QByteArrayList({"profile silent"}));
+        recorder.take();
+        dconf("reset", "active");
+
+        QTRY_COMPARE(recorder.calls(), QByteArrayList({"profile general"}));
+    }
+
+    void valueAfterASwitchIsOfTheNewActiveProfile()
+    {
+        Recorder recorder;
+
+        profile_set_profile("silent");
+        profile_set_value("silent", tone, "/a.ogg");
+        profile_set_value("general", tone, "/b.ogg");
+
+        const QByteArrayList expected{
+            "profile silent", line("change", "general", tone, "/b.ogg"),
+            line("change", "silent", tone, "/a.ogg"), line("active", "silent", tone, "/a.ogg")};
+        QTRY_COMPARE(recorder.calls(), expected);
+    }
+
+    void fallbackChangeReachesTheProfilesWithoutAnOwnValue()
+    {
+        profile_set_value("silent", tone, "/silent.ogg");
+        Recorder recorder;
+        QVERIFY(settle(recorder));
+        recorder.take();
+
+        dconf("write", "fallback/sms.alert.tone", "'/f.ogg'");
+
+        QTRY_VERIFY(recorder.calls().contains(line("change", "fallback", tone, "/f.ogg")));
+        const QByteArrayList expected{
+            line("change", "fallback", tone, "/f.ogg"), line("change", "fence", tone, "/f.ogg"),
+            line("change", "general", tone, "/f.ogg"), line("active", "general", tone, "/f.ogg"),
+            line("change", "moodset", tone, "/f.ogg")};
+        QCOMPARE(recorder.calls(), expected);
+    }
+
+    void clearedValueIsToldAsTheFallbacks()
+    {
+        profile_set_value("fallback", tone, "/f.ogg");
+        profile_set_value("silent", tone, "/silent.ogg");
+        Recorder recorder;
+        QVERIFY(settle(recorder));
+        recorder.take();
+
+        profile_set_value("silent", tone, "");
+
+        QTRY_COMPARE(recorder.calls(), QByteArrayList({line("change", "silent", tone, "/f.ogg")}));
+    }
+
+    void clearedValueWithoutAFallbackIsToldAsNull()
+    {
+        profile_set_value("silent", tone, "/silent.ogg");
+        Recorder recorder;
+        QVERIFY(settle(recorder));
+        recorder.take();
+
+        profile_set_value("silent", tone, "");
+
+        QTRY_COMPARE(recorder.calls(), QByteArrayList({line("change", "silent", tone, nullptr)}));
+    }
+
+    void sameEffectiveValueCallsNobody()
+    {
+        profile_set_value("fallback", tone, "/f.ogg");
+        Recorder recorder;
+        QVERIFY(settle(recorder));
+        recorder.take();
+
+        profile_set_value("silent", tone, "/f.ogg");
+        dconf("write", "silent/sms.alert.tone", "'/f.ogg'");
+
+        QVERIFY(settle(recorder));
+        QCOMPARE(recorder.calls().size(), 1);
+    }
+
+    void changesOfOneTurnCallBackOnceWithTheLastValue()
+    {
+        Recorder recorder;
+
+        profile_set_value_as_int("silent", "ringing.alert.volume", 10);
+        profile_set_value_as_int("silent", "ringing.alert.volume", 20);
+
+        QTRY_VERIFY(!recorder.calls().isEmpty());
+        QCOMPARE(
+            recorder.calls(),
+            QByteArrayList({line("change", "silent", "ringing.alert.volume", "20")}));
+    }
+
+    void resetOfTheDirectoryCallsBackForEachValue()
+    {
+        profile_set_value("silent", tone, "/a.ogg");
+        profile_set_value("moodset", tone, "/b.ogg");
+        profile_set_profile("silent");
+        Recorder recorder;
+        QVERIFY(settle(recorder));
+        recorder.take();
+
+        MGConfItem::sync();
+        runDconf({QStringLiteral("reset"), QStringLiteral("-f"), QStringLiteral("/com/zavro/")});
+
+        const QByteArrayList expected{
+            "profile general", line("change", "fence", "fence", nullptr),
+            line("change", "moodset", tone, nullptr), line("change", "silent", tone, nullptr)};
+        QTRY_COMPARE(recorder.calls(), expected);
+    }
+
+    void keysBesideTheProfilesCallNobody()
+    {
+        Recorder recorder;
+
+        dconf("write", "general/dir/key", "'x'");
+        dconf("write", "other", "'x'");
+        runDconf(
+            {QStringLiteral("write"), QStringLiteral("/com/zavro/profiles"), QStringLiteral("1")});
+
+        QVERIFY(settle(recorder));
+        QCOMPARE(recorder.calls().size(), 1);
+    }
+
+    void quitTrackerCallsNobody()
+    {
+        Recorder recorder;
+        profile_set_value("silent", tone, "/a.ogg");
+
+        profile_tracker_quit();
+        QCoreApplication::processEvents();
+        dconf("write", "silent/sms.alert.tone", "'/b.ogg'");
+        profile_tracker_init();
+
+        QVERIFY(settle(recorder));
+        QCOMPARE(recorder.calls().size(), 1);
+    }
+
+    void trackerStartedTwiceIsStoppedByOneQuit()
+    {
+        Recorder recorder;
+
+        profile_tracker_init();
+        profile_tracker_quit();
+        profile_set_value("silent", tone, "/a.ogg");
+        QCoreApplication::processEvents();
+        profile_tracker_init();
+
+        QVERIFY(settle(recorder));
+        QCOMPARE(recorder.calls().size(), 1);
+    }
+
+    void deathOfTheServiceLosesNoLaterChange()
+    {
+        Recorder recorder;
+
+        QVERIFY(killDconfService());
+        dconf("write", "silent/sms.alert.tone", "'/b.ogg'");
+
+        QTRY_COMPARE(recorder.calls(), QByteArrayList({line("change", "silent", tone, "/b.ogg")}));
+    }
+
+    void removedCallbackIsNotCalledAndItsDataFreedOnce()
+    {
+        int calls = 0;
+        static int freed;
+        freed = 0;
+        const auto count = [](const char*, void* data) { ++*static_cast<int*>(data); };
+        const auto free = [](void*) { ++freed; };
+        profile_track_add_profile_cb(count, &calls, free);
+
+        QCOMPARE(profile_track_remove_profile_cb(count, nullptr), -1);
+        QCOMPARE(profile_track_remove_profile_cb(count, &calls), 0);
+        QCOMPARE(profile_track_remove_profile_cb(count, &calls), -1);
+
+        Recorder recorder;
+        profile_set_profile("silent");
+        QTRY_COMPARE(recorder.calls().size(), 1);
+        QCOMPARE(calls, 0);
+        QCOMPARE(freed, 1);
+    }
+
+    void callbackMayRemoveItselfAndOthers()
+    {
+        static int calls;
+        calls = 0;
+        static void (*remove)(const char*, void*);
+        remove = [](const char*, void* data) {
+            ++calls;
+            profile_track_remove_profile_cb(remove, nullptr);
+            profile_track_remove_profile_cb(remove, data);
+        };
+        profile_track_add_profile_cb(remove, nullptr, nullptr);
+        profile_track_add_profile_cb(remove, nullptr, nullptr);
+        Recorder recorder;
+
+        profile_set_profile("silent");
+
+        QTRY_COMPARE(recorder.calls().size(), 1);
+        QCOMPARE(calls, 1);
+    }
+
+    void callbackMayChangeAValue()
+    {
+        const auto answer = [](const char*, const char* key, const char*, const char*, void*) {
+            if (qstrcmp(key, tone) == 0)
+                profile_set_value("moodset", "answer", "given");
+        };
+        profile_track_add_change_cb(answer, nullptr, nullptr);
+        Recorder recorder;
+
+        profile_set_value("silent", tone, "/a.ogg");
+
+        const QByteArrayList expected{
+            line("change", "silent", tone, "/a.ogg"), line("change", "moodset", "answer", "given")};
+        QTRY_COMPARE(recorder.calls(), expected);
+        profile_track_remove_change_cb(answer, nullptr);
+    }
+};
+
+QTEST_GUILESS_MAIN(ProfileTrackerTest)
+
+#include "tst_profiletracker.moc"
