@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "content/queryagent.h"
+#include "content/filequeryagent.h"
 #include "content/queryagentdatabase.h"
 
 #include <QTemporaryDir>
@@ -11,11 +11,12 @@
 namespace {
 
 /// An agent that tells, when it dies, how many statements its connection still has.
-class MortalAgent : public QueryAgent
+class MortalAgent : public FileQueryAgent
 {
 public:
-    MortalAgent(const QueryAgentDatabase& database, QVector<int>* statementsLeft)
-        : m_database(database)
+    MortalAgent(QueryAgentDatabase& database, QVector<int>* statementsLeft)
+        : FileQueryAgent(database)
+        , m_database(database)
         , m_statementsLeft(statementsLeft)
     {
     }
