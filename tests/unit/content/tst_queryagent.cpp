@@ -218,6 +218,19 @@ private Q_SLOTS:
                  QStringLiteral("\"SELECT \\\"a\\\" FROM\\ncolour\"")}));
     }
 
+    void statementIsReportedWithItsPlaceholders()
+    {
+        ContentLibrary library;
+        QSqlQuery query(library.reader);
+        QVERIFY(query.prepare(QStringLiteral("SELECT ?;")));
+        query.bindValue(0, 5);
+        QVERIFY(query.exec());
+
+        QueryAgent::warn(query, "f", "m");
+
+        QCOMPARE(m_log->takeWarnings().last(), QStringLiteral("\"SELECT ?;\""));
+    }
+
     void threadIdIsItsConnectionsNumber()
     {
         ContentLibrary first;

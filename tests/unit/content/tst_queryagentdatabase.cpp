@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "content/queryagent.h"
+#include "content/filequeryagent.h"
 #include "content/queryagentdatabase.h"
 
 #include <QTemporaryDir>
-#include <QUrl>
 #include <QtTest>
 
 #include <memory>
@@ -12,22 +11,17 @@
 namespace {
 
 /// An agent that tells, when it dies, how many statements its connection still has.
-class MortalAgent : public QueryAgent
+class MortalAgent : public FileQueryAgent
 {
 public:
     MortalAgent(QueryAgentDatabase& database, QVector<int>* statementsLeft)
-        : QueryAgent(database)
+        : FileQueryAgent(database)
         , m_database(database)
         , m_statementsLeft(statementsLeft)
     {
     }
     ~MortalAgent() override { m_statementsLeft->append(m_database.cache.size()); }
     Q_DISABLE_COPY_MOVE(MortalAgent)
-
-    QHash<int, QByteArray> roleNames() const override { return {}; }
-    Content queryById(qint64) override { return Content(); }
-    Content queryByUrl(const QUrl&) override { return Content(); }
-    bool query(Recipient*, const Parameters&) override { return false; }
 
 private:
     const QueryAgentDatabase& m_database;
