@@ -58,6 +58,7 @@ QStringList libraryRows(const QString& database)
             "LEFT JOIN directory AS parent ON parent.id = directory.parentId "
             "LEFT JOIN file ON file.directoryId = directory.id "
             "LEFT JOIN image ON image.fileId = file.id "
+            "WHERE directory.path NOT IN ('/usr/share/moodset', '/usr/share/sounds') "
             "ORDER BY directory.path, file.fileName;"));
 }
 

@@ -5,7 +5,9 @@
 #include <QStringList>
 
 /// All that a database holds of directories, files and pictures, a line for each file, whatever
-/// the ids and the order in which the rows were written. Ends this process if it cannot be read.
+/// the ids and the order in which the rows were written, but for the install directories
+/// themselves, which the daemon follows whatever pictures there are. Ends this process if it cannot
+/// be read.
 QStringList libraryRows(const QString& database);
 
 /// The number of pictures with an `image` row in the directory at `path`.

@@ -103,7 +103,8 @@ Library::Counts Library::counts() const
     const bool succeeded =
         query.exec(QStringLiteral("SELECT COUNT(*), SUM(mimeType GLOB 'image/*'),"
                                   " SUM(mimeType GLOB 'image/*' AND metadataCurrent = 0),"
-                                  " (SELECT COUNT(*) FROM directory) FROM file"));
+                                  " (SELECT COUNT(*) FROM directory WHERE scope = 0"
+                                  " OR id IN (SELECT directoryId FROM file)) FROM file"));
     if (query.next()) {
         counts.files = query.value(0).toInt();
         counts.photos = query.value(1).toInt();

@@ -18,6 +18,7 @@ public:
     struct Counts
     {
         int files = 0;
+        /// Folders whose new files the daemon takes in, and folders of files that it knows.
         int folders = 0;
         /// Picture files, whether or not their data have been read.
         int photos = 0;

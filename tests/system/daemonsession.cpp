@@ -118,7 +118,17 @@ QStringList DaemonSession::libraryFiles()
 
 QStringList DaemonSession::libraryDirectories()
 {
-    return firstColumn(library().rows(QStringLiteral("SELECT path FROM directory")));
+    QStringList directories =
+        firstColumn(library().rows(QStringLiteral("SELECT path FROM directory")));
+    const QStringList installed = installDirectories();
+    for (const QString& path : installed)
+        directories.removeOne(path);
+    return directories;
+}
+
+QStringList DaemonSession::installDirectories()
+{
+    return {QStringLiteral("/usr/share/moodset"), QStringLiteral("/usr/share/sounds")};
 }
 
 QStringList DaemonSession::diskFiles() const

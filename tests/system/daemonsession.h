@@ -54,8 +54,11 @@ public:
     /// begins with "?".
     QStringList libraryFiles();
 
-    /// The paths of all directories that have a row, sorted.
+    /// The paths of all directories that have a row, sorted, but for installDirectories().
     QStringList libraryDirectories();
+
+    /// The directories of installed packages, which are in every library.
+    static QStringList installDirectories();
 
     /// The paths of what a scan of the pictures folder ought to list, sorted.
     QStringList diskFiles() const;

@@ -30,12 +30,12 @@ private Q_SLOTS:
         m_writer.setDatabaseName(m_path);
         QVERIFY(m_writer.open());
         execute("PRAGMA journal_mode = WAL");
-        execute("CREATE TABLE directory (id INTEGER PRIMARY KEY, path TEXT)");
+        execute("CREATE TABLE directory (id INTEGER PRIMARY KEY, path TEXT, scope INTEGER)");
         execute("CREATE TABLE file (id INTEGER PRIMARY KEY, directoryId INTEGER, mimeType TEXT,"
                 " fileName TEXT, modificationTime DATETIME, metadataCurrent BOOL)");
         execute("CREATE TABLE image (fileId INTEGER PRIMARY KEY, dateTaken DATETIME,"
                 " width INTEGER, height INTEGER, orientation INTEGER)");
-        execute("INSERT INTO directory VALUES (1, '/b'), (2, '/a')");
+        execute("INSERT INTO directory VALUES (1, '/b', 0), (2, '/a', 1)");
         execute("INSERT INTO file VALUES"
                 " (1, 1, 'image/jpeg', 'full.jpg', '2020-02-03T04:05:06.007', 1),"
                 " (2, 2, 'image/png', 'waiting.png', '2020-02-03T04:05:06.007', 0),"
@@ -98,6 +98,18 @@ private Q_SLOTS:
         QCOMPARE(counts.folders, 2);
         QCOMPARE(counts.photos, 3);
         QCOMPARE(counts.waitingPhotos, 1);
+    }
+
+    void countsFoldersThatTakeNewFilesAndFoldersOfFiles()
+    {
+        execute("INSERT INTO directory VALUES (3, '/taking', 0), (4, '/known', 1),"
+                " (5, '/package', 2)");
+        Library library(m_path);
+        QVERIFY(library.open());
+
+        QCOMPARE(library.counts().folders, 3);
+        execute("INSERT INTO file (id, directoryId) VALUES (5, 5), (6, 5)");
+        QCOMPARE(library.counts().folders, 4);
     }
 
     void dataVersionTellsOfWrites()
