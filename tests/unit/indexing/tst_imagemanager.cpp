@@ -9,6 +9,7 @@
 #include "service/albumgallery.h"
 #include "testfolder.h"
 
+#include <QAbstractEventDispatcher>
 #include <QSignalSpy>
 #include <QSqlQuery>
 #include <QtTest>
@@ -90,6 +91,7 @@ class ImageManagerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void handlesImages();
     void constructingLeavesNoTransactionOpen();
     void statementThatCannotBePreparedIsReported_data();
@@ -564,6 +566,18 @@ void ImageManagerTest::failedImageUpdateIsReportedAndTriedAgain()
     test.database.exec(QStringLiteral("DROP TRIGGER refuse_INSERT_image;"));
     QVERIFY(manager.updateMetaData());
     QCOMPARE(test.imageRows(), 100);
+}
+
+/// The first service object of a library scans the install directories; its end drops what it was
+/// about to announce of that.
+void ImageManagerTest::initTestCase()
+{
+    MessageLog log;
+    const AlbumGallery gallery;
+    // Each step of a scan posts the next one.
+    while (QAbstractEventDispatcher::instance()->hasPendingEvents()) {
+        QCoreApplication::processEvents();
+    }
 }
 
 void ImageManagerTest::imagesAreAnnounced()

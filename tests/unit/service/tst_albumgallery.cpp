@@ -500,7 +500,10 @@ private:
     /// Lets the scans that are due take place, and their announcements.
     static void settle()
     {
-        QCoreApplication::processEvents();
+        // Each step of a scan posts the next one.
+        while (QAbstractEventDispatcher::instance()->hasPendingEvents()) {
+            QCoreApplication::processEvents();
+        }
         QTRY_VERIFY(!changeTimer().isActive());
     }
 
