@@ -39,12 +39,15 @@ QByteArray _profileName(ProfileManager::Profile profile)
 
 ProfileManager::Profile profileFromName(const QByteArray& name)
 {
-    if (name == "moodset")
+    if (name == "moodset") {
         return ProfileManager::Moodset;
-    if (name == "general")
+    }
+    if (name == "general") {
         return ProfileManager::General;
-    if (name == "silent")
+    }
+    if (name == "silent") {
         return ProfileManager::Silent;
+    }
     return ProfileManager::Unknown;
 }
 
@@ -77,16 +80,18 @@ ProfileManager::ProfileManager(QObject* parent)
     profile_track_add_active_cb(&handleValue, this, nullptr);
     profile_track_add_change_cb(&handleValue, this, nullptr);
     profile_connection_enable_autoconnect();
-    if (s_instanceCounter == 0)
+    if (s_instanceCounter == 0) {
         profile_tracker_init();
+    }
     ++s_instanceCounter;
 }
 
 ProfileManager::~ProfileManager()
 {
     --s_instanceCounter;
-    if (s_instanceCounter == 0)
+    if (s_instanceCounter == 0) {
         profile_tracker_quit();
+    }
     profile_track_remove_profile_cb(&handleProfile, this);
     profile_track_remove_active_cb(&handleValue, this);
     profile_track_remove_change_cb(&handleValue, this);
@@ -100,12 +105,14 @@ ProfileManager::Profile ProfileManager::profile() const
 void ProfileManager::setProfile(Profile profile)
 {
     const QByteArray name = _profileName(profile);
-    if (name == m_profile)
+    if (name == m_profile) {
         return;
+    }
     m_profile = name;
     Q_EMIT profileChanged();
-    if (m_activateProfileOnChange)
+    if (m_activateProfileOnChange) {
         profile_set_profile(name.constData());
+    }
 }
 
 ProfileManager::Profile ProfileManager::activeProfile() const
@@ -126,8 +133,9 @@ bool ProfileManager::activateProfileOnChange() const
 
 void ProfileManager::setActivateProfileOnChange(bool activate)
 {
-    if (activate == m_activateProfileOnChange)
+    if (activate == m_activateProfileOnChange) {
         return;
+    }
     m_activateProfileOnChange = activate;
     Q_EMIT activateProfileOnChangeChanged();
 }
@@ -143,8 +151,9 @@ int ProfileManager::ringerVolume()
 
 void ProfileManager::setRingerVolume(int volume)
 {
-    if (volume == m_ringerVolume)
+    if (volume == m_ringerVolume) {
         return;
+    }
     m_ringerVolume = volume;
     profile_set_value_as_int(m_profile.constData(), volumeKey, volume);
     Q_EMIT ringerVolumeChanged();
@@ -293,10 +302,12 @@ void ProfileManager::setClockAlarmToneEnabled(bool enabled)
 void ProfileManager::clear()
 {
     clearValue(volumeKey);
-    for (const Tone& tone : tones)
+    for (const Tone& tone : tones) {
         clearValue(tone.fileKey);
-    for (const Tone& tone : tones)
+    }
+    for (const Tone& tone : tones) {
         clearValue(tone.enabledKey);
+    }
 }
 
 void ProfileManager::clearToneSettings(ToneId id)
@@ -330,8 +341,9 @@ void ProfileManager::classBegin()
 
 void ProfileManager::componentComplete()
 {
-    if (m_activateProfileOnChange)
+    if (m_activateProfileOnChange) {
         profile_set_profile(m_profile.constData());
+    }
 }
 
 bool ProfileManager::isToneId(ToneId id)
@@ -363,8 +375,9 @@ QString ProfileManager::toneFile(ToneId id)
 void ProfileManager::setToneFile(ToneId id, const QString& file)
 {
     QString& cached = cache(id).file;
-    if (!file.isEmpty() && file == cached)
+    if (!file.isEmpty() && file == cached) {
         return;
+    }
     cached = file;
     profile_set_value(m_profile.constData(), tone(id).fileKey, file.toUtf8().constData());
     Q_EMIT(this->*tone(id).fileChanged)();
@@ -384,8 +397,9 @@ void ProfileManager::setToneEnabled(ToneId id, bool enabled)
 {
     int& cached = cache(id).enabled;
     const int flag = enabled ? 1 : 0;
-    if (flag == cached)
+    if (flag == cached) {
         return;
+    }
     cached = flag;
     profile_set_value_as_bool(m_profile.constData(), tone(id).enabledKey, flag);
     Q_EMIT(this->*tone(id).enabledChanged)();
@@ -423,8 +437,9 @@ void ProfileManager::updateStateCallBack(
     const char* profile, const char* key, const char* value, const char* type)
 {
     Q_UNUSED(type)
-    if (m_profile != profile)
+    if (m_profile != profile) {
         return;
+    }
     updateCache(key, value);
     Q_EMIT profileUpdated();
 }
@@ -438,17 +453,19 @@ void ProfileManager::updateCache(const char* key, const char* value)
     }
     for (int id = RingerTone; id <= ClockAlarmTone; ++id) {
         const auto toneId = static_cast<ToneId>(id);
-        if (tone(toneId).fileIsFollowed && name == tone(toneId).fileKey)
+        if (tone(toneId).fileIsFollowed && name == tone(toneId).fileKey) {
             updateFile(toneId, QString::fromUtf8(value));
-        else if (name == tone(toneId).enabledKey)
+        } else if (name == tone(toneId).enabledKey) {
             updateEnabled(toneId, profile_parse_bool(value) != 0 ? 1 : 0);
+        }
     }
 }
 
 void ProfileManager::updateVolume(int volume)
 {
-    if (volume == m_ringerVolume)
+    if (volume == m_ringerVolume) {
         return;
+    }
     m_ringerVolume = volume;
     Q_EMIT ringerVolumeChanged();
 }
@@ -456,8 +473,9 @@ void ProfileManager::updateVolume(int volume)
 void ProfileManager::updateFile(ToneId id, const QString& file)
 {
     QString& cached = cache(id).file;
-    if (file == cached)
+    if (file == cached) {
         return;
+    }
     cached = file;
     Q_EMIT(this->*tone(id).fileChanged)();
 }
@@ -465,8 +483,9 @@ void ProfileManager::updateFile(ToneId id, const QString& file)
 void ProfileManager::updateEnabled(ToneId id, int enabled)
 {
     int& cached = cache(id).enabled;
-    if (enabled == cached)
+    if (enabled == cached) {
         return;
+    }
     cached = enabled;
     Q_EMIT(this->*tone(id).enabledChanged)();
 }

@@ -71,8 +71,9 @@ GVariantPointer DconfStore::read(const QByteArray& key) const
 bool DconfStore::write(const QByteArray& key, GVariant* value)
 {
     GError* error = nullptr;
-    if (dconf_client_write_fast(m_client.get(), key.constData(), value, &error))
+    if (dconf_client_write_fast(m_client.get(), key.constData(), value, &error)) {
         return true;
+    }
     const std::unique_ptr<GError, ErrorFree> owner(error);
     qWarning() << "Failed to write to the key/value store:" << QString::fromUtf8(key)
                << QString::fromUtf8(error->message);
@@ -85,8 +86,9 @@ QList<QByteArray> DconfStore::list(const QByteArray& directory) const
     const std::unique_ptr<char*, NamesFree> names(
         dconf_client_list(m_client.get(), directory.constData(), &count));
     QList<QByteArray> list;
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         list.append(names.get()[i]);
+    }
     return list;
 }
 
@@ -108,8 +110,9 @@ void DconfStore::sync()
 // One step per turn of the event loop, so that a flood of changes leaves room for all else.
 void DconfStore::dispatchNext()
 {
-    if (g_main_context_iteration(m_context.get(), FALSE))
+    if (g_main_context_iteration(m_context.get(), FALSE)) {
         QMetaObject::invokeMethod(this, &DconfStore::dispatchNext, Qt::QueuedConnection);
+    }
 }
 
 // The writer thread ends with the process, and what it has not sent by then is lost.
@@ -126,8 +129,9 @@ void DconfStore::handleChanged(
     Q_UNUSED(client)
     Q_UNUSED(tag)
     // The empty change stands for the prefix itself.
-    for (; *changes != nullptr; ++changes)
+    for (; *changes != nullptr; ++changes) {
         Q_EMIT static_cast<DconfStore*>(self)->changed(QByteArray(prefix) + *changes);
+    }
 }
 
 bool touchesKey(const QByteArray& path, const QByteArray& key)

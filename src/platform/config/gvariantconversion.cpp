@@ -9,8 +9,9 @@ using Elements = std::vector<GVariantPointer>;
 
 GVariantPointer textToGVariant(const QString& text)
 {
-    if (text.contains(QChar::Null))
+    if (text.contains(QChar::Null)) {
         return nullptr;
+    }
     return takeGVariant(g_variant_new_string(text.toUtf8().constData()));
 }
 
@@ -30,8 +31,9 @@ GVariantPointer arrayOf(const GVariantType* elementType, const Elements& element
 {
     std::vector<GVariant*> children;
     for (const GVariantPointer& element : elements) {
-        if (!element)
+        if (!element) {
             return nullptr;
+        }
         children.push_back(element.get());
     }
     return takeGVariant(g_variant_new_array(elementType, children.data(), children.size()));
@@ -40,16 +42,18 @@ GVariantPointer arrayOf(const GVariantType* elementType, const Elements& element
 GVariantPointer textsToGVariant(const QStringList& texts)
 {
     Elements elements;
-    for (const QString& text : texts)
+    for (const QString& text : texts) {
         elements.push_back(textToGVariant(text));
+    }
     return arrayOf(G_VARIANT_TYPE_STRING, elements);
 }
 
 GVariantPointer listToGVariant(const QVariantList& list)
 {
     Elements elements;
-    for (const QVariant& value : list)
+    for (const QVariant& value : list) {
         elements.push_back(boxed(value));
+    }
     return arrayOf(G_VARIANT_TYPE_VARIANT, elements);
 }
 
@@ -57,16 +61,18 @@ GVariantPointer entryToGVariant(const QString& key, const QVariant& value)
 {
     const GVariantPointer text = textToGVariant(key);
     const GVariantPointer content = boxed(value);
-    if (!text || !content)
+    if (!text || !content) {
         return nullptr;
+    }
     return takeGVariant(g_variant_new_dict_entry(text.get(), content.get()));
 }
 
 GVariantPointer mapToGVariant(const QVariantMap& map)
 {
     Elements elements;
-    for (auto entry = map.cbegin(); entry != map.cend(); ++entry)
+    for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
         elements.push_back(entryToGVariant(entry.key(), entry.value()));
+    }
     return arrayOf(G_VARIANT_TYPE("{sv}"), elements);
 }
 
@@ -90,8 +96,9 @@ QVariant bytesFromGVariant(GVariant* value)
 QVariant textsFromGVariant(GVariant* value)
 {
     QStringList texts;
-    for (gsize i = 0; i < g_variant_n_children(value); ++i)
+    for (gsize i = 0; i < g_variant_n_children(value); ++i) {
         texts.append(textFromGVariant(child(value, i).get()));
+    }
     return texts;
 }
 
@@ -100,8 +107,9 @@ QVariant listFromGVariant(GVariant* value)
     QVariantList list;
     for (gsize i = 0; i < g_variant_n_children(value); ++i) {
         const QVariant element = fromGVariant(child(value, i).get());
-        if (!element.isValid())
+        if (!element.isValid()) {
             return {};
+        }
         list.append(element);
     }
     return list;
@@ -113,8 +121,9 @@ QVariant mapFromGVariant(GVariant* value)
     for (gsize i = 0; i < g_variant_n_children(value); ++i) {
         const GVariantPointer entry = child(value, i);
         const QVariant content = fromGVariant(child(entry.get(), 1).get());
-        if (!content.isValid())
+        if (!content.isValid()) {
             return {};
+        }
         map.insert(textFromGVariant(child(entry.get(), 0).get()), content);
     }
     return map;
@@ -123,14 +132,18 @@ QVariant mapFromGVariant(GVariant* value)
 QVariant arrayFromGVariant(GVariant* value)
 {
     const GVariantType* const element = g_variant_type_element(g_variant_get_type(value));
-    if (g_variant_type_equal(element, G_VARIANT_TYPE_BYTE))
+    if (g_variant_type_equal(element, G_VARIANT_TYPE_BYTE)) {
         return bytesFromGVariant(value);
-    if (g_variant_type_equal(element, G_VARIANT_TYPE_STRING))
+    }
+    if (g_variant_type_equal(element, G_VARIANT_TYPE_STRING)) {
         return textsFromGVariant(value);
-    if (!g_variant_type_is_dict_entry(element))
+    }
+    if (!g_variant_type_is_dict_entry(element)) {
         return listFromGVariant(value);
-    if (g_variant_type_equal(g_variant_type_key(element), G_VARIANT_TYPE_STRING))
+    }
+    if (g_variant_type_equal(g_variant_type_key(element), G_VARIANT_TYPE_STRING)) {
         return mapFromGVariant(value);
+    }
     return {};
 }
 

@@ -18,8 +18,9 @@ namespace {
 
 bool isEqual(const GVariantPointer& left, const GVariantPointer& right)
 {
-    if (!left || !right)
+    if (!left || !right) {
         return left == right;
+    }
     return g_variant_equal(left.get(), right.get()) != FALSE;
 }
 
@@ -29,25 +30,29 @@ MGConfItem::MGConfItem(const QString& key, QObject* parent)
     : QObject(parent)
     , m_d(new MGConfItemPrivate)
 {
-    if (DconfStore::isKey(key))
+    if (DconfStore::isKey(key)) {
         m_d->key = key.toUtf8();
-    else
+    } else {
         qWarning() << "Not a key of the key/value store:" << key;
+    }
 }
 
 MGConfItem::~MGConfItem()
 {
-    if (m_d->followed)
+    if (m_d->followed) {
         DconfStore::instance().unwatch(m_d->key);
+    }
 }
 
 QVariant MGConfItem::value() const
 {
-    if (m_d->key.isEmpty())
+    if (m_d->key.isEmpty()) {
         return {};
+    }
     const GVariantPointer stored = DconfStore::instance().read(m_d->key);
-    if (!stored)
+    if (!stored) {
         return {};
+    }
     QVariant value = fromGVariant(stored.get());
     if (!value.isValid()) {
         qWarning() << "Cannot read the type of a stored value:" << QString::fromUtf8(m_d->key)
@@ -64,8 +69,9 @@ QVariant MGConfItem::value(const QVariant& defaultValue) const
 
 void MGConfItem::set(const QVariant& value)
 {
-    if (m_d->key.isEmpty())
+    if (m_d->key.isEmpty()) {
         return;
+    }
     const GVariantPointer stored = toGVariant(value);
     if (value.isValid() && !stored) {
         qWarning() << "Cannot store a value of this type:" << QString::fromUtf8(m_d->key) << value;
@@ -83,14 +89,16 @@ void MGConfItem::sync()
 // Most items are made to set or read one value. Those cost no watch, which is bus traffic.
 void MGConfItem::connectNotify(const QMetaMethod& signal)
 {
-    if (signal == QMetaMethod::fromSignal(&MGConfItem::valueChanged))
+    if (signal == QMetaMethod::fromSignal(&MGConfItem::valueChanged)) {
         follow();
+    }
 }
 
 void MGConfItem::follow()
 {
-    if (m_d->followed || m_d->key.isEmpty())
+    if (m_d->followed || m_d->key.isEmpty()) {
         return;
+    }
     m_d->followed = true;
     DconfStore& store = DconfStore::instance();
     store.watch(m_d->key);
@@ -102,11 +110,13 @@ void MGConfItem::follow()
 // anything that may have happened before a watch was in force. Hence the comparison.
 void MGConfItem::announceChange(const QByteArray& path)
 {
-    if (!touchesKey(path, m_d->key))
+    if (!touchesKey(path, m_d->key)) {
         return;
+    }
     GVariantPointer current = DconfStore::instance().read(m_d->key);
-    if (isEqual(current, m_d->announced))
+    if (isEqual(current, m_d->announced)) {
         return;
+    }
     m_d->announced = std::move(current);
     // Own changes come from inside set(), where listeners must not run.
     QMetaObject::invokeMethod(this, &MGConfItem::valueChanged, Qt::QueuedConnection);

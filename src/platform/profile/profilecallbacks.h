@@ -24,12 +24,14 @@ public:
             std::find_if(m_callbacks.begin(), m_callbacks.end(), [=](const Callback& callback) {
                 return callback.function == function && callback.userData == userData;
             });
-        if (found == m_callbacks.end())
+        if (found == m_callbacks.end()) {
             return false;
+        }
         const Callback removed = *found;
         m_callbacks.erase(found);
-        if (removed.freeData != nullptr)
+        if (removed.freeData != nullptr) {
             removed.freeData(removed.userData);
+        }
         return true;
     }
 
@@ -39,8 +41,9 @@ public:
     {
         const std::vector<Callback> callbacks = m_callbacks;
         for (const Callback& callback : callbacks) {
-            if (contains(callback.id))
+            if (contains(callback.id)) {
                 callback.function(arguments..., callback.userData);
+            }
         }
     }
 

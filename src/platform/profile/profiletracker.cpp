@@ -16,8 +16,9 @@ ProfileTracker& ProfileTracker::instance()
 
 void ProfileTracker::start()
 {
-    if (m_running)
+    if (m_running) {
         return;
+    }
     m_running = true;
     DconfStore& store = DconfStore::instance();
     store.watch(ProfileValues::directory);
@@ -31,8 +32,9 @@ void ProfileTracker::start()
 
 void ProfileTracker::stop()
 {
-    if (!m_running)
+    if (!m_running) {
         return;
+    }
     m_running = false;
     DconfStore& store = DconfStore::instance();
     disconnect(&store, &DconfStore::changed, this, &ProfileTracker::handleChange);
@@ -43,11 +45,13 @@ void ProfileTracker::stop()
 // compared later is the state of then, so that no callback gets a value that is past.
 void ProfileTracker::handleChange(const QByteArray& path)
 {
-    if (!path.startsWith(ProfileValues::directory) && !touchesKey(path, ProfileValues::directory))
+    if (!path.startsWith(ProfileValues::directory) && !touchesKey(path, ProfileValues::directory)) {
         return;
+    }
     learnName(path);
-    if (m_comparisonScheduled)
+    if (m_comparisonScheduled) {
         return;
+    }
     m_comparisonScheduled = true;
     QMetaObject::invokeMethod(this, &ProfileTracker::compare, Qt::QueuedConnection);
 }
@@ -56,8 +60,9 @@ void ProfileTracker::handleChange(const QByteArray& path)
 void ProfileTracker::learnName(const QByteArray& path)
 {
     const QList<QByteArray> names = path.mid(ProfileValues::directory.size()).split('/');
-    if (names.size() != 2 || names.contains(QByteArray()))
+    if (names.size() != 2 || names.contains(QByteArray())) {
         return;
+    }
     m_profiles.insert(names.first());
     m_keys.insert(names.last());
 }
@@ -67,13 +72,15 @@ void ProfileTracker::learnStoredNames()
     const DconfStore& store = DconfStore::instance();
     const QList<QByteArray> directories = store.list(ProfileValues::directory);
     for (const QByteArray& profile : directories) {
-        if (!profile.endsWith('/'))
+        if (!profile.endsWith('/')) {
             continue;
+        }
         m_profiles.insert(profile.chopped(1));
         const QList<QByteArray> keys = store.list(ProfileValues::directory + profile);
         for (const QByteArray& key : keys) {
-            if (!key.endsWith('/'))
+            if (!key.endsWith('/')) {
                 m_keys.insert(key);
+            }
         }
     }
 }
@@ -82,8 +89,9 @@ ProfileTracker::Values ProfileTracker::currentValues() const
 {
     Values values;
     for (const QByteArray& profile : m_profiles) {
-        for (const QByteArray& key : m_keys)
+        for (const QByteArray& key : m_keys) {
             values.insert({profile, key}, ProfileValues::value(profile, key));
+        }
     }
     return values;
 }
@@ -91,21 +99,24 @@ ProfileTracker::Values ProfileTracker::currentValues() const
 void ProfileTracker::compare()
 {
     m_comparisonScheduled = false;
-    if (!m_running)
+    if (!m_running) {
         return;
+    }
     learnStoredNames();
     m_profiles.insert(ProfileValues::activeProfile());
     const QByteArray formerProfile = std::exchange(m_activeProfile, ProfileValues::activeProfile());
     const Values formerValues = std::exchange(m_values, currentValues());
-    if (m_activeProfile != formerProfile)
+    if (m_activeProfile != formerProfile) {
         profileCallbacks.call(QByteArray(m_activeProfile).constData());
+    }
     const Values values = m_values;
     for (auto value = values.cbegin(); value != values.cend(); ++value) {
         // A profile that is new had the fallback's values before.
         const QByteArray former = formerValues.value(
             value.key(), formerValues.value({ProfileValues::fallbackProfile, value.key().key}));
-        if (value.value() != former)
+        if (value.value() != former) {
             announceValue(value.key(), value.value());
+        }
     }
 }
 
@@ -113,6 +124,7 @@ void ProfileTracker::announceValue(const Name& name, const QByteArray& value) co
 {
     const char* const text = value.isEmpty() ? nullptr : value.constData();
     changeCallbacks.call(name.profile.constData(), name.key.constData(), text, "");
-    if (name.profile == ProfileValues::activeProfile())
+    if (name.profile == ProfileValues::activeProfile()) {
         activeCallbacks.call(name.profile.constData(), name.key.constData(), text, "");
+    }
 }

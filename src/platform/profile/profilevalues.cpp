@@ -48,8 +48,9 @@ QByteArray storeKey(const QByteArray& profile, const QByteArray& key)
 QByteArray value(const QByteArray& profile, const QByteArray& key)
 {
     const QByteArray ownKey = storeKey(profile, key);
-    if (ownKey.isEmpty())
+    if (ownKey.isEmpty()) {
         return {};
+    }
     const QByteArray own = readText(ownKey);
     return own.isEmpty() ? readText(storeKey(fallbackProfile, key)) : own;
 }
