@@ -7,6 +7,8 @@
 #include <QUrl>
 #include <QVariant>
 
+#include <utility>
+
 namespace {
 
 /// All statements for files begin with this.
@@ -36,11 +38,7 @@ Condition conditionFor(const QueryAgent::Parameters& parameters)
 {
     Condition condition;
     QString joiner = QStringLiteral("WHERE ");
-    const auto join = [&joiner] {
-        const QString current = joiner;
-        joiner = QStringLiteral("\n     AND ");
-        return current;
-    };
+    const auto join = [&joiner] { return std::exchange(joiner, QStringLiteral("\n     AND ")); };
     if (parameters.mimeType.contains(QLatin1Char('*'))) {
         condition.clause += join() + QStringLiteral("file.mimeType GLOB ?");
         condition.values.append(parameters.mimeType);

@@ -2,6 +2,7 @@
 #include "photoqueryagent.h"
 
 #include "filerow.h"
+#include "storedtime.h"
 
 #include <QDateTime>
 #include <QSqlQuery>
@@ -27,7 +28,7 @@ Content photoFromRow(const QSqlQuery& query)
 {
     auto* const photo = FileRow::newRecord<PhotoData>(query);
     FileRow::fill(photo, query);
-    photo->dateTaken = query.value(DateTaken).toDateTime();
+    photo->dateTaken = storedTime(query.value(DateTaken));
     photo->width = query.value(Width).toInt();
     photo->height = query.value(Height).toInt();
     photo->orientation = query.value(Orientation).toInt();
