@@ -6,7 +6,8 @@
 
 /// Puts one of the tests' translation catalogues where the system keeps its catalogues, for as long
 /// as it lives:
-/// - "seasons-de": "Autumn" is "Herbst", "Grün" is "Grünland", "Spring" is empty
+/// - "seasons-de": "Autumn" is "Herbst", "Grün" is "Grünland", "Spring" is empty, and
+///   the empty text is "Namenlos"
 /// - "seasons_eng_en": "Autumn" is "Autumn (engineering)", "Winter" is "Winter (engineering)",
 ///   "Spring" is empty
 /// - "weather-de": "Autumn" is "Herbstwetter"

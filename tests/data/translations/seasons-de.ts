@@ -4,6 +4,10 @@
 <context>
     <name></name>
     <message>
+        <source></source>
+        <translation>Namenlos</translation>
+    </message>
+    <message>
         <source>Autumn</source>
         <translation>Herbst</translation>
     </message>

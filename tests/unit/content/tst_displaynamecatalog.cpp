@@ -40,7 +40,7 @@ private Q_SLOTS:
         QTest::newRow("empty in both") << QStringLiteral("Spring") << QStringLiteral("Spring");
         QTest::newRow("in neither") << QStringLiteral("Summer") << QStringLiteral("Summer");
         QTest::newRow("not ASCII") << QStringLiteral("Grün") << QStringLiteral("Grünland");
-        QTest::newRow("empty") << QString() << QString();
+        QTest::newRow("empty") << QString() << QStringLiteral("Namenlos");
     }
 
     void localeComesBeforeEngineeringEnglish()
