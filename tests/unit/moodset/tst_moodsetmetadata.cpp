@@ -318,9 +318,9 @@ private Q_SLOTS:
                 with("'translationCatalog': '" + catalog + "', 'displayName': '" + source + "'"),
                 name(number));
         };
-        const QVector<qint64> ids{
-            add(1, "seasons", "Autumn"), add(2, "seasons", "Winter"), add(3, "weather", "Autumn"),
-            add(4, "", "Autumn"), add(5, "seasons", "Summer")};
+        const QVector<qint64> ids{add(1, "seasons", "Autumn"), add(2, "seasons", "Winter"),
+                                  add(3, "weather", "Autumn"), add(4, "", "Autumn"),
+                                  add(5, "seasons", "Summer"), add(6, "seasons", "")};
 
         QVERIFY(!library.manager().updateMetaData());
 
@@ -332,8 +332,8 @@ private Q_SLOTS:
             names,
             QStringList(
                 {QStringLiteral("Herbst"), QStringLiteral("Winter (engineering)"),
-                 QStringLiteral("Herbstwetter"), QStringLiteral("Autumn"),
-                 QStringLiteral("Summer")}));
+                 QStringLiteral("Herbstwetter"), QStringLiteral("Autumn"), QStringLiteral("Summer"),
+                 QStringLiteral("Namenlos")}));
     }
 
     void failedQueryIsReported()
