@@ -34,9 +34,14 @@ QJsonObject readObject(const QString& filePath)
 
 QString translatedName(const QJsonObject& object)
 {
+    const QString name = text(object, "displayName");
+    // A catalogue can have a translation of the empty text.
+    if (name.isEmpty()) {
+        return name;
+    }
     DisplayNameCatalog catalog;
     catalog.load(text(object, "translationCatalog"));
-    return catalog.translated(text(object, "displayName"));
+    return catalog.translated(name);
 }
 
 /// Fills in a tone's file and clears its bit if it is disabled.
@@ -44,10 +49,12 @@ void readTone(const QJsonObject& tone, int index, MoodsetData* moodset)
 {
     const QString fileName = text(tone, "file");
     if (!fileName.isEmpty() && !fileName.contains(QLatin1Char('/'))) {
-        moodset->resources.insert(Tones::fileKey(Tones::names().at(index)),
-            QVariantMap {{QStringLiteral("fileName"), fileName},
+        moodset->resources.insert(
+            Tones::fileKey(Tones::names().at(index)),
+            QVariantMap{
+                {QStringLiteral("fileName"), fileName},
                 {QStringLiteral("url"),
-                    moodset->url.resolved(QUrl(QStringLiteral("sounds/") + fileName))}});
+                 moodset->url.resolved(QUrl(QStringLiteral("sounds/") + fileName))}});
     }
     if (tone.value(QLatin1String("enabled")).toInt(1) == 0) {
         moodset->enabledSounds = Tones::withTone(moodset->enabledSounds, index, false);
@@ -66,8 +73,8 @@ bool readMoodsetFile(Moodset& moodset, const QString& filePath)
     MoodsetData* const record = moodset.data();
     record->displayName = translatedName(object);
     record->favorite = object.value(QLatin1String("favorite")).toBool(true);
-    record->homeWallpaper
-        = record->url.resolved(QUrl(QStringLiteral("images/") + wallpaper)).toLocalFile();
+    record->homeWallpaper =
+        record->url.resolved(QUrl(QStringLiteral("images/") + wallpaper)).toLocalFile();
     record->highlightColor = color(object, "highlightColor");
     record->secondaryHighlightColor = color(object, "secondaryHighlightColor");
     record->primaryColor = color(object, "primaryColor");

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "librarydatabase.h"
+#include "moodset/moodsetmanager.h"
+#include "testfolder.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QVariant>
+#include <QVector>
+
+#include <memory>
+
+/// The daemon's own database, emptied, with a moodset manager on it and a folder for a bundle,
+/// which has the wallpaper "images/w.jpg" and the sounds "sounds/s.ogg" and "sounds/t.ogg".
+///
+/// rows() and value() read from outside, so that they see what is committed and nothing else.
+class MoodsetLibrary
+{
+public:
+    MoodsetLibrary();
+
+    /// Replaces the manager by a new one.
+    void makeManager();
+    MoodsetManager& manager() { return *m_manager; }
+    TestFolder& folder() { return m_folder; }
+
+    /// Writes a moodset file and has it parsed by the next updateMetaData(); its id.
+    qint64 addMoodsetFile(const QByteArray& content, const QString& name = fileName());
+    /// Writes a moodset file anew and has it parsed.
+    void rewrite(qint64 id, const QByteArray& content, const QString& name = fileName());
+    /// Adds a file's row in the bundle's folder, which need not exist; its id.
+    qint64 addFile(const QString& name, bool isCurrent = true);
+    /// Adds a moodset whose every column has a value of its own; its id. Its file is current.
+    qint64 addStoredMoodset(const QString& name = fileName());
+    /// Makes the file of `fileId` a tone of a moodset.
+    void addResource(qint64 moodset, const QString& type, qint64 fileId);
+
+    /// Runs a statement on the daemon's connection; one that fails fails the current test.
+    static void exec(const QString& statement, const QVariantList& values = {});
+    /// Whether a transaction is open on that connection.
+    static bool isInTransaction();
+
+    [[nodiscard]] LibraryDatabase::Rows rows(
+        const QString& statement, const QVariantList& values = {}) const;
+    [[nodiscard]] QVariant value(const QString& statement, const QVariantList& values = {}) const;
+    /// A column of a moodset's only row.
+    [[nodiscard]] QVariant column(qint64 id, const QString& name) const;
+    /// All columns of a moodset's row as text, then its file's display name; empty without a row.
+    [[nodiscard]] QStringList moodset(qint64 id) const;
+    /// A moodset's tones, "ringerToneFile=s.ogg", sorted.
+    [[nodiscard]] QStringList resources(qint64 id) const;
+    /// The number of files that are to be parsed.
+    [[nodiscard]] int pendingFiles() const;
+
+    static QString fileName() { return QStringLiteral("a.moodset"); }
+
+private:
+    TestFolder m_folder;
+    std::unique_ptr<LibraryDatabase> m_reader;
+    std::unique_ptr<MoodsetManager> m_manager;
+};
+
+/// Notes what a manager says about the active moodset.
+class ActiveMoodsetRecord
+{
+public:
+    explicit ActiveMoodsetRecord(const MoodsetManager& manager);
+    Q_DISABLE_COPY_MOVE(ActiveMoodsetRecord)
+
+    /// The records, oldest first.
+    QVector<Moodset> moodsets;
+
+private:
+    /// Ends the connection with this object.
+    QObject m_context;
+};
+
+/// Names a file as the source of the wallpaper, as another process would.
+void writeSource(const QString& path);
+
+/// A trigger that makes a kind of change fail for real: `operation` is "INSERT", "UPDATE" or
+/// "DELETE", and the database's error text is "refused".
+QString refuse(const QString& operation, const QString& table);
+/// The four warnings of such a failure.
+QStringList refusedWarnings(
+    const QString& function, const QString& message, const QString& statement);
+/// The error of a statement whose table has been dropped, as the log shows it.
+QString noSuchTable(const QString& table);
