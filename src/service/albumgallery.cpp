@@ -178,15 +178,16 @@ void AlbumGallery::saveAttributes(int contentType, qlonglong contentId, const QV
 
 void AlbumGallery::installPackage(const QString& path)
 {
-    Q_UNUSED(path)
+    InstallManager::fromRegistry()->install(path, QString(), true);
 }
 
 void AlbumGallery::refreshMoodsets()
 {
+    appendInstallDirectories();
+    InstallManager::fromRegistry()->refreshInstalls();
 }
 
 void AlbumGallery::moodsetInstalled(const QString& path, const QString& dorselId)
 {
-    Q_UNUSED(path)
-    Q_UNUSED(dorselId)
+    InstallManager::fromRegistry()->install(path, dorselId, true);
 }

@@ -1,0 +1,406 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "daemonsession.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QProcess>
+#include <QtTest>
+
+namespace {
+
+const QString InstallPath = QStringLiteral("/usr/share/moodset/");
+
+bool run(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.start(program, arguments);
+    return process.waitForFinished(DaemonProcess::deadlineMs)
+        && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
+
+bool write(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly)
+        && file.write(content) == content.size();
+}
+
+/// Gives a file a time of change that no other has.
+bool makeOlder(const QString& path)
+{
+    static int days = 0;
+    QFile file(path);
+    return file.open(QIODevice::ReadWrite)
+        && file.setFileTime(
+            QDateTime::currentDateTime().addDays(--days), QFileDevice::FileModificationTime);
+}
+
+/// Calls a method of the daemon's interface with gdbus, a client without Qt.
+bool callWithoutQt(const QString& method, const QStringList& arguments)
+{
+    return run(
+        QStringLiteral("gdbus"),
+        QStringList{
+            QStringLiteral("call"), QStringLiteral("--session"), QStringLiteral("--dest"),
+            QStringLiteral("com.zavro.moodsetd"), QStringLiteral("--object-path"),
+            QStringLiteral("/com/zavro/moodsetd"), QStringLiteral("--method"),
+            QStringLiteral("com.zavro.moodsetd.") + method}
+            + arguments);
+}
+
+/// A moodset file with a name, beside its wallpaper.
+bool writePackage(const QString& package, const QByteArray& displayName)
+{
+    const QString path = InstallPath + package;
+    return write(path + QStringLiteral("/images/wall.jpg"), "picture")
+        && write(
+               path + QStringLiteral("/set.moodset"),
+               R"({"wallpaper": "wall.jpg", "highlightColor": "#ff102030", "displayName": ")"
+                   + displayName + R"("})");
+}
+
+/// A daemon that knows the file types of bundles, and the bundles in /usr/share.
+struct BundleSession : DaemonSession
+{
+    BundleSession()
+    {
+        const QString mime = folders.data() + QStringLiteral("/mime");
+        m_ready =
+            QDir().mkpath(mime + QStringLiteral("/packages"))
+            && QFile::copy(
+                QStringLiteral(MIME_DEFINITION), mime + QStringLiteral("/packages/moodsetd.xml"))
+            && run(QStringLiteral("update-mime-database"), {mime});
+    }
+    ~BundleSession()
+    {
+        for (const auto& path :
+             {QStringLiteral("/usr/share/moodset"), QStringLiteral("/usr/share/sounds"),
+              QStringLiteral("/usr/share/translations")}) {
+            QDirIterator entries(path, QDir::AllEntries | QDir::NoDotAndDotDot);
+            while (entries.hasNext()) {
+                const QString entry = entries.next();
+                entries.fileInfo().isDir() ? QDir(entry).removeRecursively() : QFile::remove(entry);
+            }
+        }
+    }
+    Q_DISABLE_COPY_MOVE(BundleSession)
+
+    bool startWithBundles() { return m_ready && startOnBus(); }
+    static bool installSample(const QString& name)
+    {
+        return run(
+            QStringLiteral("cp"),
+            {QStringLiteral("-r"), QStringLiteral(SAMPLE_BUNDLES "/") + name, InstallPath});
+    }
+    /// The display names of all moodsets, sorted.
+    QStringList moodsetNames()
+    {
+        QStringList names;
+        const LibraryDatabase::Rows rows =
+            library().rows(QStringLiteral("SELECT displayName FROM file JOIN moodset ON id = "
+                                          "moodset.fileId ORDER BY displayName"));
+        for (const QVariantList& row : rows) {
+            names.append(row.constFirst().toString());
+        }
+        return names;
+    }
+    QVariant moodsetColumn(const QString& column, const QString& path)
+    {
+        const LibraryDatabase::Rows rows = library().rows(
+            QStringLiteral("SELECT %1 FROM moodset WHERE fileId = ?").arg(column), {fileId(path)});
+        return rows.isEmpty() ? QVariant() : rows.constFirst().constFirst();
+    }
+    /// The paths of a moodset's tones by their kind.
+    QMap<QString, QString> tones(const QString& path)
+    {
+        QMap<QString, QString> tones;
+        const LibraryDatabase::Rows rows = library().rows(
+            QStringLiteral("SELECT resourceType, path || '/' || fileName FROM resource "
+                           "JOIN file ON file.id = resourceId "
+                           "JOIN directory ON directory.id = directoryId WHERE fileId = ?"),
+            {fileId(path)});
+        for (const QVariantList& row : rows) {
+            tones.insert(row.at(0).toString(), row.at(1).toString());
+        }
+        return tones;
+    }
+
+private:
+    bool m_ready = false;
+};
+
+} // namespace
+
+/// What becomes of the bundles that are installed on the machine.
+class BundlesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void samplesBecomeMoodsets()
+    {
+        BundleSession session;
+        for (const auto& name :
+             {QStringLiteral("coast-light"), QStringLiteral("first-snow"),
+              QStringLiteral("autumn-walk")}) {
+            QVERIFY(BundleSession::installSample(name));
+        }
+
+        QVERIFY(session.startWithBundles());
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(),
+            QStringList(
+                {QStringLiteral("Autumn walk"), QStringLiteral("Coast light"),
+                 QStringLiteral("First snow")}),
+            DaemonProcess::deadlineMs);
+        const QString sounds = InstallPath + QStringLiteral("coast-light/sounds/");
+        const QMap<QString, QString> tones{
+            {QStringLiteral("ringerToneFile"), sounds + QStringLiteral("tide.ogg")},
+            {QStringLiteral("messageToneFile"), sounds + QStringLiteral("gull.ogg")},
+            {QStringLiteral("calendarToneFile"), sounds + QStringLiteral("buoy.ogg")}};
+        QCOMPARE(
+            session.tones(InstallPath + QStringLiteral("coast-light/coast-light.moodset")), tones);
+        const QString snow = InstallPath + QStringLiteral("first-snow/first-snow.moodset");
+        QCOMPARE(session.moodsetColumn(QStringLiteral("favorite"), snow).toInt(), 0);
+        QCOMPARE(
+            session.moodsetColumn(QStringLiteral("highlightColor"), snow).toString(),
+            QStringLiteral("lightsteelblue"));
+        const LibraryDatabase::Rows indexed{
+            {QStringLiteral("chestnut.ogg"), QStringLiteral("Chestnuts")},
+            {QStringLiteral("lantern.ogg"), QStringLiteral("Lantern")},
+            {QStringLiteral("leaf.ogg"), QStringLiteral("Leaf")}};
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.library().rows(
+                QStringLiteral("SELECT fileName, displayName FROM file WHERE directoryId = (SELECT "
+                               "id FROM directory WHERE path = ?) ORDER BY fileName"),
+                {InstallPath + QStringLiteral("autumn-walk/tones")}),
+            indexed, DaemonProcess::deadlineMs);
+        QVERIFY(session.daemon.waitForLine(QStringLiteral("InstallManager idle in")));
+        QCOMPARE(session.daemon.takeWarnings(), QStringList());
+    }
+
+    void packageIsInstalledWhileRunning_data()
+    {
+        QTest::addColumn<QString>("method");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("by its path")
+            << QStringLiteral("installPackage") << QStringList{InstallPath + QStringLiteral("new")};
+        QTest::newRow("by a refresh") << QStringLiteral("refreshMoodsets") << QStringList();
+    }
+
+    void packageIsInstalledWhileRunning()
+    {
+        QFETCH(QString, method);
+        QFETCH(QStringList, arguments);
+        BundleSession session;
+        QVERIFY(session.startWithBundles());
+        QVERIFY(writePackage(QStringLiteral("new"), "New"));
+
+        QVERIFY(callWithoutQt(method, arguments));
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("New")}, DaemonProcess::deadlineMs);
+        QCOMPARE(session.daemon.takeWarnings(), QStringList());
+    }
+
+    void storeTellsOfAPackageAndItsCover()
+    {
+        BundleSession session;
+        QVERIFY(session.startWithBundles());
+        QVERIFY(writePackage(QStringLiteral("new"), "New"));
+
+        QVERIFY(run(
+            QStringLiteral("gdbus"),
+            {QStringLiteral("emit"), QStringLiteral("--session"), QStringLiteral("--object-path"),
+             QStringLiteral("/StoreClient"), QStringLiteral("--signal"),
+             QStringLiteral("com.zavro.zavrostore.installedMoodset"),
+             InstallPath + QStringLiteral("new"), QStringLiteral("cover-7")}));
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("New")}, DaemonProcess::deadlineMs);
+        const LibraryDatabase::Rows expected{
+            {session.fileId(InstallPath + QStringLiteral("new/set.moodset")),
+             QStringLiteral("cover-7")}};
+        QCOMPARE(
+            session.library().rows(QStringLiteral("SELECT fileId, dorselId FROM dorselId")),
+            expected);
+    }
+
+    void editSurvivesANewVersionOfThePackage()
+    {
+        BundleSession session;
+        QVERIFY(BundleSession::installSample(QStringLiteral("coast-light")));
+        QVERIFY(session.startWithBundles());
+        const QString path = InstallPath + QStringLiteral("coast-light/coast-light.moodset");
+        QTRY_COMPARE_WITH_TIMEOUT(session.tones(path).size(), 3, DaemonProcess::deadlineMs);
+        const qint64 id = session.fileId(path);
+        const QString gull = InstallPath + QStringLiteral("coast-light/sounds/gull.ogg");
+
+        QVERIFY(callWithoutQt(
+            QStringLiteral("saveAttributes"),
+            {QStringLiteral("1"), QString::number(id),
+             QStringLiteral("{'highlightColor': <'#ff010203'>, 'ringerVolume': <15>, 'resources': "
+                            "<{'ringerToneFile': <{'url': <'file://%1'>}>}>}")
+                 .arg(gull)}));
+        QCOMPARE(session.tones(path).value(QStringLiteral("ringerToneFile")), gull);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray content = file.readAll().replace("\"Coast light\"", "\"Coast two\"");
+        file.close();
+        QVERIFY(write(path, content));
+        QVERIFY(callWithoutQt(
+            QStringLiteral("installPackage"), {InstallPath + QStringLiteral("coast-light")}));
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("Coast two")},
+            DaemonProcess::deadlineMs);
+        QCOMPARE(session.fileId(path), id);
+        QCOMPARE(
+            session.moodsetColumn(QStringLiteral("highlightColor"), path).toString(),
+            QStringLiteral("#ff010203"));
+        QCOMPARE(session.moodsetColumn(QStringLiteral("ringerVolume"), path).toInt(), 15);
+        QCOMPARE(session.daemon.takeWarnings(), QStringList());
+    }
+
+    void changedFileIsReadAgainAtARefresh()
+    {
+        BundleSession session;
+        QVERIFY(writePackage(QStringLiteral("a"), "Before"));
+        QVERIFY(session.startWithBundles());
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("Before")},
+            DaemonProcess::deadlineMs);
+
+        QVERIFY(writePackage(QStringLiteral("a"), "After"));
+        QVERIFY(makeOlder(InstallPath + QStringLiteral("a/set.moodset")));
+        QVERIFY(callWithoutQt(QStringLiteral("refreshMoodsets"), {}));
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("After")},
+            DaemonProcess::deadlineMs);
+    }
+
+    void brokenFileLosesItsMoodset()
+    {
+        BundleSession session;
+        QVERIFY(writePackage(QStringLiteral("a"), "Name"));
+        QVERIFY(session.startWithBundles());
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("Name")}, DaemonProcess::deadlineMs);
+
+        QVERIFY(write(InstallPath + QStringLiteral("a/set.moodset"), "{\"wallpaper\""));
+        QVERIFY(
+            callWithoutQt(QStringLiteral("installPackage"), {InstallPath + QStringLiteral("a")}));
+
+        QTRY_COMPARE_WITH_TIMEOUT(session.moodsetNames(), QStringList(), DaemonProcess::deadlineMs);
+        QCOMPARE(
+            session.daemon.takeWarnings(),
+            // A text without its end, at the end of the file.
+            QStringList{QStringLiteral("Failed to parse moodset 10 12")});
+        QVERIFY(session.fileId(InstallPath + QStringLiteral("a/set.moodset")) != 0);
+    }
+
+    void removedPackageLosesItsMoodset()
+    {
+        BundleSession session;
+        QVERIFY(writePackage(QStringLiteral("a"), "Name"));
+        QVERIFY(session.startWithBundles());
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("Name")}, DaemonProcess::deadlineMs);
+
+        QVERIFY(QDir(InstallPath + QStringLiteral("a")).removeRecursively());
+
+        QTRY_COMPARE_WITH_TIMEOUT(session.moodsetNames(), QStringList(), DaemonProcess::deadlineMs);
+        QCOMPARE(session.daemon.takeWarnings(), QStringList());
+    }
+
+    void replacedPackageIsReadAgain()
+    {
+        BundleSession session;
+        QVERIFY(writePackage(QStringLiteral("a"), "Old"));
+        QVERIFY(session.startWithBundles());
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("Old")}, DaemonProcess::deadlineMs);
+
+        QVERIFY(QDir(InstallPath + QStringLiteral("a")).removeRecursively());
+        QTRY_COMPARE_WITH_TIMEOUT(session.moodsetNames(), QStringList(), DaemonProcess::deadlineMs);
+        QVERIFY(writePackage(QStringLiteral("a"), "New"));
+        QVERIFY(callWithoutQt(QStringLiteral("refreshMoodsets"), {}));
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("New")}, DaemonProcess::deadlineMs);
+    }
+
+    void manyPackagesAllBecomeMoodsets()
+    {
+        constexpr int packages = 250;
+        BundleSession session;
+        QStringList names;
+        for (int i = 0; i < packages; ++i) {
+            const QString name = QStringLiteral("package %1").arg(i, 3, 10, QLatin1Char('0'));
+            QVERIFY(writePackage(name, name.toUtf8()));
+            names.append(name);
+        }
+
+        QVERIFY(session.startWithBundles());
+
+        QTRY_COMPARE_WITH_TIMEOUT(session.moodsetNames(), names, DaemonProcess::deadlineMs);
+        QCOMPARE(session.daemon.takeWarnings(), QStringList());
+    }
+
+    void newLocaleTranslatesTheName()
+    {
+        BundleSession session;
+        QVERIFY(BundleSession::installSample(QStringLiteral("coast-light")));
+        QVERIFY(QFile::copy(
+            QStringLiteral(GERMAN_CATALOGUE),
+            QStringLiteral("/usr/share/translations/moodset-coast-light-de.qm")));
+        QVERIFY(session.startWithBundles());
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("Coast light")},
+            DaemonProcess::deadlineMs);
+        QVERIFY(session.daemon.terminate());
+
+        session.daemon.setEnvironment(QStringLiteral("LANG"), QStringLiteral("de_DE.UTF-8"));
+        session.daemon.setEnvironment(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
+        QVERIFY(session.startWithBundles());
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QString::fromUtf8("Küstenlicht")},
+            DaemonProcess::deadlineMs);
+    }
+
+    void enteredBundleFileHasItsType_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QString>("type");
+        QTest::newRow("moodset") << QStringLiteral("a.moodset")
+                                 << QStringLiteral("application/x-zavro-moodset");
+        QTest::newRow("index") << QStringLiteral("a.index")
+                               << QStringLiteral("application/x-zavro-index");
+    }
+
+    void enteredBundleFileHasItsType()
+    {
+        QFETCH(QString, fileName);
+        QFETCH(QString, type);
+        BundleSession session;
+        QVERIFY(session.startWithBundles());
+        const QString path = session.folders.elsewhere(fileName);
+        QVERIFY(write(path, "{}"));
+
+        QVERIFY(callWithoutQt(QStringLiteral("indexFile"), {QStringLiteral("file://") + path}));
+
+        QCOMPARE(
+            session.library()
+                .value(QStringLiteral("SELECT mimeType FROM file WHERE fileName = ?"), {fileName})
+                .toString(),
+            type);
+    }
+};
+
+QTEST_GUILESS_MAIN(BundlesTest)
+
+#include "tst_bundles.moc"
