@@ -34,7 +34,7 @@ QJsonObject readObject(const QString& filePath)
 
 QString translatedName(const QJsonObject& object)
 {
-    const QString name = text(object, "displayName");
+    QString name = text(object, "displayName");
     // A catalogue can have a translation of the empty text.
     if (name.isEmpty()) {
         return name;
