@@ -119,10 +119,10 @@ void SystemBackgroundImage::writeHomeWallpaper(QString path, const QImage& image
     }
 }
 
-void SystemBackgroundImage::processAppWallpaper(QImage* image)
+bool SystemBackgroundImage::processAppWallpaper(QImage* image)
 {
     analyseImageColors(*image, &m_averageValue, &m_dominantColor);
-    VelmoorZerlinBackground::processAppWallpaper(image);
+    return VelmoorZerlinBackground::processAppWallpaper(image);
 }
 
 SystemBackgroundImage::Source SystemBackgroundImage::loadSource(

@@ -37,7 +37,7 @@ public:
     void writeHomeWallpaper(QString path, const QImage& image, bool darken);
 
 protected:
-    void processAppWallpaper(QImage* image) override;
+    bool processAppWallpaper(QImage* image) override;
 
 private:
     enum class HomeWallpaper {
