@@ -48,7 +48,7 @@ QString translatedName(const QJsonObject& object)
 /// Fills in a tone's file and clears its bit if it is disabled.
 void readTone(const QJsonObject& object, int index, MoodsetData* moodset)
 {
-    const QString key = toneTable.at(static_cast<size_t>(index)).key;
+    const QLatin1String key(toneTable.at(static_cast<size_t>(index)).key);
     const QJsonObject tone = object.value(key).toObject();
     const QString fileName = text(tone, "file");
     if (!fileName.isEmpty() && !fileName.contains(QLatin1Char('/'))) {

@@ -86,12 +86,12 @@ Moodset SystemBackgroundImage::buildBackgroundImages(
     bool wasValid)
 {
     Moodset built = moodset;
-    MoodsetData* const record = built.data();
     const BlurParameters blur = blurParameters(size);
     const Source source = loadSource(&built, size, wasValid);
     if (source.image.isNull()) {
         return Moodset();
     }
+    MoodsetData* const record = built.data();
     setPixelRatio(blur.pixelRatio);
     setBlurRounds(blur.rounds);
     setBlurRadius(blur.radius);
@@ -106,7 +106,8 @@ Moodset SystemBackgroundImage::buildBackgroundImages(
     return built;
 }
 
-void SystemBackgroundImage::writeHomeWallpaper(QString path, const QImage& image, bool darken)
+void SystemBackgroundImage::writeHomeWallpaper(
+    const QString& path, const QImage& image, bool darken)
 {
     QImageWriter writer(path);
     writer.setQuality(HomeWallpaperQuality);

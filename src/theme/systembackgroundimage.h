@@ -34,7 +34,7 @@ public:
 
     /// Writes a picture as the home wallpaper in the format of the path's suffix, at quality 93. A
     /// failure is logged.
-    void writeHomeWallpaper(QString path, const QImage& image, bool darken);
+    void writeHomeWallpaper(const QString& path, const QImage& image, bool darken);
 
 protected:
     bool processAppWallpaper(QImage* image) override;

@@ -149,7 +149,7 @@ qint64 SystemTheme::insertFile(const QString& path)
     return m_fileManager->insertFile(path);
 }
 
-void SystemTheme::generateWallpapersFrom(Moodset moodset, bool wasValid)
+void SystemTheme::generateWallpapersFrom(const Moodset& moodset, bool wasValid)
 {
     if (m_screenSize.width() < 0 || m_screenSize.height() < 0) {
         readScreenSize();
@@ -194,7 +194,7 @@ void SystemTheme::writeKeys(const Moodset& moodset)
     MGConfItem::sync();
 }
 
-void SystemTheme::applyThemeColors(Moodset moodset)
+void SystemTheme::applyThemeColors(const Moodset& moodset)
 {
     writeKey("/desktop/zavro/theme/color/highlight", colorToString(moodset->highlightColor));
     writeKey(
@@ -221,7 +221,7 @@ void SystemTheme::applyTones(const Moodset& moodset)
 {
     for (int i = 0; i < Tones::Count; ++i) {
         const ToneRow& row = toneTable.at(static_cast<size_t>(i));
-        const auto resource = moodset->resources.constFind(row.key);
+        const auto resource = moodset->resources.constFind(QLatin1String(row.key));
         if (resource != moodset->resources.constEnd()) {
             const QUrl url = resource->toMap().value(QStringLiteral("url")).toUrl();
             (m_profileManager.*row.setFile)(url.toLocalFile());

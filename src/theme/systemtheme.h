@@ -41,9 +41,9 @@ public Q_SLOTS:
     void generateMoodset(const QUrl& imageUrl, bool makeCurrent);
 
 private Q_SLOTS:
-    void generateWallpapersFrom(Moodset moodset, bool wasValid);
+    void generateWallpapersFrom(const Moodset& moodset, bool wasValid);
     void onlineImageReady(QNetworkReply* reply);
-    void applyThemeColors(Moodset moodset);
+    void applyThemeColors(const Moodset& moodset);
 
 private:
     void applyMoodset(const Moodset& moodset);

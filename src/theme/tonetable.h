@@ -4,15 +4,13 @@
 #include "moodset/tones.h"
 #include "profilemanager.h"
 
-#include <QLatin1String>
-
 #include <array>
 
 /// Where a moodset's tone goes in the tone profile.
 struct ToneRow
 {
     /// The tone's key among the moodset's resources and in moodset files.
-    QLatin1String key;
+    const char* key;
     ProfileManager::ToneId id;
     void (ProfileManager::*setFile)(const QString& file);
     void (ProfileManager::*setEnabled)(bool enabled);
@@ -20,18 +18,18 @@ struct ToneRow
 
 /// The tones by their bits in MoodsetData::enabledSounds, which is not the order of the ids.
 constexpr std::array<ToneRow, Tones::Count> toneTable{{
-    {QLatin1String("ringerToneFile"), ProfileManager::RingerTone,
-     &ProfileManager::setRingerToneFile, &ProfileManager::setRingerToneEnabled},
-    {QLatin1String("messageToneFile"), ProfileManager::MessageTone,
-     &ProfileManager::setMessageToneFile, &ProfileManager::setMessageToneEnabled},
-    {QLatin1String("mailToneFile"), ProfileManager::MailTone, &ProfileManager::setMailToneFile,
+    {"ringerToneFile", ProfileManager::RingerTone, &ProfileManager::setRingerToneFile,
+     &ProfileManager::setRingerToneEnabled},
+    {"messageToneFile", ProfileManager::MessageTone, &ProfileManager::setMessageToneFile,
+     &ProfileManager::setMessageToneEnabled},
+    {"mailToneFile", ProfileManager::MailTone, &ProfileManager::setMailToneFile,
      &ProfileManager::setMailToneEnabled},
-    {QLatin1String("internetCallToneFile"), ProfileManager::InternetCallTone,
+    {"internetCallToneFile", ProfileManager::InternetCallTone,
      &ProfileManager::setInternetCallToneFile, &ProfileManager::setInternetCallToneEnabled},
-    {QLatin1String("chatToneFile"), ProfileManager::ChatTone, &ProfileManager::setChatToneFile,
+    {"chatToneFile", ProfileManager::ChatTone, &ProfileManager::setChatToneFile,
      &ProfileManager::setChatToneEnabled},
-    {QLatin1String("calendarToneFile"), ProfileManager::CalendarTone,
-     &ProfileManager::setCalendarToneFile, &ProfileManager::setCalendarToneEnabled},
-    {QLatin1String("clockAlarmToneFile"), ProfileManager::ClockAlarmTone,
-     &ProfileManager::setClockAlarmToneFile, &ProfileManager::setClockAlarmToneEnabled},
+    {"calendarToneFile", ProfileManager::CalendarTone, &ProfileManager::setCalendarToneFile,
+     &ProfileManager::setCalendarToneEnabled},
+    {"clockAlarmToneFile", ProfileManager::ClockAlarmTone, &ProfileManager::setClockAlarmToneFile,
+     &ProfileManager::setClockAlarmToneEnabled},
 }};
