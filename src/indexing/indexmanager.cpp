@@ -16,8 +16,6 @@
 #include <QJsonObject>
 #include <QVariant>
 
-#include <algorithm>
-
 namespace {
 
 const char* const UpdateFunction = "virtual bool IndexManager::updateMetaData()";
@@ -133,7 +131,7 @@ bool IndexManager::updateDirectory(
     const QString& path, qint64 directoryId, const QJsonObject& index)
 {
     const QVector<IndexEntry> entries = readEntries(path, index);
-    m_fileQuery.bindValue(0, directoryId);
+    bind(m_fileQuery, {directoryId});
     if (!m_fileQuery.exec()) {
         warn(m_fileQuery, UpdateFunction, "Failed to execute m_fileQuery");
         return false;
@@ -170,9 +168,7 @@ QVector<IndexManager::IndexEntry> IndexManager::readEntries(
              catalog.translated(object.value(QLatin1String("displayName")).toString()),
              file.lastModified()});
     }
-    std::sort(entries.begin(), entries.end(), [](const IndexEntry& left, const IndexEntry& right) {
-        return qstrcmp(left.name, right.name) < 0;
-    });
+    sortByName(&entries);
     return entries;
 }
 
