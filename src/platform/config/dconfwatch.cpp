@@ -13,7 +13,7 @@ const QString ConnectionName = QStringLiteral("key/value store");
 
 QString sessionBusAddress()
 {
-    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty()) {
         return address;
     }
