@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "daemonsession.h"
+#include "openedfiles.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -93,6 +94,28 @@ struct BundleSession : DaemonSession
             QStringLiteral("cp"),
             {QStringLiteral("-r"), QStringLiteral(SAMPLE_BUNDLES "/") + name, InstallPath});
     }
+    /// Starts the daemon, and waits until it is done with bundles and with files.
+    bool startAtRest()
+    {
+        const QString idle = QStringLiteral("InstallManager idle in");
+        const int before = daemon.lines().filter(idle).size();
+        return startWithBundles()
+            && QTest::qWaitFor(
+                   [&] { return daemon.lines().filter(idle).size() > before; },
+                   DaemonProcess::deadlineMs)
+            && waitUntilFollowed();
+    }
+    bool startWithSamplesAtRest()
+    {
+        for (const auto& name :
+             {QStringLiteral("coast-light"), QStringLiteral("first-snow"),
+              QStringLiteral("autumn-walk")}) {
+            if (!installSample(name)) {
+                return false;
+            }
+        }
+        return startAtRest();
+    }
     /// The display names of all moodsets, sorted.
     QStringList moodsetNames()
     {
@@ -141,13 +164,8 @@ private Q_SLOTS:
     void samplesBecomeMoodsets()
     {
         BundleSession session;
-        for (const auto& name :
-             {QStringLiteral("coast-light"), QStringLiteral("first-snow"),
-              QStringLiteral("autumn-walk")}) {
-            QVERIFY(BundleSession::installSample(name));
-        }
 
-        QVERIFY(session.startWithBundles());
+        QVERIFY(session.startWithSamplesAtRest());
 
         QTRY_COMPARE_WITH_TIMEOUT(
             session.moodsetNames(),
@@ -280,6 +298,36 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(
             session.moodsetNames(), QStringList{QStringLiteral("After")},
             DaemonProcess::deadlineMs);
+    }
+
+    void restartWithNothingChangedOpensNoFile()
+    {
+        BundleSession session;
+        QVERIFY(session.startWithSamplesAtRest());
+        QVERIFY(session.daemon.terminate());
+        OpenedFiles opened(InstallPath);
+
+        QVERIFY(session.startAtRest());
+
+        QVERIFY(opened.isValid());
+        QCOMPARE(opened.paths(), QStringList());
+        QCOMPARE(session.moodsetNames().size(), 3);
+    }
+
+    void restartOpensTheChangedFileAlone()
+    {
+        BundleSession session;
+        QVERIFY(session.startWithSamplesAtRest());
+        QVERIFY(session.daemon.terminate());
+        const QString changed = InstallPath + QStringLiteral("first-snow/first-snow.moodset");
+        QVERIFY(makeOlder(changed));
+        OpenedFiles opened(InstallPath);
+
+        QVERIFY(session.startAtRest());
+
+        QVERIFY(opened.isValid());
+        QCOMPARE(opened.paths(), QStringList{changed});
+        QCOMPARE(session.moodsetNames().size(), 3);
     }
 
     void brokenFileLosesItsMoodset()
