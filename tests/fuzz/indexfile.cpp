@@ -52,10 +52,8 @@ void restoreRows()
 
 void runTarget(const QByteArray& input)
 {
-    // A name with a NUL in it is no name of a file, says the platform.
     allowNoWarningsBut(
-        {"virtual bool IndexManager::updateMetaData()", "Duplicate fileName in .index file ",
-         "Broken filename passed to function"});
+        {"virtual bool IndexManager::updateMetaData()", "Duplicate fileName in .index file "});
     static const Package package;
     restoreRows();
     package.library.write(IndexName, input);
@@ -65,8 +63,6 @@ void runTarget(const QByteArray& input)
     require(!manager->updateMetaData(), "an index file is looked at once");
 
     require(!ScratchLibrary::isInTransaction(), "no transaction is left open");
-    // Half a pair is a "?" to the disk, and spoils the letter behind it in the database.
-    const bool hasSurrogates = input.toLower().contains("\\ud");
     QSet<QString> names;
     const QVector<QVariantList> rows =
         ScratchLibrary::exec(QStringLiteral("SELECT fileName FROM file WHERE directoryId = 2;"));
@@ -75,7 +71,7 @@ void runTarget(const QByteArray& input)
         require(!name.isEmpty() && !name.contains(QLatin1Char('/')), "rows have bare names");
         require(!names.contains(name), "no name has two rows");
         require(
-            hasSurrogates || FormerNames.contains(name)
+            FormerNames.contains(name)
                 || QFileInfo::exists(package.library.path(QStringLiteral("tones/") + name)),
             "a new row has a file");
         names.insert(name);
