@@ -25,6 +25,14 @@ const QLatin1String IndexSuffix(".index");
 /// The columns of m_fileQuery.
 enum Column : int { Id, FileName, DisplayName, ModificationTime };
 
+/// Whether a file can have that name. Half a surrogate pair gets lost on the way to the disk, where
+/// the rest of the name can be that of another file.
+bool isFileName(const QString& name)
+{
+    return !name.isEmpty() && !name.contains(QLatin1Char('/')) && !name.contains(QChar::Null)
+        && QString::fromUtf8(name.toUtf8()) == name;
+}
+
 } // namespace
 
 /// A file that an index lists.
@@ -160,7 +168,7 @@ QVector<IndexManager::IndexEntry> IndexManager::readEntries(
         const QJsonObject object = value.toObject();
         const QString fileName = object.value(QLatin1String("fileName")).toString();
         const QFileInfo file(directory + QLatin1Char('/') + fileName);
-        if (fileName.isEmpty() || fileName.contains(QLatin1Char('/')) || !file.exists()) {
+        if (!isFileName(fileName) || !file.exists()) {
             continue;
         }
         entries.append(

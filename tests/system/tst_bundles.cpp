@@ -398,6 +398,46 @@ private Q_SLOTS:
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
     }
 
+    void tonesOfAPackageAreIndexed()
+    {
+        BundleSession session;
+        const QString sounds = QStringLiteral("/usr/share/sounds/");
+        QVERIFY(write(sounds + QStringLiteral("bells/tones/low.ogg"), "tone"));
+        QVERIFY(write(sounds + QStringLiteral("bells/tones/unlisted.ogg"), "tone"));
+        QVERIFY(write(
+            sounds + QStringLiteral("bells/tones.index"),
+            R"({"files": [{"fileName": "low.ogg", "displayName": "Low bell"}]})"));
+
+        QVERIFY(session.startWithBundles());
+
+        const LibraryDatabase::Rows expected{
+            {QStringLiteral("low.ogg"), QStringLiteral("Low bell")}};
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.library().rows(
+                QStringLiteral("SELECT fileName, displayName FROM file JOIN directory "
+                               "ON directory.id = directoryId WHERE path = ?"),
+                {sounds + QStringLiteral("bells/tones")}),
+            expected, DaemonProcess::deadlineMs);
+        QVERIFY(session.daemon.waitForLine(QStringLiteral("InstallManager idle in")));
+        QCOMPARE(session.daemon.takeWarnings(), QStringList());
+    }
+
+    void installedMoodsetIsAnnounced()
+    {
+        BundleSession session;
+        QVERIFY(session.startWithBundles());
+        QVERIFY(session.daemon.waitForLine(QStringLiteral("InstallManager idle in")));
+        QVERIFY(!session.client.announcements().contains(1));
+        QVERIFY(writePackage(QStringLiteral("new"), "New"));
+
+        QVERIFY(
+            callWithoutQt(QStringLiteral("installPackage"), {InstallPath + QStringLiteral("new")}));
+
+        QTRY_VERIFY_WITH_TIMEOUT(
+            session.client.announcements().contains(1), DaemonProcess::deadlineMs);
+        QCOMPARE(session.moodsetNames(), QStringList{QStringLiteral("New")});
+    }
+
     void newLocaleTranslatesTheName()
     {
         BundleSession session;
