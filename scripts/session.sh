@@ -19,7 +19,8 @@ groups=()   # the process groups that the session has started
 make_folders()
 {
     local keep=$1
-    session=$(mktemp -d "${TMPDIR:-/tmp}/moodsetd-run.XXXXXX")
+    # A mount point must not lie behind a link.
+    session=$(realpath -- "$(mktemp -d "${TMPDIR:-/tmp}/moodsetd-run.XXXXXX")")
     data=$session
     if [[ -n $keep ]]; then
         data=$keep
