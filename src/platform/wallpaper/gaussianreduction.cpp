@@ -10,6 +10,9 @@
 namespace {
 
 constexpr double ReachInSigmas = 3;
+/// So many of the picture's rows are summed up in one go: more than have registers for it would be
+/// slower, and fewer write the sums more often. It is even, for pixels are taken in pairs.
+constexpr int RowsAtOnce = 8;
 
 /// The Gaussian that has the variance `target` when it is sampled at whole pixels from `offset` on
 /// and cut off behind `reach`.
@@ -52,119 +55,129 @@ private:
 class SourceWindows
 {
 public:
-    SourceWindows(const GridAxis& axis, double variance, const ClampedBorder& border)
-        : m_axis(axis)
-        , m_reach(reductionReach(variance))
-        , m_size(2 * m_reach + 2)
-        , m_weights(size_t(axis.points()) * size_t(m_size))
+    /// Each weight stands `copies` times.
+    SourceWindows(const GridAxis& axis, double variance, const ClampedBorder& border, int copies)
+        : m_reach(reductionReach(variance))
+        , m_size((2 * m_reach + 2 + RowsAtOnce - 1) / RowsAtOnce * RowsAtOnce)
+        , m_copies(copies)
+        , m_first(size_t(axis.points()))
+        , m_weights(m_first.size() * size_t(m_size * copies))
     {
         const double offset = std::abs(std::fmod(axis.position(0), 1));
         const FittedGaussian gaussian(variance, m_reach, offset);
         for (int point = 0; 2 * point < axis.points(); ++point) {
-            weigh(point, gaussian, border);
+            const double position = axis.position(point);
+            const int first = std::max(int(std::floor(std::abs(position))) - m_reach, 0);
+            const int opposite = axis.points() - 1 - point;
+            // The same to the last bit in both halves of the picture. The point in its middle is
+            // its own opposite, and gets what comes last.
+            const std::vector<double> weights = exactWeights(first, position, gaussian, border);
+            setWindow(opposite, axis.length() - m_size - first, {weights.rbegin(), weights.rend()});
+            setWindow(point, first, weights);
         }
     }
 
+    /// The number of points.
+    [[nodiscard]] int count() const { return int(m_first.size()); }
     /// The number of pixels for each point.
     [[nodiscard]] int size() const { return m_size; }
-
     /// The first pixel of a point's window.
-    [[nodiscard]] int first(int point) const
-    {
-        const int opposite = m_axis.points() - 1 - point;
-        if (point > opposite) {
-            return m_axis.length() - m_size - first(opposite);
-        }
-        const double inside = std::abs(m_axis.position(point));
-        return std::max(int(std::floor(inside)) - m_reach, 0);
-    }
-
+    [[nodiscard]] int first(int point) const { return m_first[size_t(point)]; }
     [[nodiscard]] const Weight* weights(int point) const
     {
-        return m_weights.data() + size_t(point) * size_t(m_size);
+        return m_weights.data() + size_t(point) * size_t(m_size * m_copies);
     }
 
 private:
-    /// Sets the weights of a point and, so that they are the same to the last bit, of its opposite
-    /// in the picture's other half.
-    void weigh(int point, const FittedGaussian& gaussian, const ClampedBorder& border)
+    [[nodiscard]] std::vector<double> exactWeights(
+        int first, double position, const FittedGaussian& gaussian,
+        const ClampedBorder& border) const
     {
-        std::vector<double> exact;
+        std::vector<double> weights;
         double sum = 0;
-        for (int pixel = first(point); pixel < first(point) + m_size; ++pixel) {
-            const double position = m_axis.position(point);
-            exact.push_back(
+        for (int pixel = first; pixel < first + m_size; ++pixel) {
+            weights.push_back(
                 border.mass(pixel)
                 * (gaussian(border.position(pixel) - position)
                    + gaussian(border.mirrored(pixel) - position)));
-            sum += exact.back();
+            sum += weights.back();
         }
-        const auto normalised = [sum](double weight) { return fixedWeight(weight / sum); };
-        const auto opposite = m_weights.end() - (point + 1) * m_size;
-        std::transform(exact.rbegin(), exact.rend(), opposite, normalised);
-        std::transform(exact.begin(), exact.end(), m_weights.begin() + point * m_size, normalised);
+        for (double& weight : weights) {
+            weight /= sum;
+        }
+        return weights;
     }
 
-    const GridAxis m_axis;
+    void setWindow(int point, int first, const std::vector<double>& weights)
+    {
+        m_first[size_t(point)] = first;
+        auto target = m_weights.begin() + point * m_size * m_copies;
+        for (const double weight : weights) {
+            target = std::fill_n(target, m_copies, fixedWeight(weight));
+        }
+    }
+
     const int m_reach;
     const int m_size;
+    const int m_copies;
+    std::vector<int> m_first;
     std::vector<Weight> m_weights;
 };
 
-/// How many bytes are summed up at once, so that their sums stay in registers.
-constexpr int BytesAtOnce = 32;
+using RowGroup = std::array<const uchar*, RowsAtOnce>;
 
-template <int Count>
-void addRows(
-    const uchar* const* rows, int offset, const SourceWindows& windows, int point, Level* sums)
+void addRows(const RowGroup& rows, const Weight* weights, LevelRow* sums)
 {
-    std::array<Level, Count> local;
-    local.fill(cutLoss(windows.size()));
-    const Weight* const weights = windows.weights(point);
-    for (int row = 0; row < windows.size(); ++row) {
-        const uchar* const bytes = rows[row] + offset;
-        const Weight weight = weights[row];
-        for (size_t i = 0; i < Count; ++i) {
-            local[i] = Level(local[i] + weighted(Level(bytes[i] << LevelBits), weight));
+    Level* const target = sums->data();
+    const size_t count = sums->size();
+    for (size_t i = 0; i < count; ++i) {
+        Level sum = target[i];
+        for (size_t row = 0; row < RowsAtOnce; ++row) {
+            sum = Level(sum + weighted(Level(rows[row][i] << LevelBits), weights[row]));
         }
+        target[i] = sum;
     }
-    std::copy(local.begin(), local.end(), sums);
 }
 
 /// One row of the grid at the picture's full width.
 void reduceDown(const QImage& image, const SourceWindows& windows, int point, LevelRow* row)
 {
-    std::vector<const uchar*> sources;
-    for (int i = 0; i < windows.size(); ++i) {
-        sources.push_back(image.constScanLine(windows.first(point) + i));
-    }
-    const int count = int(row->size());
-    int offset = 0;
-    for (; offset + BytesAtOnce <= count; offset += BytesAtOnce) {
-        addRows<BytesAtOnce>(sources.data(), offset, windows, point, row->data() + offset);
-    }
-    for (; offset < count; offset += ChannelsPerPixel) {
-        addRows<ChannelsPerPixel>(sources.data(), offset, windows, point, row->data() + offset);
+    std::fill(row->begin(), row->end(), cutLoss(windows.size()));
+    for (int i = 0; i < windows.size(); i += RowsAtOnce) {
+        RowGroup rows = {};
+        for (int k = 0; k < RowsAtOnce; ++k) {
+            rows[size_t(k)] = image.constScanLine(windows.first(point) + i + k);
+        }
+        addRows(rows, windows.weights(point) + i, row);
     }
 }
 
-LevelRow reduceAcross(const LevelRow& row, const SourceWindows& windows, int points)
+/// One point from the levels of its window and a weight for each of these.
+void addPixels(const Level* levels, const Weight* weights, int pixels, Level* point)
 {
-    LevelRow reducedRow(size_t(points) * ChannelsPerPixel);
-    for (int point = 0; point < points; ++point) {
-        const Level* levels = row.data() + windows.first(point) * ChannelsPerPixel;
-        const Weight* const weights = windows.weights(point);
-        std::array<Level, ChannelsPerPixel> sums;
-        sums.fill(cutLoss(windows.size()));
-        for (int pixel = 0; pixel < windows.size(); ++pixel) {
-            for (size_t channel = 0; channel < ChannelsPerPixel; ++channel) {
-                sums[channel] = Level(sums[channel] + weighted(levels[channel], weights[pixel]));
-            }
-            levels += ChannelsPerPixel;
+    // Two pixels at once fill a register.
+    constexpr size_t atOnce = 2 * ChannelsPerPixel;
+    std::array<Level, atOnce> sums = {};
+    const size_t count = size_t(pixels) * ChannelsPerPixel;
+    for (size_t i = 0; i < count; i += atOnce) {
+        for (size_t k = 0; k < atOnce; ++k) {
+            sums[k] = Level(sums[k] + weighted(levels[i + k], weights[i + k]));
         }
-        std::copy(sums.begin(), sums.end(), reducedRow.begin() + point * ChannelsPerPixel);
     }
-    return reducedRow;
+    for (size_t channel = 0; channel < ChannelsPerPixel; ++channel) {
+        point[channel] = Level(sums[channel] + sums[channel + ChannelsPerPixel] + cutLoss(pixels));
+    }
+}
+
+LevelRow reduceAcross(const LevelRow& row, const SourceWindows& windows)
+{
+    LevelRow result(size_t(windows.count()) * ChannelsPerPixel);
+    for (int point = 0; point < windows.count(); ++point) {
+        addPixels(
+            row.data() + windows.first(point) * ChannelsPerPixel, windows.weights(point),
+            windows.size(), result.data() + point * ChannelsPerPixel);
+    }
+    return result;
 }
 
 } // namespace
@@ -177,12 +190,12 @@ int reductionReach(double variance)
 LevelGrid reduced(const QImage& image, int step, double variance, const ClampedBorder& border)
 {
     LevelGrid grid = {GridAxis(image.width(), step), GridAxis(image.height(), step), {}};
-    const SourceWindows across(grid.across, variance, border);
-    const SourceWindows down(grid.down, variance, border);
-    LevelRow fullRow(size_t(image.width()) * ChannelsPerPixel);
-    for (int point = 0; point < grid.down.points(); ++point) {
-        reduceDown(image, down, point, &fullRow);
-        grid.rows.push_back(reduceAcross(fullRow, across, grid.across.points()));
+    const SourceWindows across(grid.across, variance, border, ChannelsPerPixel);
+    const SourceWindows down(grid.down, variance, border, 1);
+    LevelRow row(size_t(image.width()) * ChannelsPerPixel);
+    for (int point = 0; point < down.count(); ++point) {
+        reduceDown(image, down, point, &row);
+        grid.rows.push_back(reduceAcross(row, across));
     }
     return grid;
 }

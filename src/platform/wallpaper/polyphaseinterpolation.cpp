@@ -68,14 +68,18 @@ public:
         return m_weights[size_t(pixel % m_step)];
     }
 
+    [[nodiscard]] int step() const { return m_step; }
+
 private:
     const double m_start;
     const int m_step;
     std::vector<std::array<Weight, Taps>> m_weights;
 };
 
-Level weightedSum(
-    const std::array<const Level*, Taps>& levels, size_t i, const std::array<Weight, Taps>& weights)
+using TapLevels = std::array<const Level*, Taps>;
+using FixedTapWeights = std::array<Weight, Taps>;
+
+Level weightedSum(const TapLevels& levels, size_t i, const FixedTapWeights& weights)
 {
     Level sum = cutLoss(Taps);
     for (size_t tap = 0; tap < Taps; ++tap) {
@@ -84,30 +88,47 @@ Level weightedSum(
     return sum;
 }
 
-/// A row of the grid at the picture's full width.
+/// The pixels that lie alike between their points, one in each step from `first` on.
+void interpolatePhase(const LevelRow& points, const TapTable& taps, int first, LevelRow* phase)
+{
+    TapLevels levels = {};
+    for (int tap = 0; tap < Taps; ++tap) {
+        levels[size_t(tap)] = points.data() + (taps.first(first) + tap) * ChannelsPerPixel;
+    }
+    const FixedTapWeights weights = taps.weights(first);
+    Level* const target = phase->data();
+    const size_t count = phase->size();
+    for (size_t i = 0; i < count; ++i) {
+        target[i] = weightedSum(levels, i, weights);
+    }
+}
+
+/// A row of the grid at the picture's full width. Phase by phase, since the loops over one phase
+/// have the same weights throughout.
 void interpolateAcross(const LevelRow& points, const TapTable& taps, LevelRow* row)
 {
     const int width = int(row->size()) / ChannelsPerPixel;
-    for (int pixel = 0; pixel < width; ++pixel) {
-        const Level* const first = points.data() + taps.first(pixel) * ChannelsPerPixel;
-        std::array<const Level*, Taps> levels = {};
-        for (int tap = 0; tap < Taps; ++tap) {
-            levels[size_t(tap)] = first + tap * ChannelsPerPixel;
-        }
-        Level* const target = row->data() + pixel * ChannelsPerPixel;
-        for (size_t channel = 0; channel < ChannelsPerPixel; ++channel) {
-            target[channel] = weightedSum(levels, channel, taps.weights(pixel));
+    LevelRow phase;
+    for (int first = 0; first < taps.step(); ++first) {
+        const int pixels = (width - first + taps.step() - 1) / taps.step();
+        phase.resize(size_t(pixels) * ChannelsPerPixel);
+        interpolatePhase(points, taps, first, &phase);
+        for (int i = 0; i < pixels; ++i) {
+            const Level* const pixel = phase.data() + i * ChannelsPerPixel;
+            Level* const target = row->data() + (first + i * taps.step()) * ChannelsPerPixel;
+            std::copy_n(pixel, ChannelsPerPixel, target);
         }
     }
 }
 
 void interpolateDown(
-    const std::array<const Level*, Taps>& rows, const std::array<Weight, Taps>& weights,
-    uchar* bytes, size_t count)
+    const TapLevels& rows, const FixedTapWeights& weights, uchar* bytes, size_t count)
 {
     constexpr Level half = 1 << (LevelBits - 1);
+    const TapLevels levels = rows;
+    const FixedTapWeights factors = weights;
     for (size_t i = 0; i < count; ++i) {
-        bytes[i] = uchar((weightedSum(rows, i, weights) + half) >> LevelBits);
+        bytes[i] = uchar((weightedSum(levels, i, factors) + half) >> LevelBits);
     }
 }
 

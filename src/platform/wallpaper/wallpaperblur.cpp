@@ -24,6 +24,9 @@ void blurWallpaper(QImage* image, const BlurPasses& passes)
         return;
     }
     const HalfKernel kernel = gaussianKernel(passes.radius, passes.sigma);
+    if (kernel.size() == 1) {
+        return;
+    }
     const double total = passes.rounds * variance(kernel);
     const int step = int(std::sqrt(total) / SigmaInSteps);
     const double reduction = total - interpolationVariance(step);
