@@ -97,7 +97,8 @@ void analyseImageColors(const QImage& image, float* averageValue, QColor* domina
     const HueHistogram histogram = histogramOf(image);
     const quint64 pixels = quint64(image.width()) * quint64(image.height());
     if (pixels > 0) {
-        *averageValue = float(histogram.valueSum / pixels);
+        const quint64 average = histogram.valueSum / pixels;
+        *averageValue = float(average);
     }
     const auto first = histogram.weights.begin();
     const auto best = std::max_element(first, histogram.weights.end());

@@ -3,6 +3,7 @@
 
 #include <QtGlobal>
 
+#include <cmath>
 #include <vector>
 
 /// A channel of a pixel in 256ths of its 255 levels.
@@ -10,7 +11,7 @@ using Level = quint16;
 /// A weight of a filter in 65536ths, below 1.
 using Weight = quint16;
 
-constexpr int ChannelsPerPixel = 4;
+constexpr size_t ChannelsPerPixel = 4;
 constexpr int LevelBits = 8;
 constexpr int WeightBits = 16;
 
@@ -27,10 +28,16 @@ constexpr Level cutLoss(int terms)
     return Level(terms / 2);
 }
 
-constexpr Weight fixedWeight(double weight)
+inline Weight fixedWeight(double weight)
 {
-    return Weight(weight * (1 << WeightBits) + 0.5);
+    return Weight(std::lround(weight * (1 << WeightBits)));
 }
 
 /// A row of pixels, channel by channel.
 using LevelRow = std::vector<Level>;
+
+/// Where a pixel's channels begin in its row.
+constexpr size_t channelsOf(int pixel)
+{
+    return size_t(pixel) * ChannelsPerPixel;
+}

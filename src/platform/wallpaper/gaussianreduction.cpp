@@ -56,12 +56,12 @@ class SourceWindows
 {
 public:
     /// Each weight stands `copies` times.
-    SourceWindows(const GridAxis& axis, double variance, const ClampedBorder& border, int copies)
+    SourceWindows(const GridAxis& axis, double variance, const ClampedBorder& border, size_t copies)
         : m_reach(reductionReach(variance))
         , m_size((2 * m_reach + 2 + RowsAtOnce - 1) / RowsAtOnce * RowsAtOnce)
         , m_copies(copies)
         , m_first(size_t(axis.points()))
-        , m_weights(m_first.size() * size_t(m_size * copies))
+        , m_weights(m_first.size() * size_t(m_size) * copies)
     {
         const double offset = std::abs(std::fmod(axis.position(0), 1));
         const FittedGaussian gaussian(variance, m_reach, offset);
@@ -85,10 +85,15 @@ public:
     [[nodiscard]] int first(int point) const { return m_first[size_t(point)]; }
     [[nodiscard]] const Weight* weights(int point) const
     {
-        return m_weights.data() + size_t(point) * size_t(m_size * m_copies);
+        return m_weights.data() + offset(point);
     }
 
 private:
+    [[nodiscard]] size_t offset(int point) const
+    {
+        return size_t(point) * size_t(m_size) * m_copies;
+    }
+
     [[nodiscard]] std::vector<double> exactWeights(
         int first, double position, const FittedGaussian& gaussian,
         const ClampedBorder& border) const
@@ -111,7 +116,7 @@ private:
     void setWindow(int point, int first, const std::vector<double>& weights)
     {
         m_first[size_t(point)] = first;
-        auto target = m_weights.begin() + point * m_size * m_copies;
+        auto target = m_weights.begin() + std::ptrdiff_t(offset(point));
         for (const double weight : weights) {
             target = std::fill_n(target, m_copies, fixedWeight(weight));
         }
@@ -119,7 +124,7 @@ private:
 
     const int m_reach;
     const int m_size;
-    const int m_copies;
+    const size_t m_copies;
     std::vector<int> m_first;
     std::vector<Weight> m_weights;
 };
@@ -158,7 +163,7 @@ void addPixels(const Level* levels, const Weight* weights, int pixels, Level* po
     // Two pixels at once fill a register.
     constexpr size_t atOnce = 2 * ChannelsPerPixel;
     std::array<Level, atOnce> sums = {};
-    const size_t count = size_t(pixels) * ChannelsPerPixel;
+    const size_t count = channelsOf(pixels);
     for (size_t i = 0; i < count; i += atOnce) {
         for (size_t k = 0; k < atOnce; ++k) {
             sums[k] = Level(sums[k] + weighted(levels[i + k], weights[i + k]));
@@ -171,11 +176,11 @@ void addPixels(const Level* levels, const Weight* weights, int pixels, Level* po
 
 LevelRow reduceAcross(const LevelRow& row, const SourceWindows& windows)
 {
-    LevelRow result(size_t(windows.count()) * ChannelsPerPixel);
+    LevelRow result(channelsOf(windows.count()));
     for (int point = 0; point < windows.count(); ++point) {
         addPixels(
-            row.data() + windows.first(point) * ChannelsPerPixel, windows.weights(point),
-            windows.size(), result.data() + point * ChannelsPerPixel);
+            row.data() + channelsOf(windows.first(point)), windows.weights(point), windows.size(),
+            result.data() + channelsOf(point));
     }
     return result;
 }
@@ -192,7 +197,7 @@ LevelGrid reduced(const QImage& image, int step, double variance, const ClampedB
     LevelGrid grid = {GridAxis(image.width(), step), GridAxis(image.height(), step), {}};
     const SourceWindows across(grid.across, variance, border, ChannelsPerPixel);
     const SourceWindows down(grid.down, variance, border, 1);
-    LevelRow row(size_t(image.width()) * ChannelsPerPixel);
+    LevelRow row(channelsOf(image.width()));
     for (int point = 0; point < down.count(); ++point) {
         reduceDown(image, down, point, &row);
         grid.rows.push_back(reduceAcross(row, across));

@@ -11,15 +11,19 @@ namespace {
 
 /// The points of the grid around a pixel that it is made from.
 constexpr int Taps = 6;
+/// As many taps lie before a pixel as behind it; these before the nearest one.
+constexpr int TapsBefore = Taps / 2 - 1;
 /// The Gaussian's sigma in steps. A narrower one lets the grid show, a wider one needs more points.
 constexpr double SigmaInSteps = 0.85;
 
 using TapWeights = std::array<double, Taps>;
+using FixedTapWeights = std::array<Weight, Taps>;
+using TapLevels = std::array<const Level*, Taps>;
 
 /// The distance of a tap from a pixel that lies `phase` steps behind the third tap.
 double tapDistance(int tap, double phase)
 {
-    return tap - (Taps / 2 - 1) - phase;
+    return tap - TapsBefore - phase;
 }
 
 TapWeights tapWeights(double phase)
@@ -51,7 +55,7 @@ public:
     {
         for (int pixel = 0; pixel < m_step; ++pixel) {
             const double steps = (m_start + pixel) / m_step;
-            std::array<Weight, Taps> fixed = {};
+            FixedTapWeights fixed = {};
             const TapWeights weights = tapWeights(steps - std::floor(steps));
             std::transform(weights.begin(), weights.end(), fixed.begin(), fixedWeight);
             m_weights.push_back(fixed);
@@ -61,9 +65,9 @@ public:
     /// The first point of a pixel.
     [[nodiscard]] int first(int pixel) const
     {
-        return int(std::floor((m_start + pixel) / m_step)) - (Taps / 2 - 1);
+        return int(std::floor((m_start + pixel) / m_step)) - TapsBefore;
     }
-    [[nodiscard]] const std::array<Weight, Taps>& weights(int pixel) const
+    [[nodiscard]] const FixedTapWeights& weights(int pixel) const
     {
         return m_weights[size_t(pixel % m_step)];
     }
@@ -73,11 +77,8 @@ public:
 private:
     const double m_start;
     const int m_step;
-    std::vector<std::array<Weight, Taps>> m_weights;
+    std::vector<FixedTapWeights> m_weights;
 };
-
-using TapLevels = std::array<const Level*, Taps>;
-using FixedTapWeights = std::array<Weight, Taps>;
 
 Level weightedSum(const TapLevels& levels, size_t i, const FixedTapWeights& weights)
 {
@@ -93,7 +94,7 @@ void interpolatePhase(const LevelRow& points, const TapTable& taps, int first, L
 {
     TapLevels levels = {};
     for (int tap = 0; tap < Taps; ++tap) {
-        levels[size_t(tap)] = points.data() + (taps.first(first) + tap) * ChannelsPerPixel;
+        levels[size_t(tap)] = points.data() + channelsOf(taps.first(first) + tap);
     }
     const FixedTapWeights weights = taps.weights(first);
     Level* const target = phase->data();
@@ -107,15 +108,15 @@ void interpolatePhase(const LevelRow& points, const TapTable& taps, int first, L
 /// have the same weights throughout.
 void interpolateAcross(const LevelRow& points, const TapTable& taps, LevelRow* row)
 {
-    const int width = int(row->size()) / ChannelsPerPixel;
+    const int width = int(row->size() / ChannelsPerPixel);
     LevelRow phase;
     for (int first = 0; first < taps.step(); ++first) {
         const int pixels = (width - first + taps.step() - 1) / taps.step();
-        phase.resize(size_t(pixels) * ChannelsPerPixel);
+        phase.resize(channelsOf(pixels));
         interpolatePhase(points, taps, first, &phase);
         for (int i = 0; i < pixels; ++i) {
-            const Level* const pixel = phase.data() + i * ChannelsPerPixel;
-            Level* const target = row->data() + (first + i * taps.step()) * ChannelsPerPixel;
+            const Level* const pixel = phase.data() + channelsOf(i);
+            Level* const target = row->data() + channelsOf(first + i * taps.step());
             std::copy_n(pixel, ChannelsPerPixel, target);
         }
     }
@@ -125,6 +126,7 @@ void interpolateDown(
     const TapLevels& rows, const FixedTapWeights& weights, uchar* bytes, size_t count)
 {
     constexpr Level half = 1 << (LevelBits - 1);
+    // Copies, which writing bytes cannot change, stay in registers.
     const TapLevels levels = rows;
     const FixedTapWeights factors = weights;
     for (size_t i = 0; i < count; ++i) {
@@ -152,7 +154,7 @@ void interpolate(const LevelGrid& grid, QImage* image)
 {
     const TapTable across(grid.across);
     const TapTable down(grid.down);
-    const size_t count = size_t(image->width()) * ChannelsPerPixel;
+    const size_t count = channelsOf(image->width());
     std::array<LevelRow, Taps> rows;
     rows.fill(LevelRow(count));
     int next = 0;
@@ -161,7 +163,7 @@ void interpolate(const LevelGrid& grid, QImage* image)
         for (; next < first + Taps; ++next) {
             interpolateAcross(grid.rows[size_t(next)], across, &rows[size_t(next % Taps)]);
         }
-        std::array<const Level*, Taps> levels = {};
+        TapLevels levels = {};
         for (int tap = 0; tap < Taps; ++tap) {
             levels[size_t(tap)] = rows[size_t((first + tap) % Taps)].data();
         }
