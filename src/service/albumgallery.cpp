@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "albumgallery.h"
 
+#include "accessory/dorselmonitor.h"
 #include "albumgallery_p.h"
 #include "attributes.h"
 #include "content/moodsetcontent.h"
@@ -68,6 +69,7 @@ AlbumGalleryPrivate::AlbumGalleryPrivate(AlbumGallery* gallery)
     , q(gallery)
 {
     instance = this;
+    connect(DorselMonitor::instance(), &DorselMonitor::activeMoodset, q, &AlbumGallery::setMoodset);
 }
 
 AlbumGalleryPrivate::~AlbumGalleryPrivate()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "playedservice.h"
 
+#include <QDBusConnectionInterface>
 #include <QDBusVirtualObject>
 #include <QDebug>
 #include <QHash>
@@ -9,6 +10,9 @@
 #include <QVector>
 
 namespace {
+
+/// A method that every service answers, to show that it has seen all earlier calls.
+const QLatin1String Fence("fence");
 
 QString valueText(const QVariant& value)
 {
@@ -41,6 +45,9 @@ public:
     {
         if (message.type() != QDBusMessage::MethodCallMessage) {
             return false;
+        }
+        if (message.member() == Fence) {
+            return connection.send(message.createReply());
         }
         {
             const QMutexLocker locker(&m_mutex);
@@ -168,17 +175,29 @@ void PlayedService::send(
 {
     QDBusMessage message = QDBusMessage::createSignal(path, interface, signal);
     message.setArguments(values);
-    QDBusConnection(m_connectionName).send(message);
+    const QDBusConnection connection(m_connectionName);
+    connection.send(message);
+    connection.interface()->call(QStringLiteral("GetId"));
 }
 
 QStringList PlayedService::takeCalls()
 {
+    if (!m_connectionName.isEmpty()) {
+        testConnection().call(QDBusMessage::createMethodCall(
+            QDBusConnection(m_connectionName).baseService(), QStringLiteral("/"), m_name, Fence));
+    }
     return m_object->takeCalls();
 }
 
 bool PlayedService::waitForCalls(int count)
 {
     return QTest::qWaitFor([&] { return m_object->callCount() >= count; });
+}
+
+QDBusConnection PlayedService::testConnection() const
+{
+    return m_bus == QDBusConnection::SystemBus ? QDBusConnection::systemBus()
+                                               : QDBusConnection::sessionBus();
 }
 
 void PlayedService::runInThread(const std::function<void()>& function)

@@ -49,18 +49,20 @@ public:
     /// Answers all open calls with these values.
     void answerOpenCalls(const QVariantList& values);
 
-    /// Sends a signal from the service.
+    /// Sends a signal from the service. When this returns, the bus has passed it on: whatever is
+    /// sent later, by whomever, arrives later.
     void send(
         const QString& path, const QString& interface, const QString& signal,
         const QVariantList& values);
 
-    /// The calls since the last time, oldest first, as text: `method("text", 5)`. Calls of the
-    /// standard interfaces for properties and the like are among them.
+    /// The calls since the last time, oldest first, as text: `method("text", 5)`. All that this
+    /// process has called on its own connection to the bus is among them.
     QStringList takeCalls();
     /// Waits, with the event loop turning, until there are as many calls to take.
     Q_REQUIRED_RESULT bool waitForCalls(int count);
 
 private:
+    [[nodiscard]] QDBusConnection testConnection() const;
     void runInThread(const std::function<void()>& function);
 
     const QDBusConnection::BusType m_bus;

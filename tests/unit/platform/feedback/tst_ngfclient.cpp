@@ -2,7 +2,7 @@
 #include "ngfclient.h"
 
 #include "messagelog.h"
-#include "playedservice.h"
+#include "playedphone.h"
 
 #include <QDBusConnectionInterface>
 #include <QDir>
@@ -15,29 +15,10 @@ namespace {
 const QLatin1String ServiceName("org.sigxcpu.Feedback");
 const QLatin1String Trigger("TriggerFeedback");
 
-constexpr quint32 NotFound = 0xffffffff;
+constexpr quint32 NotFound = PlayedFeedback::NotFound;
 constexpr quint32 Natural = 0;
 constexpr quint32 Expired = 1;
 constexpr quint32 Explicit = 2;
-
-/// Takes the name, answers with the event number 7 if not told otherwise.
-class PlayedFeedback : public PlayedService
-{
-public:
-    PlayedFeedback()
-        : PlayedService(QDBusConnection::SessionBus, ServiceName)
-    {
-        answer(Trigger, QVariantList{7U});
-    }
-
-    void end(quint32 event, quint32 reason) { sendEnded({event, reason}); }
-    void sendEnded(const QVariantList& values)
-    {
-        send(
-            QStringLiteral("/org/sigxcpu/Feedback"), ServiceName, QStringLiteral("FeedbackEnded"),
-            values);
-    }
-};
 
 QVector<quint32> ids(const QSignalSpy& failures)
 {
@@ -351,7 +332,7 @@ private Q_SLOTS:
         client.play(QStringLiteral("a"));
         QVERIFY(service.waitForCalls(1));
 
-        service.sendEnded(values);
+        service.sendEnd(values);
 
         QVERIFY(settle(&client, &service, &failures));
         QCOMPARE(ids(failures), QVector<quint32>());
