@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "indexing/indexmanager.h"
 
+#include "covermonitor.h"
 #include "drivenfilemanager.h"
 #include "indexdatabase.h"
 #include "messagelog.h"
@@ -133,7 +134,11 @@ class IndexManagerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { DbManager::instance(); }
+    void initTestCase()
+    {
+        makeCoverMonitor();
+        DbManager::instance();
+    }
 
     void statementThatCannotBePreparedIsReported_data()
     {
