@@ -127,7 +127,8 @@ void DconfStore::dispatchNext()
 void DconfStore::endWithApplication()
 {
     qDeleteAll(findChildren<QSocketNotifier*>());
-    delete m_watch;
+    // Left to the bus library's own end: its thread may be busy with the connection still.
+    m_watch->disconnect(this);
     m_watch = nullptr;
     sync();
 }

@@ -51,11 +51,6 @@ DconfWatch::DconfWatch(QObject* parent)
 {
 }
 
-DconfWatch::~DconfWatch()
-{
-    QDBusConnection::disconnectFromPeer(ConnectionName);
-}
-
 void DconfWatch::add(const QByteArray& path)
 {
     if (!m_bus.isConnected()) {

@@ -22,7 +22,6 @@ class DconfWatch : public QObject
     Q_OBJECT
 public:
     explicit DconfWatch(QObject* parent = nullptr);
-    ~DconfWatch() override;
 
     /// Asks for the changes of a key, or of all below a directory, until remove() has been called
     /// as often.
