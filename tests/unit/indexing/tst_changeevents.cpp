@@ -4,6 +4,7 @@
 #include "drivenfilemanager.h"
 #include "indexdatabase.h"
 #include "messagelog.h"
+#include "playedphone.h"
 #include "service/albumgallery.h"
 #include "testfolder.h"
 
@@ -90,6 +91,7 @@ class ChangeEventsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { QVERIFY(m_cover.appear()); }
     void arriveThroughTheEventLoop();
     void newFileGetsARow();
     void newFileInManyPiecesGetsOneRow();
@@ -132,6 +134,10 @@ private Q_SLOTS:
 
     void filesAreAnnounced();
     void failedReadIsNotAnnounced();
+
+private:
+    /// The service object's back cover, which it looks for once for all tests.
+    PlayedBackCover m_cover;
 };
 
 void ChangeEventsTest::arriveThroughTheEventLoop()

@@ -5,6 +5,7 @@
 #include "indexdatabase.h"
 #include "messagelog.h"
 #include "picturefile.h"
+#include "playedphone.h"
 #include "service/albumgallery.h"
 #include "testfolder.h"
 
@@ -151,10 +152,15 @@ private Q_SLOTS:
 
     void everyDirectoryIsAnnounced();
     void metadataIsReadWhenTheQueueIsEmpty();
+
+private:
+    /// The service object's back cover, which it looks for once for all tests.
+    PlayedBackCover m_cover;
 };
 
 void DirectoryScanTest::initTestCase()
 {
+    QVERIFY(m_cover.appear());
     // A zone with summer time, before any time is converted.
     qputenv("TZ", "Europe/Berlin");
 }

@@ -6,6 +6,7 @@
 #include "indexdatabase.h"
 #include "messagelog.h"
 #include "picturefile.h"
+#include "playedphone.h"
 #include "service/albumgallery.h"
 #include "testfolder.h"
 
@@ -127,6 +128,10 @@ private Q_SLOTS:
 
     void imagesAreAnnounced();
     void nothingPendingIsNotAnnounced();
+
+private:
+    /// The service object's back cover, which it looks for once for all tests.
+    PlayedBackCover m_cover;
 };
 
 void ImageManagerTest::handlesImages()
@@ -573,6 +578,7 @@ void ImageManagerTest::failedImageUpdateIsReportedAndTriedAgain()
 void ImageManagerTest::initTestCase()
 {
     MessageLog log;
+    QVERIFY(m_cover.appear());
     const AlbumGallery gallery;
     // Each step of a scan posts the next one.
     while (QAbstractEventDispatcher::instance()->hasPendingEvents()) {

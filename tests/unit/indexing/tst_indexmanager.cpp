@@ -4,6 +4,7 @@
 #include "drivenfilemanager.h"
 #include "indexdatabase.h"
 #include "messagelog.h"
+#include "playedphone.h"
 #include "registryentry.h"
 #include "service/albumgallery.h"
 #include "testfolder.h"
@@ -126,7 +127,11 @@ class IndexManagerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { DbManager::instance(); }
+    void initTestCase()
+    {
+        DbManager::instance();
+        QVERIFY(m_cover.appear());
+    }
 
     void statementThatCannotBePreparedIsReported_data()
     {
@@ -648,6 +653,10 @@ private Q_SLOTS:
 
         QVERIFY(package.files.step());
     }
+
+private:
+    /// The service object's back cover, which it looks for once for all tests.
+    PlayedBackCover m_cover;
 };
 
 QTEST_GUILESS_MAIN(IndexManagerTest)

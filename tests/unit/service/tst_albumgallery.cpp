@@ -5,6 +5,7 @@
 #include "daemonprocess.h"
 #include "librarydatabase.h"
 #include "messagelog.h"
+#include "playedphone.h"
 #include "recordingmanager.h"
 #include "service/albumgallery_p.h"
 #include "service/moodsetadaptor.h"
@@ -64,6 +65,7 @@ class AlbumGalleryTest : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
+        QVERIFY(m_cover.appear());
         QVERIFY(m_client.isConnected());
         QVERIFY(DaemonProcess::setPicturesFolder(m_folder.filePath(QStringLiteral("none"))));
     }
@@ -528,6 +530,7 @@ private:
         QVERIFY(m_client.interface()->isServiceRegistered(Service).value());
     }
 
+    PlayedBackCover m_cover;
     QTemporaryDir m_folder;
     QDBusConnection m_client =
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("client"));
