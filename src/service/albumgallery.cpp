@@ -8,6 +8,7 @@
 #include "indexing/filemanager.h"
 #include "moodset/installmanager.h"
 #include "moodsetadaptor.h"
+#include "theme/systemtheme.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -49,14 +50,16 @@ void appendInstallDirectories()
     }
 }
 
-/// A client's URL, or an invalid one with a warning.
-QUrl validUrl(const QString& url, const char* function)
+/// Hands a client's URL on to the theme; `function` is the signature of the slot that it came to.
+void generateMoodset(SystemTheme* theme, const QString& url, bool makeCurrent, const char* function)
 {
-    QUrl parsed(url);
+    qDebug() << function << url;
+    const QUrl parsed(url);
     if (!parsed.isValid()) {
         qWarning() << function << "Invalid URL: " << url;
+        return;
     }
-    return parsed;
+    theme->generateMoodset(parsed, makeCurrent);
 }
 
 } // namespace
@@ -65,16 +68,24 @@ AlbumGalleryPrivate* AlbumGalleryPrivate::instance = nullptr;
 
 AlbumGalleryPrivate::AlbumGalleryPrivate(AlbumGallery* gallery)
     : QObject(gallery)
+    , systemTheme(new SystemTheme(this))
     , fileManager(FileManager::fromRegistry())
     , q(gallery)
 {
     instance = this;
     connect(DorselMonitor::instance(), &DorselMonitor::activeMoodset, q, &AlbumGallery::setMoodset);
+    connect(systemTheme, &SystemTheme::moodsetCreated, this, &AlbumGalleryPrivate::moodsetCreated);
 }
 
 AlbumGalleryPrivate::~AlbumGalleryPrivate()
 {
     instance = nullptr;
+}
+
+void AlbumGalleryPrivate::moodsetCreated(int key)
+{
+    Q_UNUSED(key)
+    AlbumGallery::notifyContentChanged(MoodsetContent::Moodset);
 }
 
 void AlbumGalleryPrivate::timerEvent(QTimerEvent* event)
@@ -146,16 +157,12 @@ void AlbumGallery::indexFile(const QString& url)
 
 void AlbumGallery::setMoodset(const QString& url)
 {
-    const char* const function = "void AlbumGallery::setMoodset(const QString&)";
-    qDebug() << function << url;
-    validUrl(url, function);
+    generateMoodset(d->systemTheme, url, true, "void AlbumGallery::setMoodset(const QString&)");
 }
 
 void AlbumGallery::createMoodset(const QString& url)
 {
-    const char* const function = "void AlbumGallery::createMoodset(const QString&)";
-    qDebug() << function << url;
-    validUrl(url, function);
+    generateMoodset(d->systemTheme, url, false, "void AlbumGallery::createMoodset(const QString&)");
 }
 
 void AlbumGallery::remove(int contentType, qlonglong contentId)

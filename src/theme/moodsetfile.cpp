@@ -4,6 +4,7 @@
 #include "content/colorstring.h"
 #include "content/displaynamecatalog.h"
 #include "moodset/tones.h"
+#include "tonetable.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -45,12 +46,14 @@ QString translatedName(const QJsonObject& object)
 }
 
 /// Fills in a tone's file and clears its bit if it is disabled.
-void readTone(const QJsonObject& tone, int index, MoodsetData* moodset)
+void readTone(const QJsonObject& object, int index, MoodsetData* moodset)
 {
+    const QLatin1String key(toneTable.at(static_cast<size_t>(index)).key);
+    const QJsonObject tone = object.value(key).toObject();
     const QString fileName = text(tone, "file");
     if (!fileName.isEmpty() && !fileName.contains(QLatin1Char('/'))) {
         moodset->resources.insert(
-            Tones::fileKey(Tones::names().at(index)),
+            key,
             QVariantMap{
                 {QStringLiteral("fileName"), fileName},
                 {QStringLiteral("url"),
@@ -83,7 +86,7 @@ bool readMoodsetFile(Moodset& moodset, const QString& filePath)
     const QLatin1String version("version");
     record->version = object.contains(version) ? object.value(version).toInt(0) : 1;
     for (int i = 0; i < Tones::Count; ++i) {
-        readTone(object.value(Tones::fileKey(Tones::names().at(i))).toObject(), i, record);
+        readTone(object, i, record);
     }
     return true;
 }
