@@ -23,10 +23,11 @@ bool run(const QString& program, const QStringList& arguments)
         && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
-QString storedId()
+/// What other processes read at a key of the theme.
+QString stored(const QString& key)
 {
     return QString::fromUtf8(
-        runDconf({QStringLiteral("read"), QStringLiteral("/desktop/zavro/theme/dorselid")}));
+        runDconf({QStringLiteral("read"), QStringLiteral("/desktop/zavro/theme/") + key}));
 }
 
 /// The services of a phone; those that a daemon looks for must be there before it is made.
@@ -148,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(
             session.store.takeCalls(), QStringList(QStringLiteral("dorselConnected(\"cover-7\")")));
         QTRY_COMPARE(session.sounds(), 1);
-        QCOMPARE(storedId(), QStringLiteral("'cover-7'"));
+        QCOMPARE(stored(QStringLiteral("dorselid")), QStringLiteral("'cover-7'"));
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
     }
 
@@ -189,6 +190,9 @@ private Q_SLOTS:
         QVERIFY(session.daemon.waitForLine(
             QStringLiteral("debug: void AlbumGallery::setMoodset(const QString&) \"file://%1\"")
                 .arg(MoodsetFile)));
+        QTRY_COMPARE_WITH_TIMEOUT(
+            stored(QStringLiteral("active_moodset")),
+            QLatin1Char('\'') + MoodsetFile + QLatin1Char('\''), DaemonProcess::deadlineMs);
         QTRY_COMPARE(session.sounds(), 1);
         QVERIFY(BusClient::isAnswered());
         QCOMPARE(session.store.takeCalls(), QStringList());
@@ -202,9 +206,10 @@ private Q_SLOTS:
 
         session.attach();
 
-        QTRY_COMPARE(storedId(), QStringLiteral("'cover-7'"));
+        QTRY_COMPARE(stored(QStringLiteral("dorselid")), QStringLiteral("'cover-7'"));
         QVERIFY(BusClient::isAnswered());
         QCOMPARE(session.daemon.lines().filter(QStringLiteral("setMoodset")), QStringList());
+        QCOMPARE(stored(QStringLiteral("active_moodset")), QString());
         QCOMPARE(session.sounds(), 0);
     }
 
