@@ -22,6 +22,7 @@
 
 #include <csignal>
 #include <iostream>
+#include <utility>
 
 namespace {
 
@@ -100,12 +101,28 @@ QDBusMessage saveCall(qint64 id, const QString& bundle, const Edit& edit)
     return daemonCall(QStringLiteral("saveAttributes"), {moodsetType, id, values});
 }
 
+/// Removes a database connection at its end.
+class Connection
+{
+public:
+    explicit Connection(QString name)
+        : m_name(std::move(name))
+    {
+    }
+    ~Connection() { QSqlDatabase::removeDatabase(m_name); }
+    Q_DISABLE_COPY_MOVE(Connection)
+
+private:
+    const QString m_name;
+};
+
 /// Writes edits with the statements of the daemon, and tells how long the commit of each takes.
 class BareEditor
 {
 public:
     BareEditor(const QString& path, const QString& bundle)
-        : m_database(openLikeDaemon(path))
+        : m_connection(path)
+        , m_database(openLikeDaemon(path))
         , m_id(moodsetId(path, bundle))
         , m_sounds(bundle + QStringLiteral("/sounds"))
         , m_fileUpdate(prepared(
@@ -136,6 +153,8 @@ public:
     }
 
 private:
+    /// Removed once all that uses it is gone, hence the first member.
+    const Connection m_connection;
     QSqlDatabase m_database;
     qint64 m_id;
     QString m_sounds;

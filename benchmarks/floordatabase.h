@@ -16,7 +16,7 @@
 /// Ends this process if that fails, as all of the functions below do.
 QSqlDatabase makeFloorDatabase();
 
-/// Opens a database that exists with the daemon's pragmas.
+/// Opens a database that exists with the daemon's pragmas, as a connection of the name `path`.
 QSqlDatabase openLikeDaemon(const QString& path);
 
 QSqlQuery prepared(const QSqlDatabase& database, const QString& statement);

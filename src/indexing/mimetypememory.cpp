@@ -77,7 +77,7 @@ QString MimeTypeMemory::typeBySuffix(
     if (remembered != m_remembered.constEnd()) {
         return *remembered;
     }
-    const QString name = m_mimeDatabase.mimeTypeForFile(file).name();
+    QString name = m_mimeDatabase.mimeTypeForFile(file).name();
     if (m_settled && name == type) {
         m_remembered.insert(suffix, name);
     }
@@ -94,9 +94,10 @@ QString MimeTypeMemory::typeBySuffixAndContent(
     if (remembered != m_rememberedContents.constEnd()) {
         return *remembered;
     }
-    const QString name = m_mimeDatabase.mimeTypeForFile(file).name();
+    QString name = m_mimeDatabase.mimeTypeForFile(file).name();
     QSet<QString> matching;
-    for (const QMimeType& type : m_mimeDatabase.mimeTypesForFileName(file.fileName())) {
+    const QList<QMimeType> matches = m_mimeDatabase.mimeTypesForFileName(file.fileName());
+    for (const QMimeType& type : matches) {
         matching.insert(type.name());
     }
     // Else the database holds other globs than those read here, or ranks them.
