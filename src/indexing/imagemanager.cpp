@@ -124,7 +124,7 @@ QVector<ImageManager::Picture> ImageManager::nextModified()
     if (last == 0) {
         return {};
     }
-    m_nextModifiedQuery.bindValue(0, last);
+    bind(m_nextModifiedQuery, {last});
     return m_nextModifiedQuery.exec() ? takePictures(m_nextModifiedQuery) : QVector<Picture>();
 }
 
