@@ -12,7 +12,7 @@
 
 #include <algorithm>
 #include <array>
-#include <new>
+#include <functional>
 #include <utility>
 
 namespace {
@@ -123,22 +123,16 @@ QImage upright(const QImage& stored, const Orientation& orientation)
 }
 
 /// What `decode` makes of a reader on the file at `path`; null if there is no such file, or no
-/// memory for it.
-template <typename Decode>
-QImage load(const QString& path, Decode decode)
+/// memory for its picture.
+QImage load(const QString& path, const std::function<QImage(QImageReader*)>& decode)
 {
     // The reader would wait for ever on a FIFO, and would look for a missing file's namesakes with
     // the suffixes of pictures.
     if (!QFileInfo(path).isFile()) {
         return QImage();
     }
-    try {
-        QImageReader reader(path);
-        return isDecodable(reader) ? decode(&reader) : QImage();
-    } catch (const std::bad_alloc&) {
-        // Some of the reader's plugins hold a whole file in memory.
-        return QImage();
-    }
+    QImageReader reader(path);
+    return decoded(&reader, decode);
 }
 
 /// Reads the part of a picture that `cutFor` chooses.
