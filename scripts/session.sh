@@ -104,11 +104,17 @@ daemon_is_on_bus()
         org.freedesktop.DBus.GetNameOwner string:com.zavro.moodsetd >/dev/null 2>&1
 }
 
+# The addresses that the daemon's unit lets it have, as prlimit wants them.
+address_space()
+{
+    sed -n 's/^LimitAS=//p' "$programs/../data/systemd/moodsetd.service" | sed 's/infinity/unlimited/'
+}
+
 start_daemon()
 {
     log=$data/moodsetd.log
     QT_FORCE_STDERR_LOGGING=1 QT_MESSAGE_PATTERN='%{type}: %{message}' \
-        start "${confined[@]}" "$programs/moodsetd" 2>"$log"
+        start "${confined[@]}" prlimit --as="$(address_space)" "$programs/moodsetd" 2>"$log"
     disown "$started"
     daemon=$started
     until daemon_is_on_bus; do
