@@ -93,6 +93,12 @@ void DaemonProcess::setEnvironment(const QString& name, const QString& value)
     m_process.setProcessEnvironment(environment);
 }
 
+void DaemonProcess::limitAddressSpace(qint64 bytes)
+{
+    m_process.setArguments({QStringLiteral("--as=%1").arg(bytes), m_process.program()});
+    m_process.setProgram(QStringLiteral("prlimit"));
+}
+
 bool DaemonProcess::start()
 {
     m_linesSearchedForIdle = m_lines.count();

@@ -47,6 +47,10 @@ public:
     /// Sets a variable of the daemon's environment, which is otherwise that of the test.
     void setEnvironment(const QString& name, const QString& value);
 
+    /// Lets the daemon have so many bytes of addresses. Must come before start(). Not under the
+    /// address sanitizer, which takes terabytes of addresses for itself.
+    void limitAddressSpace(qint64 bytes);
+
     /// Starts the process, and does not wait for its bus name. An earlier one must have ended.
     bool start();
     qint64 processId() const;

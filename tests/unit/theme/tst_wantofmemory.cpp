@@ -75,8 +75,7 @@ private Q_SLOTS:
         MessageLog log;
         TestFolder folder;
         const QString path = folder.path(QStringLiteral("a.jpg"));
-        folder.write(
-            QStringLiteral("a.jpg"), encoded(QImage(1, 1, QImage::Format_RGB32), "png", false));
+        folder.write(QStringLiteral("a.jpg"), encoded(quadrantPicture(QSize(2, 2)), "png", false));
         QVERIFY(!loadBackgroundImage(path, QSize(54, 96)).isNull());
         folder.write(QStringLiteral("a.jpg"), bytes);
 
