@@ -38,12 +38,13 @@ bool writeFile(const QString& path, const QByteArray& content)
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
 }
 
-/// The head of a WebP picture, and behind it nothing but a claim of the disk. The plugin for WebP
-/// holds a whole file in memory, for the picture's size too.
+/// The head of a WebP picture of one pixel, and behind it nothing, for almost all that the daemon
+/// may have. The plugin for WebP reads a whole file before it decodes it.
 bool writeFileLargerThanMemory(const QString& path)
 {
+    constexpr qint64 lessThanAnIdleDaemonHas = 64 * 1024 * 1024;
     return writeFile(path, QByteArray("RIFF\xf8\xff\xff\x3fWEBPVP8X\x0a\0\0\0", 20))
-        && QFile::resize(path, 2 * unitAddressSpace());
+        && QFile::resize(path, unitAddressSpace() - lessThanAnIdleDaemonHas);
 }
 
 bool writeLargePicture(const QString& path, const QSize& size, bool isProgressive)
@@ -194,11 +195,16 @@ private Q_SLOTS:
 
         QVERIFY(session.start());
 
-        for (const char* name : {"a.png", "b.png", "c.jpg", "d.jpg", "e.bmp", "f.gif"}) {
-            QCOMPARE(session.pictureSize(folders.picture(QLatin1String(name))), Huge);
+        const auto size = [&](const char* name) {
+            return session.pictureSize(folders.picture(QLatin1String(name)));
+        };
+        for (const char* name : {"a.png", "b.png", "c.jpg", "d.jpg", "f.gif"}) {
+            QVERIFY2(size(name) == Huge, name);
         }
-        QCOMPARE(session.pictureSize(folders.picture(QStringLiteral("g.webp"))), QSize(-1, -1));
-        QCOMPARE(session.pictureSize(folders.picture(QStringLiteral("h.png"))), QSize(3, 2));
+        // The plugin for BMP takes no more than 16384 x 16384 pixels for possible.
+        QCOMPARE(size("e.bmp"), QSize(-1, -1));
+        QCOMPARE(size("g.webp"), QSize(1, 1));
+        QCOMPARE(size("h.png"), QSize(3, 2));
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
     }
 

@@ -175,7 +175,7 @@ private Q_SLOTS:
     {
         const MessageLog log;
         TestFolder folder;
-        // The plugin for WebP reads all of a file for its size.
+        // The plugin for WebP reads a whole file before it decodes it.
         folder.write(
             QStringLiteral("a.webp"), QByteArray("RIFF\xf8\xff\xff\x3fWEBPVP8X\x0a\0\0\0", 20));
         QVERIFY(QFile::resize(folder.path(QStringLiteral("a.webp")), 1024 * MiB));
