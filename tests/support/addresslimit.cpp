@@ -2,7 +2,7 @@
 #include "addresslimit.h"
 
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 #include <sys/resource.h>
 #include <unistd.h>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "decompressionbomb.h"
 
+#include "encodedpicture.h"
 #include "exifbuilder.h"
 
-#include <QBuffer>
 #include <QColor>
 #include <QImage>
-#include <QImageWriter>
+#include <QTest>
 #include <QtEndian>
 
 namespace {
@@ -61,16 +61,10 @@ QByteArray jpegBomb(const QSize& size, bool isProgressive)
 {
     QImage image(16, 16, QImage::Format_RGB32);
     image.fill(Qt::red);
-    QBuffer buffer;
-    QImageWriter writer(&buffer, "jpeg");
-    writer.setProgressiveScanWrite(isProgressive);
-    if (!writer.write(image)) {
-        qFatal("cannot write a JPEG picture");
-    }
     // Behind the frame header's marker, its length and the sample depth stand height and width.
     constexpr int marker = 5;
     const QByteArray claim = bigEndian(quint16(size.height())) + bigEndian(quint16(size.width()));
-    QByteArray bytes = buffer.data();
+    QByteArray bytes = encodedPicture(image, "jpeg", isProgressive);
     const int frame = bytes.indexOf(isProgressive ? "\xff\xc2" : "\xff\xc0");
     if (frame < 0) {
         qFatal("the JPEG picture has no frame header");
@@ -98,4 +92,20 @@ QByteArray gifBomb(const QSize& size)
     const QByteArray frameAtOrigin(",\0\0\0\0", 5);
     const QByteArray onePixel("\0\x02\x02\x44\x01\0;", 7);
     return "GIF89a" + claim + blackAndWhite + frameAtOrigin + claim + onePixel;
+}
+
+void addBombRows()
+{
+    const QSize size(30000, 30000);
+    const QStringList none;
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QStringList>("messages");
+    QTest::newRow("PNG") << pngBomb(size) << none;
+    QTest::newRow("PNG with all its pixels")
+        << completePngBomb(size)
+        << QStringList(QStringLiteral("QImage: out of memory, returning null image"));
+    QTest::newRow("progressive JPEG")
+        << jpegBomb(size, true) << QStringList(QStringLiteral("Insufficient memory (case 4)"));
+    QTest::newRow("BMP") << bmpBomb(size) << none;
+    QTest::newRow("GIF") << gifBomb(size) << none;
 }

@@ -4,11 +4,13 @@
 #include "decompressionbomb.h"
 #include "picturefile.h"
 
+#include <QFile>
+#include <QImage>
 #include <QImageWriter>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTest>
 #include <QUrl>
-#include <QtTest>
 
 namespace {
 
@@ -118,26 +120,12 @@ class LargePicturesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void daemonOutlivesABomb_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QStringList>("warnings");
-        const QStringList none;
-        QTest::newRow("PNG") << pngBomb(Huge) << none;
-        QTest::newRow("PNG with all its pixels")
-            << completePngBomb(Huge)
-            << QStringList({QStringLiteral("QImage: out of memory, returning null image")});
-        QTest::newRow("progressive JPEG")
-            << jpegBomb(Huge, true)
-            << QStringList({QStringLiteral("Insufficient memory (case 4)")});
-        QTest::newRow("BMP") << bmpBomb(Huge) << none;
-        QTest::newRow("GIF") << gifBomb(Huge) << none;
-    }
+    void daemonOutlivesABomb_data() { addBombRows(); }
 
     void daemonOutlivesABomb()
     {
         QFETCH(QByteArray, bytes);
-        QFETCH(QStringList, warnings);
+        QFETCH(QStringList, messages);
         LimitedSession session;
         const QString path = session.folders.elsewhere(QStringLiteral("bomb.jpg"));
         QVERIFY(writeFile(path, bytes));
@@ -148,7 +136,7 @@ private Q_SLOTS:
 
         QCOMPARE(LimitedSession::activeMoodset(), before);
         QVERIFY(session.setsGoodPicture());
-        QCOMPARE(session.daemon.takeWarnings(), warnings);
+        QCOMPARE(session.daemon.takeWarnings(), messages);
     }
 
     void daemonOutlivesAFileLargerThanMemory()

@@ -1,29 +1,17 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "theme/backgroundpicture.h"
 
+#include "encodedpicture.h"
 #include "messagelog.h"
 #include "paintedpicture.h"
 #include "testfolder.h"
 
-#include <QBuffer>
 #include <QImageReader>
-#include <QImageWriter>
 #include <QtTest>
 
 namespace {
 
 const QSize Screen(54, 96);
-
-QByteArray encoded(const QImage& image, const char* format, bool isProgressive = false)
-{
-    QBuffer buffer;
-    QImageWriter writer(&buffer, format);
-    writer.setProgressiveScanWrite(isProgressive);
-    if (!writer.write(image)) {
-        QTest::qFail(qPrintable(writer.errorString()), __FILE__, __LINE__);
-    }
-    return buffer.data();
-}
 
 QByteArray content(const QString& path)
 {
@@ -81,21 +69,22 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("bytes");
         const QImage picture = quadrantPictureOf(QImage::Format_RGB32);
-        QTest::newRow("JPEG") << encoded(picture, "jpeg");
-        QTest::newRow("progressive JPEG") << encoded(picture, "jpeg", true);
+        QTest::newRow("JPEG") << encodedPicture(picture, "jpeg");
+        QTest::newRow("progressive JPEG") << encodedPicture(picture, "jpeg", true);
         QTest::newRow("CMYK JPEG") << sample("quadrants-cmyk.jpg");
-        QTest::newRow("PNG") << encoded(picture, "png");
-        QTest::newRow("PNG of 16 bits") << encoded(quadrantPictureOf(QImage::Format_RGBX64), "png");
+        QTest::newRow("PNG") << encodedPicture(picture, "png");
+        QTest::newRow("PNG of 16 bits")
+            << encodedPicture(quadrantPictureOf(QImage::Format_RGBX64), "png");
         QTest::newRow("PNG of 16 bits, with alpha")
-            << encoded(quadrantPictureOf(QImage::Format_RGBA64), "png");
+            << encodedPicture(quadrantPictureOf(QImage::Format_RGBA64), "png");
         QTest::newRow("PNG with a palette")
-            << encoded(quadrantPictureOf(QImage::Format_Indexed8), "png");
-        QTest::newRow("WebP") << encoded(picture, "webp");
-        QTest::newRow("TIFF") << encoded(picture, "tiff");
+            << encodedPicture(quadrantPictureOf(QImage::Format_Indexed8), "png");
+        QTest::newRow("WebP") << encodedPicture(picture, "webp");
+        QTest::newRow("TIFF") << encodedPicture(picture, "tiff");
         QTest::newRow("GIF") << sample("quadrants.gif");
-        QTest::newRow("BMP") << encoded(picture, "bmp");
-        QTest::newRow("PPM") << encoded(picture, "ppm");
-        QTest::newRow("XPM") << encoded(picture, "xpm");
+        QTest::newRow("BMP") << encodedPicture(picture, "bmp");
+        QTest::newRow("PPM") << encodedPicture(picture, "ppm");
+        QTest::newRow("XPM") << encodedPicture(picture, "xpm");
     }
 
     void pictureOfAnyKindShowsItsColours()
@@ -114,13 +103,14 @@ private Q_SLOTS:
     void kindsOfThisTestAreWhatTheirNamesSay()
     {
         const QImage picture = quadrantPictureOf(QImage::Format_RGB32);
-        QVERIFY(encoded(picture, "jpeg", true).contains("\xff\xc2"));
-        QVERIFY(!encoded(picture, "jpeg").contains("\xff\xc2"));
+        QVERIFY(encodedPicture(picture, "jpeg", true).contains("\xff\xc2"));
+        QVERIFY(!encodedPicture(picture, "jpeg").contains("\xff\xc2"));
         constexpr int depth = 24;
         constexpr int kind = 25;
-        const QByteArray deep = encoded(quadrantPictureOf(QImage::Format_RGBX64), "png");
+        const QByteArray deep = encodedPicture(quadrantPictureOf(QImage::Format_RGBX64), "png");
         QCOMPARE(int(deep.at(depth)), 16);
-        const QByteArray indexed = encoded(quadrantPictureOf(QImage::Format_Indexed8), "png");
+        const QByteArray indexed =
+            encodedPicture(quadrantPictureOf(QImage::Format_Indexed8), "png");
         QCOMPARE(int(indexed.at(kind)), 3);
     }
 
@@ -137,7 +127,7 @@ private Q_SLOTS:
         const MessageLog log;
         QImage grey(100, 60, QImage::Format_Grayscale8);
         grey.fill(QColor(120, 120, 120));
-        const QString path = write(encoded(grey, format.constData()));
+        const QString path = write(encodedPicture(grey, format.constData()));
 
         const QImage image = loadBackgroundImage(path, Screen);
 
@@ -156,7 +146,7 @@ private Q_SLOTS:
             const auto* const row = reinterpret_cast<const QRgb*>(middle.constScanLine(y));
             std::copy_n(row, middle.width(), reinterpret_cast<QRgb*>(photo.scanLine(y)) + 500);
         }
-        const QString path = write(encoded(photo, "jpeg"));
+        const QString path = write(encodedPicture(photo, "jpeg"));
 
         const QImage image = loadBackgroundImage(path, QSize(540, 960));
 
@@ -173,8 +163,10 @@ private Q_SLOTS:
         QTest::newRow("empty") << QByteArray();
         QTest::newRow("text") << QByteArrayLiteral("no picture");
         QTest::newRow("the start of a PNG") << QByteArrayLiteral("\x89PNG\r\n\x1a\n");
-        QTest::newRow("half a PNG") << encoded(noisePicture(QSize(40, 40)), "png").left(1000);
-        QTest::newRow("half a WebP") << encoded(noisePicture(QSize(40, 40)), "webp").left(100);
+        QTest::newRow("half a PNG")
+            << encodedPicture(noisePicture(QSize(40, 40)), "png").left(1000);
+        QTest::newRow("half a WebP")
+            << encodedPicture(noisePicture(QSize(40, 40)), "webp").left(100);
         QTest::newRow("vector picture") << vectorPicture();
         QTest::newRow("compressed vector picture") << compressedVectorPicture();
     }
@@ -215,7 +207,7 @@ private Q_SLOTS:
     void jpegThatEndsEarlyShowsWhatItHas()
     {
         MessageLog log;
-        const QByteArray whole = encoded(quadrantPicture(QSize(400, 400)), "jpeg");
+        const QByteArray whole = encodedPicture(quadrantPicture(QSize(400, 400)), "jpeg");
         const QString path = write(whole.left(whole.size() * 3 / 4));
 
         const QImage image = loadBackgroundImage(path, Screen);
@@ -243,7 +235,7 @@ private Q_SLOTS:
         const MessageLog log;
         m_folder.write(
             QStringLiteral("namesake.png"),
-            encoded(quadrantPictureOf(QImage::Format_RGB32), "png"));
+            encodedPicture(quadrantPictureOf(QImage::Format_RGB32), "png"));
 
         QVERIFY(loadBackgroundImage(path, Screen).isNull());
         QVERIFY(loadLegacyBackgroundImage(path, Screen).isNull());

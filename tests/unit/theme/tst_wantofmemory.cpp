@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "addresslimit.h"
 #include "decompressionbomb.h"
+#include "encodedpicture.h"
 #include "messagelog.h"
 #include "paintedpicture.h"
 #include "testfolder.h"
 #include "theme/backgroundpicture.h"
 #include "theme/decodableimage.h"
 
-#include <QBuffer>
-#include <QImageWriter>
-#include <QtTest>
+#include <QFile>
+#include <QTest>
 
 #include <malloc.h>
 
@@ -33,17 +33,6 @@ QStringList messagesOfWant()
     };
 }
 
-QByteArray encoded(const QImage& image, const char* format, bool isProgressive)
-{
-    QBuffer buffer;
-    QImageWriter writer(&buffer, format);
-    writer.setProgressiveScanWrite(isProgressive);
-    if (!writer.write(image)) {
-        QTest::qFail(qPrintable(writer.errorString()), __FILE__, __LINE__);
-    }
-    return buffer.data();
-}
-
 } // namespace
 
 /// Pictures that are larger than the address space that the process may have.
@@ -62,9 +51,9 @@ private Q_SLOTS:
     {
         const QImage image = quadrantPicture(QSize(1500, 1500));
         QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("PNG") << encoded(image, "png", false);
-        QTest::newRow("JPEG") << encoded(image, "jpeg", false);
-        QTest::newRow("progressive JPEG") << encoded(image, "jpeg", true);
+        QTest::newRow("PNG") << encodedPicture(image, "png");
+        QTest::newRow("JPEG") << encodedPicture(image, "jpeg");
+        QTest::newRow("progressive JPEG") << encodedPicture(image, "jpeg", true);
     }
 
     // Before the other tests, some of which leave memory with the allocator. Whichever allocation
@@ -75,7 +64,7 @@ private Q_SLOTS:
         MessageLog log;
         TestFolder folder;
         const QString path = folder.path(QStringLiteral("a.jpg"));
-        folder.write(QStringLiteral("a.jpg"), encoded(quadrantPicture(QSize(2, 2)), "png", false));
+        folder.write(QStringLiteral("a.jpg"), encodedPicture(quadrantPicture(QSize(2, 2)), "png"));
         QVERIFY(!loadBackgroundImage(path, QSize(54, 96)).isNull());
         folder.write(QStringLiteral("a.jpg"), bytes);
 
@@ -97,21 +86,7 @@ private Q_SLOTS:
         }
     }
 
-    void bombIsOneMorePictureThatCannotBeRead_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QStringList>("messages");
-        const QStringList none;
-        QTest::newRow("PNG") << pngBomb(Huge) << none;
-        QTest::newRow("PNG with all its pixels")
-            << completePngBomb(Huge)
-            << QStringList({QStringLiteral("QImage: out of memory, returning null image")});
-        QTest::newRow("progressive JPEG")
-            << jpegBomb(Huge, true)
-            << QStringList({QStringLiteral("Insufficient memory (case 4)")});
-        QTest::newRow("BMP") << bmpBomb(Huge) << none;
-        QTest::newRow("GIF") << gifBomb(Huge) << none;
-    }
+    void bombIsOneMorePictureThatCannotBeRead_data() { addBombRows(); }
 
     void bombIsOneMorePictureThatCannotBeRead()
     {
