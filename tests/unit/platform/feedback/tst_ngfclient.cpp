@@ -8,7 +8,7 @@
 #include <QDir>
 #include <QSignalSpy>
 #include <QStandardPaths>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 
