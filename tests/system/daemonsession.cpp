@@ -4,7 +4,7 @@
 #include "picturefile.h"
 
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 #include <filesystem>
 
@@ -45,6 +45,11 @@ QStringList firstColumn(const LibraryDatabase::Rows& rows)
 }
 
 } // namespace
+
+DaemonSession::DaemonSession(const QString& executable)
+    : daemon(executable)
+{
+}
 
 DaemonSession::~DaemonSession()
 {

@@ -6,8 +6,9 @@
 #include "paintedpicture.h"
 #include "testfolder.h"
 
+#include <QFile>
 #include <QImageReader>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 
