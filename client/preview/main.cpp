@@ -28,11 +28,12 @@ QImage readWallpaper(const QString& path)
     return reader.read();
 }
 
-// The name of the active moodset, or of its file if the library does not know it.
+// The name of the active moodset; of its file if it has none, as those of pictures.
 QString moodsetName(const QString& path)
 {
     const Moodset moodset = MoodsetLibrary().moodset(QUrl::fromLocalFile(path));
-    return moodset ? moodset->displayName : QFileInfo(path).completeBaseName();
+    return moodset && !moodset->displayName.isEmpty() ? moodset->displayName
+                                                      : QFileInfo(path).completeBaseName();
 }
 
 int writePreview(const QString& file)
