@@ -20,6 +20,14 @@ struct Row
 
 constexpr qreal rowHeight = 84;
 
+// The application wallpaper is as bright as its picture; toolkits dim it behind their text.
+void paintVeil(ScreenPainter& screen)
+{
+    constexpr qreal opacity = 0.6;
+    screen.painter().fillRect(
+        QRect(QPoint(), ScreenPainter::ScreenSize), ScreenPainter::faded(Qt::black, opacity));
+}
+
 void paintHeader(ScreenPainter& screen)
 {
     const Theme& theme = screen.theme();
@@ -90,7 +98,7 @@ void paintPressedRow(ScreenPainter& screen, const Row& row)
     const Theme& theme = screen.theme();
     screen.painter().fillRect(
         QRectF(0, row.top, ScreenPainter::ScreenSize.width(), rowHeight),
-        ScreenPainter::faded(theme.secondaryHighlight, 0.35));
+        ScreenPainter::faded(theme.secondaryHighlight, 0.28));
     paintRow(screen, row, theme.highlight, theme.secondaryHighlight);
 }
 
@@ -132,6 +140,7 @@ QImage applicationView(const Theme& theme, const QImage& wallpaper)
 {
     ScreenPainter screen(theme);
     screen.wallpaper(wallpaper);
+    paintVeil(screen);
     screen.statusBar();
     paintHeader(screen);
 
@@ -147,13 +156,13 @@ QImage applicationView(const Theme& theme, const QImage& wallpaper)
     paintSection(screen, QStringLiteral("Tones"), 482);
     paintPressedRow(screen, {QStringLiteral("Ringtone"), QStringLiteral("Tide"), 524});
     paintRow(
-        screen, {QStringLiteral("Messages"), QStringLiteral("Gull"), 612}, theme.primary,
+        screen, {QStringLiteral("Messages"), QStringLiteral("Gull"), 610}, theme.primary,
         theme.secondary);
     paintRow(
         screen, {QStringLiteral("Calendar"), QStringLiteral("Buoy"), 696}, theme.primary,
         theme.secondary);
 
-    paintProgress(screen, QStringLiteral("3 of 7 tones copied"), 790);
-    paintButtons(screen, 860);
+    paintProgress(screen, QStringLiteral("3 of 7 tones copied"), 788);
+    paintButtons(screen, 862);
     return screen.image();
 }

@@ -38,7 +38,7 @@ void paintEvent(ScreenPainter& screen, const Event& event)
     constexpr qreal padding = 18;
     const Theme& theme = screen.theme();
     const QRectF card(margin, event.top, contentWidth, height);
-    screen.roundedField(card, 24, ScreenPainter::faded(theme.primary, 0.12));
+    screen.roundedField(card, 24, ScreenPainter::faded(Qt::black, 0.3));
 
     const QPointF corner = card.topLeft() + QPointF(padding, padding);
     screen.roundedField(
