@@ -22,7 +22,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 if(MOODSETD_SANITIZE)
   target_compile_options(moodsetd-settings INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
   target_link_options(moodsetd-settings INTERFACE -fsanitize=address,undefined)
 endif()
 if(MOODSETD_COVERAGE)

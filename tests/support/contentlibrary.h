@@ -5,7 +5,7 @@
 #include "contentwriter.h"
 
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 /// A database in a folder of its own, with a writer, and with a connection for reading like those
 /// that agents get for threads. Declare it before the agent.

@@ -7,8 +7,8 @@
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QTest>
 #include <QUuid>
-#include <QtTest>
 
 ContentWriter::ContentWriter(const QString& path)
     : m_connectionName(QUuid::createUuid().toString())

@@ -10,7 +10,7 @@
 #include <QFile>
 #include <QProcessEnvironment>
 #include <QStandardPaths>
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 #include <csignal>

@@ -5,7 +5,7 @@
 #include <QDBusConnectionInterface>
 #include <QDir>
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 #include <csignal>
 

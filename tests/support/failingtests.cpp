@@ -3,7 +3,7 @@
 #include "messagelog.h"
 
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 /// Misuses the test support: all functions but the one that says so are to fail.
 class FailingTests : public QObject

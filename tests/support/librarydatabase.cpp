@@ -5,8 +5,8 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QStandardPaths>
+#include <QTest>
 #include <QUuid>
-#include <QtTest>
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include "messagelog.h"
 
 #include <QMutexLocker>
-#include <QtTest>
+#include <QTest>
 
 #include <utility>
 

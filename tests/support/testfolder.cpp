@@ -3,7 +3,7 @@
 
 #include <QDir>
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 #include <array>
 #include <cstdio>

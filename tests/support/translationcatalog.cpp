@@ -2,7 +2,7 @@
 #include "translationcatalog.h"
 
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 TranslationCatalog::TranslationCatalog(const QString& name)
     : m_path(QStringLiteral("/usr/share/translations/%1.qm").arg(name))

@@ -3,7 +3,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QtTest>
+#include <QTest>
 
 #include <csignal>
 

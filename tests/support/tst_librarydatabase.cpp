@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <QSqlQuery>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 /// A database with one table of two rows; its writer keeps it open.
 class Writer

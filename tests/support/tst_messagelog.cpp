@@ -2,7 +2,8 @@
 #include "messagelog.h"
 
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
+#include <QThread>
 
 class MessageLogTest : public QObject
 {

@@ -3,7 +3,7 @@
 
 #include <QImageReader>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 class PictureFileTest : public QObject
 {

@@ -4,7 +4,7 @@
 #include "picturefile.h"
 
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 #include <filesystem>
 

@@ -5,8 +5,9 @@
 
 #include <QDBusVariant>
 #include <QProcess>
+#include <QRegularExpression>
+#include <QTest>
 #include <QXmlStreamReader>
-#include <QtTest>
 
 /// What the daemon's one object on the bus is, takes, refuses and announces.
 class BusInterfaceTest : public QObject

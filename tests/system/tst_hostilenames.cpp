@@ -3,7 +3,7 @@
 #include "picturefile.h"
 
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -3,7 +3,8 @@
 #include "picturefile.h"
 
 #include <QDir>
-#include <QtTest>
+#include <QRegularExpression>
+#include <QTest>
 
 #include <unistd.h>
 

@@ -2,7 +2,8 @@
 #include "daemonsession.h"
 #include "exifbuilder.h"
 
-#include <QtTest>
+#include <QRegularExpression>
+#include <QTest>
 
 /// What the table `image` holds of real, odd and broken pictures.
 class PictureRowsTest : public QObject

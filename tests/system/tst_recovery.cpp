@@ -5,7 +5,7 @@
 
 #include <QDir>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 #include <csignal>
 

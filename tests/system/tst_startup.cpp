@@ -5,7 +5,8 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDir>
-#include <QtTest>
+#include <QRegularExpression>
+#include <QTest>
 
 #include <algorithm>
 #include <csignal>

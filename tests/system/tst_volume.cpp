@@ -3,7 +3,7 @@
 #include "picturefile.h"
 
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 /// Many files and many folders at once.
 class VolumeTest : public QObject

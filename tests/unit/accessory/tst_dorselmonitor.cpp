@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "phone.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "service/albumgallery.h"
 
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 ContentManager* ContentManager::managerFromType(int type)
 {

@@ -7,7 +7,7 @@
 #include <QDBusVariant>
 #include <QDir>
 #include <QFileSystemWatcher>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

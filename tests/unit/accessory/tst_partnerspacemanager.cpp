@@ -5,7 +5,7 @@
 #include "messagelog.h"
 
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include "commandline.h"
 
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 class CommandLineTest : public QObject
 {

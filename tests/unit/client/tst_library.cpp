@@ -3,8 +3,8 @@
 
 #include <QSqlQuery>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QVariant>
-#include <QtTest>
 
 /// A database with the tables that the client reads, and a few rows.
 class LibraryTest : public QObject

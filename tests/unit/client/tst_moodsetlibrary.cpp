@@ -4,8 +4,8 @@
 #include "contentwriter.h"
 
 #include <QFile>
+#include <QTest>
 #include <QUrl>
-#include <QtTest>
 
 #include <memory>
 #include <queryagentdatabase.h>

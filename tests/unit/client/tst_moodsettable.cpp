@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "moodsettable.h"
 
+#include <QTest>
 #include <QUrl>
-#include <QtTest>
 
 class MoodsetTableTest : public QObject
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "photochange.h"
 
-#include <QtTest>
+#include <QTest>
 
 class PhotoChangeTest : public QObject
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "phototable.h"
 
-#include <QtTest>
+#include <QTest>
 
 class PhotoTableTest : public QObject
 {

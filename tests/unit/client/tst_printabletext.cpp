@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "printabletext.h"
 
-#include <QtTest>
+#include <QTest>
 
 class PrintableTextTest : public QObject
 {

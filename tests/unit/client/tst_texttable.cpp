@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "texttable.h"
 
-#include <QtTest>
+#include <QTest>
 
 class TextTableTest : public QObject
 {

@@ -11,7 +11,7 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 #include <functional>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "content/colorstring.h"
 
-#include <QtTest>
+#include <QTest>
 
 class ColorStringTest : public QObject
 {

@@ -4,7 +4,7 @@
 #include "content/moodsetdata.h"
 #include "content/photodata.h"
 
-#include <QtTest>
+#include <QTest>
 
 Q_DECLARE_METATYPE(Content)
 

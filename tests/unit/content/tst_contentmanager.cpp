@@ -4,7 +4,7 @@
 #include "scratchdatabase.h"
 
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 class ContentManagerTest : public QObject
 {

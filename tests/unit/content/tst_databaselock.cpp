@@ -5,7 +5,7 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 /// A program of its own, since its one case takes as long as SQLite waits for a lock, twice.
 class DatabaseLockTest : public QObject

@@ -5,7 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMap>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

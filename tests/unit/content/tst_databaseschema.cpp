@@ -2,7 +2,7 @@
 #include "content/databaseschema.h"
 #include "scratchdatabase.h"
 
-#include <QtTest>
+#include <QTest>
 
 class DatabaseSchemaTest : public QObject
 {

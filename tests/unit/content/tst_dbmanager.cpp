@@ -6,7 +6,7 @@
 #include "scratchdatabase.h"
 
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "messagelog.h"
 #include "translationcatalog.h"
 
-#include <QtTest>
+#include <QTest>
 
 class DisplayNameCatalogTest : public QObject
 {

@@ -3,7 +3,7 @@
 #include "messagelog.h"
 #include "scratchdatabase.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "scratchdatabase.h"
 
 #include <QSqlError>
-#include <QtTest>
+#include <QTest>
 
 class ErrorWarningTest : public QObject
 {

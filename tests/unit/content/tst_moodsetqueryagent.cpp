@@ -407,30 +407,6 @@ private Q_SLOTS:
                  Drop.arg(table)}));
     }
 
-    void listingComesInBatchesOfFifty_data()
-    {
-        QTest::addColumn<QList<int>>("sizes");
-        QTest::newRow("0") << QList<int>{0};
-        QTest::newRow("50") << QList<int>{50, 0};
-        QTest::newRow("51") << QList<int>{50, 1};
-        QTest::newRow("100") << QList<int>{50, 50, 0};
-    }
-
-    void listingComesInBatchesOfFifty()
-    {
-        QFETCH(QList<int>, sizes);
-        const int count = std::accumulate(sizes.cbegin(), sizes.cend(), 0);
-        ContentLibrary library;
-        library.writer.addMany(
-            count, [&library](const QString& path) { library.writer.addMoodset(path); });
-        MoodsetQueryAgent agent(library.reader);
-        BatchRecorder recorder;
-
-        QVERIFY(agent.query(&recorder, {}));
-
-        QCOMPARE(recorder.batchSizes(), sizes);
-    }
-
     void listedMoodsetsHaveTheirResources()
     {
         ContentLibrary library;

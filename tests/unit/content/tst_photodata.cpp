@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "content/photodata.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

@@ -3,7 +3,7 @@
 #include "content/queryagentdatabase.h"
 
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 #include <type_traits>

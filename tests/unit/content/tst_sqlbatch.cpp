@@ -3,7 +3,7 @@
 #include "scratchdatabase.h"
 
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 class SqlBatchTest : public QObject
 {

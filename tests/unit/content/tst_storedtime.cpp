@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "content/storedtime.h"
 
+#include <QTest>
 #include <QVariant>
-#include <QtTest>
 
 class StoredTimeTest : public QObject
 {

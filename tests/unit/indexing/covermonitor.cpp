@@ -4,7 +4,7 @@
 #include "accessory/dorselmonitor.h"
 #include "messagelog.h"
 
-#include <QtTest>
+#include <QTest>
 
 void makeCoverMonitor()
 {

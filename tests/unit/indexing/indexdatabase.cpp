@@ -6,7 +6,7 @@
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 #include <sqlite3.h>
 

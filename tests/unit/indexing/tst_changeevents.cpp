@@ -9,7 +9,7 @@
 #include "testfolder.h"
 
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

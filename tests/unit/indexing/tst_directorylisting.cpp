@@ -5,7 +5,7 @@
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

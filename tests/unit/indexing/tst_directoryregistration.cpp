@@ -7,7 +7,7 @@
 #include "messagelog.h"
 #include "testfolder.h"
 
-#include <QtTest>
+#include <QTest>
 
 Q_DECLARE_METATYPE(FileManager::DirectoryScope)
 

@@ -11,7 +11,7 @@
 
 #include <QSignalSpy>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -11,7 +11,7 @@
 
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 #include <sys/resource.h>
 

@@ -7,7 +7,7 @@
 
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include <QAbstractEventDispatcher>
 #include <QSignalSpy>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

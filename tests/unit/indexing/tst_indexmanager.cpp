@@ -12,7 +12,7 @@
 
 #include <QFileInfo>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

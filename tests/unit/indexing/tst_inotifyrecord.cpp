@@ -3,7 +3,7 @@
 
 #include "testfolder.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <sys/inotify.h>
 #include <sys/ioctl.h>

@@ -7,7 +7,8 @@
 
 #include <QMimeDatabase>
 #include <QProcess>
-#include <QtTest>
+#include <QStandardPaths>
+#include <QTest>
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QObject>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 MoodsetLibrary::MoodsetLibrary()
 {

@@ -3,7 +3,7 @@
 #include "installfixture.h"
 #include "messagelog.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include <QSignalSpy>
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 

@@ -7,7 +7,7 @@
 #include "mgconfitem.h"
 #include "moodsetlibrary.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "moodsetlibrary.h"
 #include "translationcatalog.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -5,7 +5,8 @@
 #include "messagelog.h"
 
 #include <QMetaMethod>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "messagelog.h"
 #include "moodset/moodsetmanager.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

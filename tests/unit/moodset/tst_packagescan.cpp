@@ -4,7 +4,7 @@
 #include "messagelog.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "moodset/tones.h"
 
-#include <QtTest>
+#include <QTest>
 
 class TonesTest : public QObject
 {

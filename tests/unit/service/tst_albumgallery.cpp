@@ -18,8 +18,8 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimerEvent>
-#include <QtTest>
 
 #include <csignal>
 #include <memory>

@@ -8,7 +8,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "messagelog.h"
 
 #include <QSqlQuery>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

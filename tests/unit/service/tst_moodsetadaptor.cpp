@@ -5,8 +5,8 @@
 #include <QMetaMethod>
 #include <QMetaObject>
 #include <QRegularExpression>
+#include <QTest>
 #include <QXmlStreamReader>
-#include <QtTest>
 
 namespace {
 

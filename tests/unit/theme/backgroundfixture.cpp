@@ -9,7 +9,7 @@
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 BackgroundFixture::BackgroundFixture()
 {

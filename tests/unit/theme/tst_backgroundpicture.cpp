@@ -7,7 +7,7 @@
 #include "testfolder.h"
 
 #include <QPainter>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

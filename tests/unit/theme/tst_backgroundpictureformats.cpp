@@ -8,7 +8,7 @@
 #include <QBuffer>
 #include <QImageReader>
 #include <QImageWriter>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "paintedpicture.h"
 #include "wallpapercalls.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <QColor>
 #include <QImage>
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 #include <array>

@@ -7,7 +7,7 @@
 
 #include <QBuffer>
 #include <QImageReader>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

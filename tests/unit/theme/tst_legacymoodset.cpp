@@ -8,7 +8,7 @@
 #include "wallpapercalls.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "testfolder.h"
 #include "translationcatalog.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

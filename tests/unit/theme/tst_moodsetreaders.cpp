@@ -5,7 +5,7 @@
 #include "moodsetlibrary.h"
 #include "theme/moodsetfile.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -9,7 +9,7 @@
 
 #include <QMetaMethod>
 #include <QMetaProperty>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 #include <utility>

@@ -9,7 +9,7 @@
 
 #include <QFileInfo>
 #include <QImageReader>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

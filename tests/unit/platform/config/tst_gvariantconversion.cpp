@@ -2,8 +2,8 @@
 #include "gvariantconversion.h"
 
 #include <QColor>
+#include <QTest>
 #include <QUrl>
-#include <QtTest>
 
 #include <limits>
 

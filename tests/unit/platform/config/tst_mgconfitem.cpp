@@ -5,8 +5,9 @@
 #include "messagelog.h"
 
 #include <QProcess>
+#include <QSignalSpy>
+#include <QTest>
 #include <QUrl>
-#include <QtTest>
 
 #include <memory>
 #include <vector>

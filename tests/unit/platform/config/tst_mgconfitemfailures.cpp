@@ -7,7 +7,9 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QtTest>
+#include <QScopeGuard>
+#include <QSignalSpy>
+#include <QTest>
 
 #include <csignal>
 

@@ -8,7 +8,7 @@
 #include <QDir>
 #include <QSignalSpy>
 #include <QStandardPaths>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 
@@ -40,6 +40,34 @@ bool settle(Ngf::Client* client, PlayedFeedback* service, QSignalSpy* failures)
     }
     return failed;
 }
+
+/// A client that is connected to a service played by the test, and what has failed for it.
+class ConnectedClient
+{
+public:
+    ConnectedClient()
+        : failures(&client, &Ngf::Client::eventFailed)
+    {
+        if (!service.appear()) {
+            QTest::qFail("Cannot play the service", __FILE__, __LINE__);
+        }
+        client.connect();
+        if (!QTest::qWaitFor([this] { return client.isConnected(); })) {
+            QTest::qFail("The client does not connect", __FILE__, __LINE__);
+        }
+    }
+
+    QVector<quint32> failedIds() const { return ids(failures); }
+    bool settle() { return ::settle(&client, &service, &failures); }
+
+private:
+    MessageLog m_log;
+
+public:
+    PlayedFeedback service;
+    Ngf::Client client;
+    QSignalSpy failures;
+};
 
 /// Lets the bus start the service, with a program that does not become it by itself.
 class ActivationFile
@@ -128,61 +156,44 @@ private Q_SLOTS:
 
     void secondConnectChangesNothing()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        Ngf::Client client;
-        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
+        ConnectedClient test;
 
-        client.connect();
+        test.client.connect();
 
-        QVERIFY(client.isConnected());
-        const quint32 id = client.play(QStringLiteral("a"));
-        service.end(7, NotFound);
-        QVERIFY(settle(&client, &service, &failures));
-        QCOMPARE(ids(failures), QVector<quint32>{id});
+        QVERIFY(test.client.isConnected());
+        const quint32 id = test.client.play(QStringLiteral("a"));
+        test.service.end(7, NotFound);
+        QVERIFY(test.settle());
+        QCOMPARE(test.failedIds(), QVector<quint32>{id});
     }
 
     void eventIsTriggeredOnceWithTheNameAsGiven()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
+        ConnectedClient test;
         QString signature;
-        service.answer(Trigger, [&signature](const QDBusMessage& call) {
+        test.service.answer(Trigger, [&signature](const QDBusMessage& call) {
             signature = call.signature();
             return call.createReply(7U);
         });
-        Ngf::Client client;
-        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
 
-        client.play(QStringLiteral("dorsel_attach"));
+        test.client.play(QStringLiteral("dorsel_attach"));
 
-        QVERIFY(service.waitForCalls(1));
-        QVERIFY(settle(&client, &service, &failures));
+        QVERIFY(test.service.waitForCalls(1));
+        QVERIFY(test.settle());
         QCOMPARE(
-            service.takeCalls().constFirst(),
+            test.service.takeCalls().constFirst(),
             QStringLiteral("TriggerFeedback(\"com.zavro.moodsetd\", \"dorsel_attach\", , -1)"));
         QCOMPARE(signature, QStringLiteral("ssa{sv}i"));
-        QCOMPARE(ids(failures), QVector<quint32>());
+        QCOMPARE(test.failedIds(), QVector<quint32>());
     }
 
     void idsAreOurOwnFromOneOn()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        Ngf::Client client;
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
+        ConnectedClient test;
 
-        QCOMPARE(client.play(QStringLiteral("a")), 1U);
-        QCOMPARE(client.play(QStringLiteral("a")), 2U);
-        QCOMPARE(client.play(QStringLiteral("b")), 3U);
+        QCOMPARE(test.client.play(QStringLiteral("a")), 1U);
+        QCOMPARE(test.client.play(QStringLiteral("a")), 2U);
+        QCOMPARE(test.client.play(QStringLiteral("b")), 3U);
     }
 
     void eventFailsFromTheEventLoopWithoutAService()
@@ -211,20 +222,14 @@ private Q_SLOTS:
     {
         QFETCH(quint32, reason);
         QFETCH(bool, fails);
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        Ngf::Client client;
-        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
-        const quint32 id = client.play(QStringLiteral("a"));
-        QVERIFY(service.waitForCalls(1));
+        ConnectedClient test;
+        const quint32 id = test.client.play(QStringLiteral("a"));
+        QVERIFY(test.service.waitForCalls(1));
 
-        service.end(7, reason);
+        test.service.end(7, reason);
 
-        QVERIFY(settle(&client, &service, &failures));
-        QCOMPARE(ids(failures), fails ? QVector<quint32>{id} : QVector<quint32>());
+        QVERIFY(test.settle());
+        QCOMPARE(test.failedIds(), fails ? QVector<quint32>{id} : QVector<quint32>());
     }
 
     void endThatComesBeforeTheAnswer_data() { endOfAnEvent_data(); }
@@ -233,81 +238,57 @@ private Q_SLOTS:
     {
         QFETCH(quint32, reason);
         QFETCH(bool, fails);
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        service.answerLater(Trigger);
-        Ngf::Client client;
-        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
-        const quint32 id = client.play(QStringLiteral("a"));
-        QVERIFY(service.waitForCalls(1));
+        ConnectedClient test;
+        test.service.answerLater(Trigger);
+        const quint32 id = test.client.play(QStringLiteral("a"));
+        QVERIFY(test.service.waitForCalls(1));
 
-        service.end(7, reason);
-        service.answerOpenCalls({7U});
+        test.service.end(7, reason);
+        test.service.answerOpenCalls({7U});
 
-        QVERIFY(settle(&client, &service, &failures));
-        QCOMPARE(ids(failures), fails ? QVector<quint32>{id} : QVector<quint32>());
+        QVERIFY(test.settle());
+        QCOMPARE(test.failedIds(), fails ? QVector<quint32>{id} : QVector<quint32>());
     }
 
     void endOfAnEventIsToldOnce()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        Ngf::Client client;
-        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
-        const quint32 id = client.play(QStringLiteral("a"));
-        QVERIFY(service.waitForCalls(1));
+        ConnectedClient test;
+        const quint32 id = test.client.play(QStringLiteral("a"));
+        QVERIFY(test.service.waitForCalls(1));
 
-        service.end(7, NotFound);
-        service.end(7, NotFound);
+        test.service.end(7, NotFound);
+        test.service.end(7, NotFound);
 
-        QVERIFY(settle(&client, &service, &failures));
-        QCOMPARE(ids(failures), QVector<quint32>{id});
+        QVERIFY(test.settle());
+        QCOMPARE(test.failedIds(), QVector<quint32>{id});
     }
 
     void eventsOfOthersDoNotConcernIt()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        Ngf::Client client;
-        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
-        client.play(QStringLiteral("a"));
-        QVERIFY(service.waitForCalls(1));
+        ConnectedClient test;
+        test.client.play(QStringLiteral("a"));
+        QVERIFY(test.service.waitForCalls(1));
 
-        service.end(6, NotFound);
-        service.end(8, NotFound);
+        test.service.end(6, NotFound);
+        test.service.end(8, NotFound);
 
-        QVERIFY(settle(&client, &service, &failures));
-        QCOMPARE(ids(failures), QVector<quint32>());
+        QVERIFY(test.settle());
+        QCOMPARE(test.failedIds(), QVector<quint32>());
     }
 
     void endFromAnotherSenderDoesNotCount()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        Ngf::Client client;
-        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
-        client.play(QStringLiteral("a"));
-        QVERIFY(service.waitForCalls(1));
+        ConnectedClient test;
+        test.client.play(QStringLiteral("a"));
+        QVERIFY(test.service.waitForCalls(1));
 
         QDBusMessage signal = QDBusMessage::createSignal(
             QStringLiteral("/org/sigxcpu/Feedback"), ServiceName, QStringLiteral("FeedbackEnded"));
         signal << 7U << NotFound;
         QVERIFY(QDBusConnection::sessionBus().send(signal));
 
-        QVERIFY(settle(&client, &service, &failures));
-        QCOMPARE(ids(failures), QVector<quint32>());
+        QVERIFY(test.settle());
+        QCOMPARE(test.failedIds(), QVector<quint32>());
     }
 
     void endOfAnotherFormDoesNotCount_data()
@@ -322,20 +303,14 @@ private Q_SLOTS:
     void endOfAnotherFormDoesNotCount()
     {
         QFETCH(QVariantList, values);
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        Ngf::Client client;
-        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
-        client.play(QStringLiteral("a"));
-        QVERIFY(service.waitForCalls(1));
+        ConnectedClient test;
+        test.client.play(QStringLiteral("a"));
+        QVERIFY(test.service.waitForCalls(1));
 
-        service.sendEnd(values);
+        test.service.sendEnd(values);
 
-        QVERIFY(settle(&client, &service, &failures));
-        QCOMPARE(ids(failures), QVector<quint32>());
+        QVERIFY(test.settle());
+        QCOMPARE(test.failedIds(), QVector<quint32>());
     }
 
     void answerThatIsNoNumberFailsTheEvent_data()
@@ -349,121 +324,85 @@ private Q_SLOTS:
     void answerThatIsNoNumberFailsTheEvent()
     {
         QFETCH(QVariantList, values);
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        service.answer(Trigger, values);
-        Ngf::Client client;
-        const QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
+        ConnectedClient test;
+        test.service.answer(Trigger, values);
 
-        const quint32 id = client.play(QStringLiteral("a"));
+        const quint32 id = test.client.play(QStringLiteral("a"));
 
-        QTRY_COMPARE(ids(failures), QVector<quint32>{id});
+        QTRY_COMPARE(test.failedIds(), QVector<quint32>{id});
     }
 
     void errorFailsTheEvent()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        service.answerWithError(
+        ConnectedClient test;
+        test.service.answerWithError(
             Trigger, QStringLiteral("com.example.Refused"), QStringLiteral("no"));
-        Ngf::Client client;
-        const QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
 
-        const quint32 id = client.play(QStringLiteral("a"));
+        const quint32 id = test.client.play(QStringLiteral("a"));
 
-        QTRY_COMPARE(ids(failures), QVector<quint32>{id});
+        QTRY_COMPARE(test.failedIds(), QVector<quint32>{id});
     }
 
     void answerThatNeverComesFailsTheEventAndHoldsUpNothing()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        service.answerLater(Trigger);
-        Ngf::Client client;
-        const QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
+        ConnectedClient test;
+        test.service.answerLater(Trigger);
         QElapsedTimer clock;
         clock.start();
 
-        const quint32 id = client.play(QStringLiteral("a"));
+        const quint32 id = test.client.play(QStringLiteral("a"));
         const qint64 heldUp = clock.elapsed();
 
         QVERIFY(heldUp < 5000);
-        QTRY_COMPARE_WITH_TIMEOUT(ids(failures), QVector<quint32>{id}, 30000);
+        QTRY_COMPARE_WITH_TIMEOUT(test.failedIds(), QVector<quint32>{id}, 30000);
         QVERIFY(clock.elapsed() > 2500);
-        QVERIFY(client.isConnected());
+        QVERIFY(test.client.isConnected());
     }
 
     void serviceThatVanishesBeforeItsAnswerFailsTheEvent()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        service.answerLater(Trigger);
-        Ngf::Client client;
-        const QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
-        const quint32 id = client.play(QStringLiteral("a"));
-        QVERIFY(service.waitForCalls(1));
+        ConnectedClient test;
+        test.service.answerLater(Trigger);
+        const quint32 id = test.client.play(QStringLiteral("a"));
+        QVERIFY(test.service.waitForCalls(1));
 
-        service.vanish();
+        test.service.vanish();
 
-        QTRY_COMPARE_WITH_TIMEOUT(ids(failures), QVector<quint32>{id}, 4000);
+        QTRY_COMPARE_WITH_TIMEOUT(test.failedIds(), QVector<quint32>{id}, 4000);
     }
 
     void serviceThatVanishesFailsTheEventsThatItHasBegun()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
+        ConnectedClient test;
         quint32 count = 0;
-        service.answer(
+        test.service.answer(
             Trigger, [&count](const QDBusMessage& call) { return call.createReply(++count); });
-        Ngf::Client client;
-        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
-        const quint32 first = client.play(QStringLiteral("a"));
-        client.play(QStringLiteral("b"));
-        const quint32 third = client.play(QStringLiteral("c"));
-        QVERIFY(service.waitForCalls(3));
-        service.end(2, Natural);
-        QVERIFY(settle(&client, &service, &failures));
+        const quint32 first = test.client.play(QStringLiteral("a"));
+        test.client.play(QStringLiteral("b"));
+        const quint32 third = test.client.play(QStringLiteral("c"));
+        QVERIFY(test.service.waitForCalls(3));
+        test.service.end(2, Natural);
+        QVERIFY(test.settle());
 
-        service.vanish();
+        test.service.vanish();
 
-        QTRY_COMPARE(ids(failures), QVector<quint32>({first, third}));
+        QTRY_COMPARE(test.failedIds(), QVector<quint32>({first, third}));
     }
 
     void numbersOfAFormerServiceMeanNothingToItsSuccessor()
     {
-        const MessageLog log;
-        PlayedFeedback service;
-        QVERIFY(service.appear());
-        Ngf::Client client;
-        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
-        client.connect();
-        QTRY_VERIFY(client.isConnected());
-        client.play(QStringLiteral("a"));
-        QVERIFY(service.waitForCalls(1));
-        service.vanish();
-        QTRY_COMPARE(failures.count(), 1);
-        QVERIFY(service.appear());
-        QTRY_VERIFY(client.isConnected());
+        ConnectedClient test;
+        test.client.play(QStringLiteral("a"));
+        QVERIFY(test.service.waitForCalls(1));
+        test.service.vanish();
+        QTRY_COMPARE(test.failures.count(), 1);
+        QVERIFY(test.service.appear());
+        QTRY_VERIFY(test.client.isConnected());
 
-        service.end(7, NotFound);
+        test.service.end(7, NotFound);
 
-        QVERIFY(settle(&client, &service, &failures));
-        QCOMPARE(failures.count(), 1);
+        QVERIFY(test.settle());
+        QCOMPARE(test.failures.count(), 1);
     }
 
     void serviceThatTheBusCanStartCountsAsConnected()

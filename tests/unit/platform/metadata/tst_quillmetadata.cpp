@@ -6,7 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
-#include <QtTest>
+#include <QTest>
+#include <QtEndian>
 
 #include <cerrno>
 #include <ctime>

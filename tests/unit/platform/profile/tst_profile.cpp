@@ -5,7 +5,7 @@
 #include "messagelog.h"
 #include "mgconfitem.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <cstdlib>
 

@@ -4,7 +4,7 @@
 #include "profile.h"
 
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 #include <cstdlib>
 

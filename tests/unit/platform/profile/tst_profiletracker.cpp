@@ -4,7 +4,7 @@
 #include "dconfcommand.h"
 #include "mgconfitem.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

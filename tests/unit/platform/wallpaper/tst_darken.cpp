@@ -3,7 +3,7 @@
 
 #include <QImage>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 class TestDarken : public QObject
 {

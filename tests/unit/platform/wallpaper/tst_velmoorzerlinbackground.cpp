@@ -8,7 +8,7 @@
 
 #include <QDir>
 #include <QImageReader>
-#include <QtTest>
+#include <QTest>
 
 #include <atomic>
 #include <cmath>

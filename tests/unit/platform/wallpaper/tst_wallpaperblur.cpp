@@ -4,7 +4,7 @@
 #include "clampedreference.h"
 #include "samplepictures.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 
