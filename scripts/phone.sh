@@ -14,9 +14,9 @@ phone_lines()
     tail -n +$((heard + 1)) "$session/phone.log"
 }
 
-phone_has_spoken()
+phone_says()
 {
-    [[ -n $(phone_lines) ]]
+    phone_lines | grep -q "^$1"
 }
 
 # Before the daemon, which looks for the phone's services when it starts.
@@ -26,13 +26,14 @@ start_phone()
     exec {phone}<>"$session/phone"
     input=$session/phone start "$programs/played-phone" >"$session/phone.log" 2>"$session/phone.err"
     disown "$started"
-    wait_until "the phone does not start" "$started" phone_has_spoken
+    wait_until "the phone does not start" "$started" phone_says ready
     heard=1
     # The daemon leaves covers alone until the user has gone through the first-run wizard.
     : >"$HOME/.zavro-startupwizard-usersession-done"
 }
 
-# Shows what the phone has been asked for.
+# Shows what the phone has been asked for: the sound first, since its services do not wait for each
+# other.
 show_phone()
 {
     local kind text
@@ -44,7 +45,7 @@ show_phone()
         store)
             echo "  the store is told of the cover \"$text\", which no moodset belongs to" ;;
         esac
-    done < <(phone_lines)
+    done < <(phone_lines | sort)
 }
 
 active_moodset()
@@ -56,8 +57,8 @@ active_moodset()
 attach_cover()
 {
     printf 'detach\nattach %s\n' "$1" >&"$phone"
-    wait_until "the daemon does not notice the back cover" "$daemon" phone_has_spoken
-    # The sound comes first, and all else before the daemon answers the next call.
+    wait_until "the daemon does not notice the back cover" "$daemon" phone_says sound
+    # All else comes before the daemon answers the next call.
     client wait --log "$log"
     show_phone
     echo "  the active moodset is $(active_moodset)"

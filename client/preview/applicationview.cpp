@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr int margin = 30;
-constexpr int contentWidth = ScreenPainter::ScreenSize.width() - 2 * margin;
+constexpr int margin = ScreenPainter::Margin;
+constexpr int contentWidth = ScreenPainter::ContentWidth;
 
 /// Two lines of text.
 struct Row

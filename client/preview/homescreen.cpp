@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr int margin = 30;
-constexpr int contentWidth = ScreenPainter::ScreenSize.width() - 2 * margin;
+constexpr int margin = ScreenPainter::Margin;
+constexpr int contentWidth = ScreenPainter::ContentWidth;
 
 struct Event
 {
@@ -38,7 +38,7 @@ void paintEvent(ScreenPainter& screen, const Event& event)
     constexpr qreal padding = 18;
     const Theme& theme = screen.theme();
     const QRectF card(margin, event.top, contentWidth, height);
-    screen.roundedField(card, 24, ScreenPainter::faded(Qt::black, 0.3));
+    screen.roundedField(card, 24, ScreenPainter::faded(Qt::black, 0.45));
 
     const QPointF corner = card.topLeft() + QPointF(padding, padding);
     screen.roundedField(
@@ -99,7 +99,8 @@ void paintApplications(ScreenPainter& screen)
         {QStringLiteral("Music"), Icons::music()},
         {QStringLiteral("Settings"), Icons::settings()}};
     for (int index = 0; index < applications.size(); ++index) {
-        const QPointF corner(margin + pitch * (index % columns), 598 + 142 * (index / columns));
+        const int row = index / columns;
+        const QPointF corner(margin + pitch * (index % columns), 598 + 142 * row);
         paintApplication(
             screen, corner, applications.at(index).first, applications.at(index).second);
     }

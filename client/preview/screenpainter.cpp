@@ -7,7 +7,6 @@
 namespace {
 
 constexpr int statusBarHeight = 44;
-constexpr int statusBarMargin = 30;
 
 void paintCharge(QPainter& painter, const QRectF& rectangle, const QColor& color)
 {
@@ -71,7 +70,7 @@ void ScreenPainter::wallpaper(const QImage& wallpaper)
 
 void ScreenPainter::statusBar()
 {
-    const QRectF bar(statusBarMargin, 8, ScreenSize.width() - 2 * statusBarMargin, statusBarHeight);
+    const QRectF bar(Margin, 8, ContentWidth, statusBarHeight);
     text(bar, Qt::AlignLeft, QStringLiteral("10:24"), m_theme.primary, 20, QFont::DemiBold);
     const qreal middle = bar.center().y();
     paintCharge(m_painter, QRectF(bar.right() - 35, middle - 8, 30, 16), m_theme.primary);

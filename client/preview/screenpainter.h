@@ -16,6 +16,9 @@ class ScreenPainter
 {
 public:
     static constexpr QSize ScreenSize{540, 960};
+    /// The room to the left and right of what is shown.
+    static constexpr int Margin = 30;
+    static constexpr int ContentWidth = ScreenSize.width() - 2 * Margin;
 
     /// An empty screen. The theme must outlive the painter.
     explicit ScreenPainter(const Theme& theme);
