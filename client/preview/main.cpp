@@ -62,8 +62,9 @@ int writePreview(const QString& file)
 /// moodset-preview FILE: writes a picture of phones with the theme in force, as PNG.
 int main(int argc, char** argv)
 {
-    // A platform without a display, which every machine has.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A platform without a display, which every machine has, and which cleans up after itself, as
+    // "offscreen" does not.
+    qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
     if (arguments.size() != 2) {

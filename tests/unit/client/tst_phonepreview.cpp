@@ -51,7 +51,7 @@ class PhonePreviewTest : public QObject
     Q_OBJECT
 
 public:
-    static void initMain() { qputenv("QT_QPA_PLATFORM", "offscreen"); }
+    static void initMain() { qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts"); }
 
 private:
     static QImage preview(const QString& name = QString())
