@@ -46,6 +46,11 @@ QStringList firstColumn(const LibraryDatabase::Rows& rows)
 
 } // namespace
 
+DaemonSession::DaemonSession(const QString& executable)
+    : daemon(executable)
+{
+}
+
 DaemonSession::~DaemonSession()
 {
     if (QTest::currentTestFailed())

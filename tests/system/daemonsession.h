@@ -20,7 +20,8 @@
 class DaemonSession
 {
 public:
-    DaemonSession() = default;
+    /// executable is what runs in place of moodsetd, if given.
+    explicit DaemonSession(const QString& executable = QString());
     /// Prints the daemon's log if the test has failed.
     ~DaemonSession();
     Q_DISABLE_COPY_MOVE(DaemonSession)

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: BSD-3-Clause
+//
+// The daemon, but for its end: SIGTERM makes it leave the event loop, and what is destroyed after
+// that is logged.
+#include "accessory/dorselmonitor.h"
+#include "indexing/filemanager.h"
+#include "service/albumgallery.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDebug>
+#include <QSocketNotifier>
+
+#include <csignal>
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace {
+
+sigset_t stopSignal()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    return signals;
+}
+
+bool isOnBus()
+{
+    return QDBusConnection::sessionBus().interface()->isServiceRegistered(
+        QStringLiteral("com.zavro.moodsetd"));
+}
+
+void logEnd(QObject* object, const char* name)
+{
+    QObject::connect(object, &QObject::destroyed, [name] {
+        qDebug() << "gone:" << name << (isOnBus() ? "on the bus" : "off the bus");
+    });
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    // Before there are threads, so that none of them takes the signal.
+    const sigset_t signals = stopSignal();
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+
+    QCoreApplication application(argc, argv);
+    QSocketNotifier stop(signalfd(-1, &signals, SFD_CLOEXEC), QSocketNotifier::Read);
+    QObject::connect(&stop, &QSocketNotifier::activated, &QCoreApplication::quit);
+
+    AlbumGallery gallery;
+    logEnd(&gallery, "AlbumGallery");
+    for (QObject* object : gallery.findChildren<QObject*>()) {
+        const QByteArray name = object->metaObject()->className();
+        if (name == "SystemTheme" || name == "MoodsetAdaptor") {
+            logEnd(object, object->metaObject()->className());
+        }
+    }
+    logEnd(DorselMonitor::instance(), "DorselMonitor");
+    logEnd(FileManager::fromRegistry(), "FileManager");
+    return QCoreApplication::exec();
+}

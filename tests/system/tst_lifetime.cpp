@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "phonesession.h"
+#include "picturefile.h"
+
+#include <QFile>
+#include <QTest>
+
+namespace {
+
+const QString Picture = QStringLiteral("a.png");
+
+/// Has the daemon do something of everything it is there for.
+bool useEverySubsystem(PhoneSession& session)
+{
+    const QString picture = session.folders.picture(Picture);
+    if (!writePicture(picture, QSize(120, 90)) || !session.startOnPhone()
+        || !session.waitUntilComplete() || !session.installBundle(true)) {
+        return false;
+    }
+    session.attach();
+    const auto isActive = [](const QString& path) {
+        return QTest::qWaitFor(
+            [&path] {
+                return PhoneSession::stored(QStringLiteral("active_moodset"))
+                    == QLatin1Char('\'') + path + QLatin1Char('\'');
+            },
+            DaemonProcess::deadlineMs);
+    };
+    if (!isActive(PhoneSession::MoodsetFile)) {
+        return false;
+    }
+    BusClient::call(QStringLiteral("setMoodset"), {QUrl::fromLocalFile(picture).toString()});
+    if (!isActive(picture)) {
+        return false;
+    }
+    BusClient::call(
+        QStringLiteral("saveAttributes"),
+        {1, session.fileId(picture),
+         QVariantMap{{QStringLiteral("highlightColor"), QStringLiteral("#ff0000")}}});
+    BusClient::call(QStringLiteral("remove"), {1, session.fileId(PhoneSession::MoodsetFile)});
+    return BusClient::isAnswered() && session.waitUntilFollowed();
+}
+
+} // namespace
+
+/// The end of the daemon, once it has left its event loop.
+class LifetimeTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void objectsGoInOrder()
+    {
+        PhoneSession session(QStringLiteral(STOPPABLE_DAEMON));
+        QVERIFY(useEverySubsystem(session));
+
+        QVERIFY(session.daemon.terminate());
+
+        QCOMPARE(
+            session.daemon.lines().filter(QStringLiteral("gone: ")),
+            QStringList(
+                {QStringLiteral("debug: gone: SystemTheme on the bus"),
+                 QStringLiteral("debug: gone: AlbumGallery off the bus"),
+                 QStringLiteral("debug: gone: MoodsetAdaptor off the bus"),
+                 QStringLiteral("debug: gone: DorselMonitor off the bus"),
+                 QStringLiteral("debug: gone: FileManager off the bus")}));
+        QCOMPARE(session.daemon.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(session.daemon.exitCode(), 0);
+    }
+
+    void memoryIsUsedRightAndGivenBack()
+    {
+        PhoneSession session(QStringLiteral(MEMCHECK));
+        QFile log(session.folders.data() + QStringLiteral("/memcheck.log"));
+        session.daemon.setEnvironment(
+            QStringLiteral("MEMCHECK_PROGRAM"), QStringLiteral(STOPPABLE_DAEMON));
+        session.daemon.setEnvironment(QStringLiteral("MEMCHECK_LOG"), log.fileName());
+        QVERIFY(useEverySubsystem(session));
+
+        QVERIFY(session.daemon.terminate());
+
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        QCOMPARE(QString::fromUtf8(log.readAll()), QString());
+    }
+};
+
+QTEST_GUILESS_MAIN(LifetimeTest)
+
+#include "tst_lifetime.moc"
