@@ -33,6 +33,7 @@ QVector<Form> forms()
          0},
         {QStringLiteral("index"), Command::Index, {}, 1},
         {QStringLiteral("moodsets"), Command::Moodsets, {}, 0},
+        {QStringLiteral("theme"), Command::Theme, {}, 0},
         {QStringLiteral("set"), Command::Set, {}, 1},
         {QStringLiteral("create"), Command::Create, {}, 1},
         {QStringLiteral("favorite"), Command::Favorite, {}, 2},
@@ -144,6 +145,7 @@ Pictures:
 
 Moodsets:
   moodsets                          show a table of all moodsets
+  theme                             show the keys of the theme in force
   set PICTURE or MOODSET            make a moodset active; of a picture, one is made first
   create PICTURE                    make a moodset of a picture, and leave the active one
   favorite MOODSET on|off           make a moodset a favourite, or no longer one

@@ -15,6 +15,7 @@ struct CommandLine
         Wait,
         Index,
         Moodsets,
+        Theme,
         Set,
         Create,
         Favorite,

@@ -34,6 +34,8 @@ int main(int argc, char** argv)
         return indexPicture(line.subject);
     case CommandLine::Command::Moodsets:
         return showMoodsets();
+    case CommandLine::Command::Theme:
+        return showTheme();
     case CommandLine::Command::Set:
         return setMoodset(line.subject);
     case CommandLine::Command::Create:

@@ -7,6 +7,8 @@
 #include "moodsetlibrary.h"
 #include "moodsetservice.h"
 #include "moodsettable.h"
+#include "theme.h"
+#include "themetable.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,8 +17,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <mgconfitem.h>
-#include <unistd.h>
 
 namespace {
 
@@ -30,15 +30,7 @@ struct Found
 
 QString activeFile()
 {
-    return MGConfItem(QStringLiteral("/desktop/zavro/theme/active_moodset")).value().toString();
-}
-
-// Colours in a terminal can be turned off by the variable that other programs heed as well.
-ColorStyle colorStyle()
-{
-    return isatty(STDOUT_FILENO) == 1 && qEnvironmentVariableIsEmpty("NO_COLOR")
-        ? ColorStyle::Swatches
-        : ColorStyle::Text;
+    return Theme::read().activeMoodset;
 }
 
 // How a command ends that has come to reason, which is empty if all is well.
@@ -192,7 +184,13 @@ int showMoodsets()
     if (!library.error().isEmpty()) {
         return fail(library.error());
     }
-    QTextStream(stdout) << moodsetTable(moodsets, activeFile(), colorStyle());
+    QTextStream(stdout) << moodsetTable(moodsets, activeFile(), standardOutputColorStyle());
+    return EXIT_SUCCESS;
+}
+
+int showTheme()
+{
+    QTextStream(stdout) << themeTable(Theme::read(), standardOutputColorStyle());
     return EXIT_SUCCESS;
 }
 

@@ -11,6 +11,9 @@
 /// Prints the table of all moodsets.
 int showMoodsets();
 
+/// Prints the keys of the theme in force.
+int showTheme();
+
 /// Makes active what is named by a path, a URL, or the id or name of a moodset. What comes of a
 /// picture on the network is not waited for.
 int setMoodset(const QString& source);

@@ -7,30 +7,11 @@
 #include <QStringList>
 #include <QUrl>
 
-#include <colorstring.h>
-
 namespace {
 
 QString answer(bool yes)
 {
     return yes ? QStringLiteral("yes") : QStringLiteral("-");
-}
-
-QString displayColor(const QColor& color, ColorStyle style)
-{
-    if (!color.isValid()) {
-        return QStringLiteral("-");
-    }
-    switch (style) {
-    case ColorStyle::Text:
-        return colorToString(color);
-    case ColorStyle::Swatches:
-        return QStringLiteral("\033[48;2;%1;%2;%3m    \033[0m")
-            .arg(color.red())
-            .arg(color.green())
-            .arg(color.blue());
-    }
-    return {};
 }
 
 QString displayColors(const MoodsetData& moodset, ColorStyle style)

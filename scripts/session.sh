@@ -6,8 +6,10 @@
 
 # shellcheck source=scripts/isolation.sh
 . "$PROJECT/scripts/isolation.sh"
+# shellcheck source=scripts/phone.sh
+. "$PROJECT/scripts/phone.sh"
 
-programs='' # where the daemon and the client are
+programs='' # where the daemon, the client and the played phone are
 session=''  # the folder of what never outlives the session
 data=''     # the folder of what can be kept
 log=''      # the daemon's log
@@ -41,29 +43,41 @@ enter_session()
     export XDG_DATA_HOME=$data/data XDG_CONFIG_HOME=$data/config XDG_CACHE_HOME=$data/cache
     export XDG_RUNTIME_DIR=$session/runtime
     export DBUS_SESSION_BUS_ADDRESS=unix:path=$session/runtime/bus
+    export DBUS_SYSTEM_BUS_ADDRESS=unix:path=$session/runtime/system-bus
     printf 'XDG_PICTURES_DIR="%s"\n' "$pictures" >"$XDG_CONFIG_HOME/user-dirs.dirs"
 }
 
 # Starts a program in a process group of its own, so that Ctrl-C reaches this script alone, and so
 # that all that the program starts ends with it. Disown what runs throughout the session: the shell
-# would print a line if a signal ended it.
+# would print a line if a signal ended it. A program that reads is given what it reads in input.
 start()
 {
-    setsid "$@" &
+    setsid "$@" <"${input:-/dev/null}" &
     started=$!
     groups+=("$started")
 }
 
-start_bus()
+# wait_until FAILURE PROCESS COMMAND...: returns when COMMAND succeeds. If PROCESS ends before, or 30
+# seconds have passed, FAILURE is what has gone wrong.
+wait_until()
 {
-    bus_configuration session "$session/runtime/bus" "<standard_session_servicedirs/>" \
-        >"$session/bus.conf"
-    start dbus-daemon --nofork --nopidfile --config-file="$session/bus.conf" 2>"$session/bus.log"
-    disown "$started"
-    until [[ -S $session/runtime/bus ]]; do
-        kill -0 "$started" 2>/dev/null || fail "the private message bus does not start"
+    local failure=$1 process=$2 deadline=$((SECONDS + 30))
+    until "${@:3}"; do
+        if ! kill -0 "$process" 2>/dev/null || ((SECONDS > deadline)); then
+            fail "$failure"
+        fi
         sleep 0.01
     done
+}
+
+# start_bus TYPE NAME SERVICES: starts a bus of the TYPE, which listens in the runtime folder.
+start_bus()
+{
+    local socket=$session/runtime/$2
+    bus_configuration "$1" "$socket" "$3" >"$session/$2.conf"
+    start dbus-daemon --nofork --nopidfile --config-file="$session/$2.conf" 2>"$session/$2.log"
+    disown "$started"
+    wait_until "the private $1 bus does not start" "$started" test -S "$socket"
 }
 
 # Without the definition, the daemon takes a bundle's files for plain text.
@@ -124,22 +138,36 @@ start_daemon()
     done
 }
 
-# Runs the client. Not in the foreground, where the shell would put signals off until its end.
-client()
+# Not in the foreground, where the shell would put signals off until its end.
+run_program()
 {
-    start "$programs/moodsetctl" "$@"
+    start "$@"
     wait "$started"
 }
 
-# start_session PROGRAMS TARGET KEEP: TARGET, if it is a folder, is the session's pictures folder; else
-# that is an empty one. KEEP is the folder to keep the session's data in, or empty.
+client()
+{
+    run_program "$programs/moodsetctl" "$@"
+}
+
+# write_preview FILE: in the session's folder. The bundles' pictures are there only for the daemon, and
+# for whoever is confined as it is.
+write_preview()
+{
+    run_program "${confined[@]}" "$programs/moodset-preview" "$1"
+}
+
+# start_session PROGRAMS TARGET KEEP: TARGET, if it is a folder, is the session's pictures folder;
+# else that is an empty one. KEEP is the folder to keep the session's data in, or empty.
 start_session()
 {
     programs=$1
     make_folders "$3"
     enter_session "$2"
     add_file_types
-    start_bus
+    start_bus session bus "<standard_session_servicedirs/>"
+    start_bus system system-bus ""
+    start_phone
     confine_daemon
     start_daemon
 }

@@ -355,6 +355,32 @@ private Q_SLOTS:
             qPrintable(lines.at(1)));
     }
 
+    void showsTheThemeWithoutTheDaemon()
+    {
+        const PlayedService service;
+        runDconf(
+            {QStringLiteral("write"), QStringLiteral("/desktop/zavro/theme/color/primary"),
+             QStringLiteral("'#ff102030'")});
+        runDconf(
+            {QStringLiteral("write"), QStringLiteral("/desktop/zavro/theme/active_moodset"),
+             QStringLiteral("'/a/1.moodset'")});
+
+        const Result result = run({QStringLiteral("theme")});
+
+        QCOMPARE(result.errors, QString());
+        QCOMPARE(result.exitCode, 0);
+        const QStringList lines = result.output.split(QLatin1Char('\n'));
+        QCOMPARE(lines.size(), 10);
+        QCOMPARE(
+            lines.at(6).simplified(),
+            QStringLiteral("/desktop/zavro/theme/color/primary #ff102030"));
+        QCOMPARE(
+            lines.at(7).simplified(), QStringLiteral("/desktop/zavro/theme/color/secondary -"));
+        QCOMPARE(
+            lines.at(8).simplified(),
+            QStringLiteral("/desktop/zavro/theme/active_moodset /a/1.moodset"));
+    }
+
     void setsPicturesByPathAndUrl_data()
     {
         QTest::addColumn<bool>("asUrl");

@@ -27,6 +27,7 @@ private Q_SLOTS:
         row("wait", CommandLine::Command::Wait);
         row("index a.jpg", CommandLine::Command::Index);
         row("moodsets", CommandLine::Command::Moodsets);
+        row("theme", CommandLine::Command::Theme);
         row("set a.jpg", CommandLine::Command::Set);
         row("create a.jpg", CommandLine::Command::Create);
         row("favorite 7 on", CommandLine::Command::Favorite);
@@ -109,6 +110,7 @@ private Q_SLOTS:
         row("favorite 7", "favorite: an argument is missing");
         row("favorite 7 yes", "favorite: yes is neither on nor off");
         row("moodsets 7", "moodsets: too many arguments");
+        row("theme 7", "theme: too many arguments");
         row("set --watch a", "set takes no option --watch");
         row("watch --log x", "watch takes no option --log");
         row("--none", "Unknown option 'none'.");

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "themetable.h"
+
+#include "printabletext.h"
+#include "texttable.h"
+
+namespace {
+
+QString value(const QString& path, ColorStyle /*style*/)
+{
+    return path.isEmpty() ? QStringLiteral("-") : printableText(path);
+}
+
+QString value(const QColor& color, ColorStyle style)
+{
+    const QString text = displayColor(color, ColorStyle::Text);
+    return style == ColorStyle::Swatches && color.isValid()
+        ? colorSwatch(color) + QLatin1Char(' ') + text
+        : text;
+}
+
+} // namespace
+
+QString themeTable(const Theme& theme, ColorStyle style)
+{
+    QVector<QStringList> lines{{QStringLiteral("Key"), QStringLiteral("Value")}};
+    const auto add = [&](const QLatin1String& key, const auto& set) {
+        lines.append({key, value(set, style)});
+    };
+    add(ThemeKey::Request, theme.request);
+    add(ThemeKey::HomeWallpaper, theme.homeWallpaper);
+    add(ThemeKey::ApplicationWallpaper, theme.applicationWallpaper);
+    add(ThemeKey::Highlight, theme.highlight);
+    add(ThemeKey::SecondaryHighlight, theme.secondaryHighlight);
+    add(ThemeKey::Primary, theme.primary);
+    add(ThemeKey::Secondary, theme.secondary);
+    add(ThemeKey::ActiveMoodset, theme.activeMoodset);
+    return textTable(lines);
+}
