@@ -6,29 +6,55 @@
 #include <QFile>
 #include <QImage>
 
+#include <algorithm>
 #include <random>
 
 namespace {
 
 /// With these, 12 megapixels take 4 MB, as from a phone's camera.
-constexpr int NoiseLevels = 9;
+constexpr int DetailLevels = 20;
 constexpr int Quality = 92;
 
-/// Adds the same to all channels: noise of brightness is what cameras leave.
-QRgb brightened(QRgb pixel, int levels)
-{
-    const auto channel = [levels](int value) { return qBound(0, value + levels, 255); };
-    return qRgb(channel(qRed(pixel)), channel(qGreen(pixel)), channel(qBlue(pixel)));
-}
+constexpr int Grey = 128;
 
-void addNoise(QImage* image)
+/// Greyish pixels without order, the same ones for each size.
+QImage noise(const QSize& size)
 {
     std::minstd_rand numbers(1);
+    const auto number = [&numbers](int levels) {
+        return int(numbers() >> 8) % (levels + 1) - levels / 2;
+    };
+    const auto pixel = [&number] {
+        const int level = Grey + number(DetailLevels);
+        constexpr int tint = DetailLevels / 4;
+        return qRgb(level + number(tint), level + number(tint), level + number(tint));
+    };
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        std::generate_n(reinterpret_cast<QRgb*>(image.scanLine(y)), image.width(), pixel);
+    }
+    return image;
+}
+
+/// Adds what another image of the same size has more or less than grey.
+void add(const QImage& detail, QImage* image)
+{
     for (int y = 0; y < image->height(); ++y) {
-        auto* const row = reinterpret_cast<QRgb*>(image->scanLine(y));
-        for (int x = 0; x < image->width(); ++x) {
-            row[x] = brightened(row[x], int(numbers() >> 8) % NoiseLevels - NoiseLevels / 2);
-        }
+        const uchar* const source = detail.constScanLine(y);
+        uchar* const target = image->scanLine(y);
+        std::transform(target, target + image->bytesPerLine(), source, target, [](int a, int b) {
+            return uchar(qBound(0, a + b - Grey, 255));
+        });
+    }
+}
+
+/// Adds detail of all sizes, as much of each as of the next one, which is what nature has.
+void addDetail(QImage* image)
+{
+    constexpr int coarsest = 16;
+    for (QSize size = image->size(); size.height() >= coarsest; size /= 2) {
+        add(noise(size).scaled(image->size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation),
+            image);
     }
 }
 
@@ -39,7 +65,7 @@ void writePhoto(const QString& path, const QSize& size)
     const QImage sample(QStringLiteral(SAMPLE_PICTURES "/lighthouse-coast.jpg"));
     QImage photo = sample.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                        .convertToFormat(QImage::Format_RGB32);
-    addNoise(&photo);
+    addDetail(&photo);
     if (photo.isNull() || !photo.save(path, "jpeg", Quality)) {
         giveUp("cannot write " + QFile::encodeName(path));
     }
