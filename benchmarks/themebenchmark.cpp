@@ -28,6 +28,7 @@
 #include <array>
 #include <csignal>
 #include <iostream>
+#include <optional>
 #include <sched.h>
 #include <thread>
 #include <utility>
@@ -39,7 +40,15 @@ constexpr int PlainBundle = 0;
 constexpr int LegacyBundle = 1;
 
 constexpr QSize PhotoSize(4000, 3000);
-constexpr std::array<QSize, 2> Screens{QSize(1080, 2520), QSize(540, 960)};
+struct Screen
+{
+    QSize size;
+    /// Against the bytes of its square; none where the code that a picture brings into memory is as
+    /// large as that.
+    std::optional<double> peakBudget;
+};
+
+constexpr std::array<Screen, 2> Screens{{{QSize(1080, 2520), 4}, {QSize(540, 960), {}}}};
 
 struct Settings
 {
@@ -164,11 +173,15 @@ double timeSince(SteadyTime start)
     return Milliseconds(std::chrono::steady_clock::now() - start).count();
 }
 
-/// Waits until the daemon and the store have surely done all that follows an edit.
+/// Waits until the daemon and the store have surely done all that follows an edit. The calls keep
+/// the machine awake: how long processors take to wake up is not to be measured.
 void settle()
 {
     constexpr std::chrono::milliseconds pause(30);
-    std::this_thread::sleep_for(pause);
+    const SteadyTime end = std::chrono::steady_clock::now() + pause;
+    while (std::chrono::steady_clock::now() < end) {
+        call(emptyCall());
+    }
 }
 
 /// Tells when a key has been changed, by whatever process.
@@ -178,20 +191,23 @@ public:
     explicit KeyWatch(const QString& key)
         : m_item(key)
     {
-        QObject::connect(
-            &m_item, &MGConfItem::valueChanged, &m_loop, &QEventLoop::quit, Qt::QueuedConnection);
+        constexpr std::chrono::seconds timeout(10);
+        m_timer.setInterval(timeout);
+        QObject::connect(&m_timer, &QTimer::timeout, [] { giveUp("a key does not change"); });
+        QObject::connect(&m_item, &MGConfItem::valueChanged, &m_loop, &QEventLoop::quit);
     }
 
-    /// The next change, or one of which nobody was told yet.
+    /// Until the next change, or one that has come since the last call.
     void waitForChange()
     {
-        constexpr std::chrono::seconds timeout(10);
-        QTimer::singleShot(timeout, &m_loop, [] { giveUp("a key does not change"); });
+        m_timer.start();
         m_loop.exec();
+        m_timer.stop();
     }
 
 private:
     MGConfItem m_item;
+    QTimer m_timer;
     QEventLoop m_loop;
 };
 
@@ -259,7 +275,7 @@ public:
         for (int round = 1; round <= m_settings.rounds; ++round) {
             std::cerr << "round " << round << " of " << m_settings.rounds << '\n';
             for (size_t i = 0; i < Screens.size(); ++i) {
-                measureScreen(Screens.at(i) / m_settings.divisor, &m_results.screens.at(i));
+                measureScreen(Screens.at(i).size / m_settings.divisor, &m_results.screens.at(i));
             }
             measureEdits();
         }
@@ -272,22 +288,20 @@ private:
         setScreen(screen);
         removeDatabase(daemonDatabase());
         MeasuredProcess daemon = startDaemon(InstallIdleLine);
-        measureFirst(daemon, results);
+        settledProcessorTime(daemon);
+        const int idle = daemon.memory().resident;
+        results->first.push_back(call(activation(m_photo)).count());
         call(activation(bundleFile(PlainBundle)));
         call(activation(bundleFile(LegacyBundle)));
         measureAgain(daemon, longerSide(screen), results);
+        addMemory(daemon, idle, results);
         measureLegacyOpens(results);
         daemon.stop(SIGTERM);
     }
 
-    /// The first picture of a daemon, which brings all that it takes into memory.
-    void measureFirst(const MeasuredProcess& daemon, ScreenResults* results) const
+    static void addMemory(const MeasuredProcess& daemon, int idle, ScreenResults* results)
     {
         constexpr double kibPerMib = 1024;
-        settledProcessorTime(daemon);
-        const int idle = daemon.memory().resident;
-        results->first.push_back(call(activation(m_photo)).count());
-        settledProcessorTime(daemon);
         const MemoryUse memory = daemon.memory();
         results->peak.push_back((memory.peak - idle) / kibPerMib);
         results->kept.push_back((memory.resident - idle) / kibPerMib);
@@ -405,8 +419,12 @@ void addActivations(Report* report, const QSize& screen, const Activations& cost
         costs.floor.wall});
 }
 
-void addScreen(Report* report, const QSize& screen, const ScreenResults& results)
+void addScreen(
+    Report* report, const QSize& screen, std::optional<double> peakBudget,
+    const ScreenResults& results)
 {
+    // The code of plugins, and the store's connection with its threads; no part of a picture.
+    constexpr double keptBudget = 5; // MiB
     const QString mib = QStringLiteral("MiB");
     const QString at = QStringLiteral(" at %1 x %2").arg(screen.width()).arg(screen.height());
     const QString square = QStringLiteral("the square");
@@ -423,26 +441,27 @@ void addScreen(Report* report, const QSize& screen, const ScreenResults& results
         results.legacyOpens,
         0});
     report->add(Comparison{
-        QStringLiteral("Peak memory over idle") + at, mib, results.peak, square, squareSize, 4});
-    report->add(Comparison{
-        QStringLiteral("Memory kept over idle") + at, mib, results.kept, square, squareSize});
+        QStringLiteral("Peak memory over idle") + at, mib, results.peak, square, squareSize,
+        peakBudget});
+    report->add(
+        Quantity{QStringLiteral("Memory kept over idle") + at, mib, results.kept, keptBudget});
 }
 
 Report makeReport(const Results& results, int divisor)
 {
     const QString ms = QStringLiteral("ms");
-    const QString keysAndRow = QStringLiteral("keys and row");
     constexpr double editBudget = 2;
     Report report;
     for (size_t i = 0; i < Screens.size(); ++i) {
-        addScreen(&report, Screens.at(i) / divisor, results.screens.at(i));
+        const Screen& screen = Screens.at(i);
+        addScreen(&report, screen.size / divisor, screen.peakBudget, results.screens.at(i));
     }
     report.add(Comparison{
-        QStringLiteral("Colours edited, call to reply"), ms, results.edit.done, keysAndRow,
-        results.bareEdit.done, editBudget});
-    report.add(Comparison{
         QStringLiteral("Colours edited, call to the last key's change"), ms, results.edit.stored,
-        keysAndRow, results.bareEdit.stored, editBudget});
+        QStringLiteral("row and keys stored"), results.bareEdit.stored, editBudget});
+    report.add(Comparison{
+        QStringLiteral("Colours edited, call to reply"), ms, results.edit.done,
+        QStringLiteral("row and keys handed over"), results.bareEdit.done});
     return report;
 }
 
