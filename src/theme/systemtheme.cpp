@@ -20,6 +20,7 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QStandardPaths>
+#include <QTimer>
 
 #include <algorithm>
 #include <malloc.h>
@@ -168,7 +169,8 @@ void SystemTheme::generateWallpapersFrom(const Moodset& moodset, bool wasValid)
     const int side = std::max(m_screenSize.width(), m_screenSize.height());
     const Moodset built = builder.buildBackgroundImages(
         moodset, QImage(), m_screenSize, QRectF(0, 0, side, side), wasValid);
-    giveMemoryBack();
+    // Behind the reply to whoever asked for this.
+    QTimer::singleShot(0, this, giveMemoryBack);
     if (built) {
         applyMoodset(built);
     }
