@@ -21,6 +21,8 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QFile>
+#include <QImageReader>
 #include <QRgb>
 #include <QTimer>
 #include <QUrl>
@@ -40,6 +42,7 @@ constexpr int PlainBundle = 0;
 constexpr int LegacyBundle = 1;
 
 constexpr QSize PhotoSize(4000, 3000);
+
 struct Screen
 {
     QSize size;
@@ -123,17 +126,40 @@ void setScreen(const QSize& screen)
     MGConfItem::sync();
 }
 
-QDBusMessage activation(const QString& file)
+QString storedText(const char* key)
 {
-    return daemonCall(QStringLiteral("setMoodset"), {QUrl::fromLocalFile(file).toString()});
+    return MGConfItem(QLatin1String(key)).value().toString();
 }
 
-/// From the call to the reply; in processor time with what the daemon does behind the reply.
-Cost measureCall(const MeasuredProcess& daemon, const QDBusMessage& message)
+/// Makes a moodset active and makes sure that it is; the time from the call to the reply.
+Milliseconds activate(const QString& file)
+{
+    const QString url = QUrl::fromLocalFile(file).toString();
+    const Milliseconds time = call(daemonCall(QStringLiteral("setMoodset"), {url}));
+    if (storedText("/desktop/zavro/theme/active_moodset") != file) {
+        giveUp("does not become active: " + QFile::encodeName(file));
+    }
+    return time;
+}
+
+/// The processor time takes in what the daemon does behind the reply.
+Cost measureActivation(const MeasuredProcess& daemon, const QString& file)
 {
     const Milliseconds before = settledProcessorTime(daemon);
-    const Milliseconds wall = call(message);
+    const Milliseconds wall = activate(file);
     return {wall, settledProcessorTime(daemon) - before};
+}
+
+/// Makes sure that both wallpapers in force are squares of a side.
+void checkWallpapers(int side)
+{
+    for (const char* key :
+         {"/desktop/zavro/background/portrait/home_picture_filename",
+          "/desktop/zavro/background/portrait/app_picture_filename"}) {
+        if (QImageReader(storedText(key)).size() != QSize(side, side)) {
+            giveUp(QByteArray("not as large as the screen: ") + key);
+        }
+    }
 }
 
 /// The four colours of a moodset, all different from those of the number before.
@@ -290,12 +316,15 @@ private:
         MeasuredProcess daemon = startDaemon(InstallIdleLine);
         settledProcessorTime(daemon);
         const int idle = daemon.memory().resident;
-        results->first.push_back(call(activation(m_photo)).count());
-        call(activation(bundleFile(PlainBundle)));
-        call(activation(bundleFile(LegacyBundle)));
+        results->first.push_back(activate(m_photo).count());
+        checkWallpapers(longerSide(screen));
+        activate(bundleFile(PlainBundle));
+        if (legacyPictureOpens() == 0) {
+            giveUp("the conversion of a legacy bundle goes unnoticed");
+        }
         measureAgain(daemon, longerSide(screen), results);
         addMemory(daemon, idle, results);
-        measureLegacyOpens(results);
+        results->legacyOpens.push_back(legacyPictureOpens());
         daemon.stop(SIGTERM);
     }
 
@@ -312,12 +341,12 @@ private:
         Activations round;
         for (int i = 0; i < m_settings.activations; ++i) {
             const SquareFloor floor = measureSquare(m_photo, side);
-            const Cost picture = measureCall(daemon, activation(m_photo));
+            const Cost picture = measureActivation(daemon, m_photo);
             round.floor.add(floor.read + floor.encode + floor.encode);
             round.picture.add(picture);
             round.pictureLessEncode.add(picture - floor.encode);
-            round.bundle.add(measureCall(daemon, activation(bundleFile(PlainBundle))));
-            round.legacy.add(measureCall(daemon, activation(bundleFile(LegacyBundle))));
+            round.bundle.add(measureActivation(daemon, bundleFile(PlainBundle)));
+            round.legacy.add(measureActivation(daemon, bundleFile(LegacyBundle)));
         }
         for (Costs Activations::*costs :
              {&Activations::picture, &Activations::bundle, &Activations::legacy,
@@ -338,20 +367,22 @@ private:
         results->stored.push_back(median(round.stored));
     }
 
-    static void measureLegacyOpens(ScreenResults* results)
+    /// How often the original picture of the legacy bundle is opened when that is made active.
+    static int legacyPictureOpens()
     {
         OpenedFiles opened(bundlePath(LegacyBundle));
-        call(activation(bundleFile(LegacyBundle)));
-        results->legacyOpens.push_back(opened.paths().count(wallpaperPath(LegacyBundle)));
+        activate(bundleFile(LegacyBundle));
+        const int count = opened.paths().count(wallpaperPath(LegacyBundle));
         if (!opened.isValid()) {
             giveUp("the openings of files cannot be counted");
         }
+        return count;
     }
 
     void measureEdits()
     {
         const MeasuredProcess daemon = startDaemon(InstallIdleLine);
-        call(activation(bundleFile(PlainBundle)));
+        activate(bundleFile(PlainBundle));
         const QString copy = m_settings.folder.filePath(QStringLiteral("floor.sqlite"));
         removeDatabase(copy);
         copyDatabase(daemonDatabase(), copy);
@@ -430,7 +461,7 @@ void addScreen(
     const QString square = QStringLiteral("the square");
     constexpr double bytesPerMib = 1024 * 1024;
     const int side = longerSide(screen);
-    const Series squareSize{side * side * double(sizeof(QRgb)) / bytesPerMib};
+    const Series squareSize(results.peak.size(), side * side * double(sizeof(QRgb)) / bytesPerMib);
     addActivations(report, screen, results.activations);
     report->add(Quantity{
         QStringLiteral("First picture of a daemon") + at + QStringLiteral(", call to reply"),
