@@ -7,6 +7,7 @@
 // slows the machine down slows down both sides of each ratio.
 #include "arguments.h"
 #include "bundles.h"
+#include "daemoncalls.h"
 #include "floordatabase.h"
 #include "libraryrows.h"
 #include "measureddaemon.h"
@@ -15,7 +16,6 @@
 #include "report.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QFile>
 #include <QUrl>
@@ -49,29 +49,6 @@ struct Results
     Series edit, emptyCallAndCommit;
 };
 
-/// A call to the daemon that must succeed; the time until its reply.
-Milliseconds call(const QDBusMessage& message)
-{
-    const auto start = std::chrono::steady_clock::now();
-    const QDBusMessage reply = QDBusConnection::sessionBus().call(message);
-    const Milliseconds time = std::chrono::steady_clock::now() - start;
-    if (reply.type() != QDBusMessage::ReplyMessage) {
-        giveUp("a call failed: " + reply.errorMessage().toUtf8());
-    }
-    return time;
-}
-
-QDBusMessage daemonCall(
-    const QString& method, const QVariantList& arguments = {},
-    const QString& interface = QStringLiteral("com.zavro.moodsetd"))
-{
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        QStringLiteral("com.zavro.moodsetd"), QStringLiteral("/com/zavro/moodsetd"), interface,
-        method);
-    message.setArguments(arguments);
-    return message;
-}
-
 /// One of many edits of a moodset: a colour, the volume and the file of a tone.
 struct Edit
 {
@@ -100,21 +77,6 @@ QDBusMessage saveCall(qint64 id, const QString& bundle, const Edit& edit)
         {QStringLiteral("resources"), QVariantMap{{ToneType, tone}}}};
     return daemonCall(QStringLiteral("saveAttributes"), {moodsetType, id, values});
 }
-
-/// Removes a database connection at its end.
-class Connection
-{
-public:
-    explicit Connection(QString name)
-        : m_name(std::move(name))
-    {
-    }
-    ~Connection() { QSqlDatabase::removeDatabase(m_name); }
-    Q_DISABLE_COPY_MOVE(Connection)
-
-private:
-    const QString m_name;
-};
 
 /// Writes edits with the statements of the daemon, and tells how long the commit of each takes.
 class BareEditor
@@ -154,7 +116,7 @@ public:
 
 private:
     /// Removed once all that uses it is gone, hence the first member.
-    const Connection m_connection;
+    const DatabaseConnection m_connection;
     QSqlDatabase m_database;
     qint64 m_id;
     QString m_sounds;
@@ -246,8 +208,7 @@ private:
         const QString bundle = bundlePath(m_settings.bundles / 2);
         const qint64 id = moodsetId(daemonDatabase(), bundle);
         BareEditor editor(floorDatabase(), bundle);
-        const QDBusMessage empty =
-            daemonCall(QStringLiteral("Ping"), {}, QStringLiteral("org.freedesktop.DBus.Peer"));
+        const QDBusMessage empty = emptyCall();
         Series edits;
         Series base;
         for (int i = 0; i < m_settings.edits; ++i) {

@@ -29,23 +29,28 @@ void copyFolder(const QString& from, const QString& to)
     }
 }
 
-/// The sample's file with a name, and a catalogue of that name.
-QByteArray moodsetFile(const QString& name)
+QJsonObject sampleMoodset()
 {
     QFile sample(Sample + QLatin1Char('/') + fileName());
     if (!sample.open(QIODevice::ReadOnly)) {
         giveUp("cannot read " + QFile::encodeName(sample.fileName()));
     }
-    QJsonObject object = QJsonDocument::fromJson(sample.readAll()).object();
-    object.insert(QStringLiteral("displayName"), name);
-    object.insert(QStringLiteral("translationCatalog"), name);
-    return QJsonDocument(object).toJson();
+    return QJsonDocument::fromJson(sample.readAll()).object();
 }
 
-void writeMoodsetFile(int number, const QString& name)
+/// The sample's file with a name, and a catalogue of that name.
+QJsonObject namedMoodset(const QString& name)
 {
-    QFile file(bundlePath(number) + QLatin1Char('/') + fileName());
-    const QByteArray content = moodsetFile(name);
+    QJsonObject object = sampleMoodset();
+    object.insert(QStringLiteral("displayName"), name);
+    object.insert(QStringLiteral("translationCatalog"), name);
+    return object;
+}
+
+void writeMoodsetFile(int number, const QJsonObject& object)
+{
+    QFile file(bundleFile(number));
+    const QByteArray content = QJsonDocument(object).toJson();
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
         giveUp("cannot write " + QFile::encodeName(file.fileName()));
     }
@@ -63,18 +68,40 @@ QString bundlePath(int number)
     return QStringLiteral("%1/bundle-%2").arg(installPath()).arg(number, 5, 10, QLatin1Char('0'));
 }
 
+QString bundleFile(int number)
+{
+    return bundlePath(number) + QLatin1Char('/') + fileName();
+}
+
+QString wallpaperPath(int number)
+{
+    return bundlePath(number) + QStringLiteral("/images/")
+        + sampleMoodset().value(QLatin1String("wallpaper")).toString();
+}
+
 void installBundles(int count)
 {
     for (int i = 0; i < count; ++i) {
         for (const auto& folder : {QStringLiteral("/images"), QStringLiteral("/sounds")}) {
             copyFolder(Sample + folder, bundlePath(i) + folder);
         }
-        writeMoodsetFile(i, QStringLiteral("bundle-%1").arg(i));
+        writeMoodsetFile(i, namedMoodset(QStringLiteral("bundle-%1").arg(i)));
     }
 }
 
 void changeBundle(int number)
 {
     static int changes = 0;
-    writeMoodsetFile(number, QStringLiteral("changed-%1").arg(++changes));
+    writeMoodsetFile(number, namedMoodset(QStringLiteral("changed-%1").arg(++changes)));
+}
+
+void changeWallpaper(int number, const QString& picture, int version)
+{
+    QFile::remove(wallpaperPath(number));
+    if (!QFile::copy(picture, wallpaperPath(number))) {
+        giveUp("cannot write " + QFile::encodeName(wallpaperPath(number)));
+    }
+    QJsonObject object = namedMoodset(QStringLiteral("version-%1").arg(version));
+    object.insert(QStringLiteral("version"), version);
+    writeMoodsetFile(number, object);
 }

@@ -10,6 +10,7 @@
 
 #include <iostream>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -67,6 +68,23 @@ QSqlDatabase openLikeDaemon(const QString& path)
     QSqlDatabase database = open(path);
     setPragmas(database);
     return database;
+}
+
+void copyDatabase(const QString& from, const QString& to)
+{
+    const DatabaseConnection connection(from);
+    QSqlQuery query = prepared(open(from), QStringLiteral("VACUUM INTO ?;"));
+    run(query, {to});
+}
+
+DatabaseConnection::DatabaseConnection(QString name)
+    : m_name(std::move(name))
+{
+}
+
+DatabaseConnection::~DatabaseConnection()
+{
+    QSqlDatabase::removeDatabase(m_name);
 }
 
 QSqlQuery prepared(const QSqlDatabase& database, const QString& statement)

@@ -19,6 +19,21 @@ QSqlDatabase makeFloorDatabase();
 /// Opens a database that exists with the daemon's pragmas, as a connection of the name `path`.
 QSqlDatabase openLikeDaemon(const QString& path);
 
+/// Copies a database that others may use to a file that does not exist.
+void copyDatabase(const QString& from, const QString& to);
+
+/// Removes the connection of a name, which nothing may use then, at its end.
+class DatabaseConnection
+{
+public:
+    explicit DatabaseConnection(QString name);
+    ~DatabaseConnection();
+    Q_DISABLE_COPY_MOVE(DatabaseConnection)
+
+private:
+    const QString m_name;
+};
+
 QSqlQuery prepared(const QSqlDatabase& database, const QString& statement);
 
 void run(QSqlQuery& query, std::initializer_list<QVariant> values);

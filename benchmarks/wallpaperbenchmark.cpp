@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Measures the blur of application wallpapers against OpenCV's one-shot Gaussian, and the colour
 // analysis against QImage::pixel() with QColor, in turns, and prints the table.
+#include "arguments.h"
 #include "measuredprocess.h"
 #include "peakmemory.h"
 #include "report.h"
@@ -9,17 +10,14 @@
 #include "wallpaperblur.h"
 
 #include <QColor>
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QImage>
 #include <QRectF>
-#include <QTemporaryDir>
 
 #include <opencv2/imgproc.hpp>
 
 #include <array>
 #include <ctime>
-#include <iostream>
 #include <malloc.h>
 
 namespace {
@@ -254,24 +252,10 @@ private:
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Measures the making of wallpapers."));
-    parser.addHelpOption();
-    const QCommandLineOption rounds(
-        QStringLiteral("rounds"), QStringLiteral("Rounds of which medians are taken."),
-        QStringLiteral("N"), QStringLiteral("15"));
-    const QCommandLineOption divisor(
-        QStringLiteral("divisor"),
-        QStringLiteral("Make the pictures' sides this many times shorter."), QStringLiteral("N"),
-        QStringLiteral("1"));
-    const QCommandLineOption noBudgets(
-        QStringLiteral("no-budgets"), QStringLiteral("Succeed also where a budget is not kept."));
-    parser.addOptions({rounds, divisor, noBudgets});
-    parser.process(application);
-    const QTemporaryDir folder;
-    if (!folder.isValid()) {
-        giveUp("cannot make a temporary folder");
-    }
+    Arguments arguments(QStringLiteral("Measures the making of wallpapers."));
+    arguments.addNumber("divisor", "Make the pictures' sides this many times shorter.", "1");
+    arguments.addNumber("rounds", "Rounds of which medians are taken.", "31");
+    arguments.read();
     // Freed pictures go back to the system at once. Kept for later ones, as they are by default,
     // they would hide what a child takes.
     constexpr int largestKept = 128 * 1024;
@@ -280,9 +264,8 @@ int main(int argc, char* argv[])
     cv::setNumThreads(1);
 
     const Benchmark benchmark(
-        folder.path(), parser.value(rounds).toInt(), parser.value(divisor).toInt());
+        arguments.folder().path(), arguments.number("rounds"), arguments.number("divisor"));
     Report report;
     benchmark.run(&report);
-    report.print(std::cout);
-    return report.isWithinBudgets() || parser.isSet(noBudgets) ? EXIT_SUCCESS : EXIT_FAILURE;
+    return arguments.finish(report);
 }

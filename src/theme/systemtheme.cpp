@@ -20,8 +20,10 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QStandardPaths>
+#include <QTimer>
 
 #include <algorithm>
+#include <malloc.h>
 
 namespace {
 
@@ -67,6 +69,15 @@ QString onlineImagePath()
         QDir(pictures).entryList({QStringLiteral("online_img*")}, QDir::Files, QDir::Name);
     return pictures + QDir::separator() + QStringLiteral("online_img")
         + QString::number(names.count()) + QStringLiteral(".jpg");
+}
+
+/// Returns the memory of pictures that are gone to the system, from which the C library would keep
+/// as much as the next ones may need.
+void giveMemoryBack()
+{
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
 }
 
 } // namespace
@@ -121,10 +132,10 @@ void SystemTheme::onlineImageReady(QNetworkReply* reply)
                    << reply->errorString();
         return;
     }
-    const QImage image = imageFromData(reply->readAll());
     reply->deleteLater();
     const QString path = onlineImagePath();
-    if (!image.save(path, nullptr, -1)) {
+    // The picture and the file are gone when the wallpapers are made, which takes memory, too.
+    if (!imageFromData(reply->readAll()).save(path, nullptr, -1)) {
         qWarning() << "Failed to save online image..." << path;
         return;
     }
@@ -158,6 +169,8 @@ void SystemTheme::generateWallpapersFrom(const Moodset& moodset, bool wasValid)
     const int side = std::max(m_screenSize.width(), m_screenSize.height());
     const Moodset built = builder.buildBackgroundImages(
         moodset, QImage(), m_screenSize, QRectF(0, 0, side, side), wasValid);
+    // Behind the reply to whoever asked for this.
+    QTimer::singleShot(0, this, giveMemoryBack);
     if (built) {
         applyMoodset(built);
     }

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "squarefloor.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QImage>
+#include <QImageReader>
+#include <QImageWriter>
+
+#include <algorithm>
+#include <ctime>
+#include <malloc.h>
+
+namespace {
+
+/// That of the daemon's wallpapers.
+constexpr int Quality = 93;
+
+/// Of all threads.
+Milliseconds processorTime()
+{
+    timespec time = {};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+template <typename Function>
+Cost costOf(Function function)
+{
+    const Milliseconds processor = processorTime();
+    const auto start = std::chrono::steady_clock::now();
+    function();
+    const Milliseconds wall = std::chrono::steady_clock::now() - start;
+    return {wall, processorTime() - processor};
+}
+
+QImage readSquare(const QString& picture, int side)
+{
+    QImageReader reader(picture);
+    const QSize size = reader.size();
+    const int edge = std::min(size.width(), size.height());
+    reader.setClipRect(QRect((size.width() - edge) / 2, (size.height() - edge) / 2, edge, edge));
+    reader.setScaledSize(QSize(side, side));
+    return reader.read();
+}
+
+void encode(const QImage& square)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, QByteArrayLiteral("jpeg"));
+    writer.setQuality(Quality);
+    if (!writer.write(square)) {
+        giveUp("cannot encode a picture");
+    }
+}
+
+} // namespace
+
+Cost operator+(const Cost& a, const Cost& b)
+{
+    return {a.wall + b.wall, a.processor + b.processor};
+}
+
+Cost operator-(const Cost& a, const Cost& b)
+{
+    return {a.wall - b.wall, a.processor - b.processor};
+}
+
+SquareFloor measureSquare(const QString& picture, int side)
+{
+    // Begins without memory kept from the last picture, as the daemon has to.
+    malloc_trim(0);
+    QImage square;
+    const Cost read = costOf([&] { square = readSquare(picture, side); });
+    if (square.size() != QSize(side, side)) {
+        giveUp("cannot read " + QFile::encodeName(picture));
+    }
+    const Cost twice = costOf([&square] {
+        encode(square);
+        encode(square);
+    });
+    return {read, {twice.wall / 2, twice.processor / 2}};
+}

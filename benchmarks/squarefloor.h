@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "measuredprocess.h"
+
+#include <QString>
+
+/// What a task has taken.
+struct Cost
+{
+    Milliseconds wall{0};
+    Milliseconds processor{0};
+};
+
+Cost operator+(const Cost& a, const Cost& b);
+Cost operator-(const Cost& a, const Cost& b);
+
+/// The least that making a wallpaper from a picture takes.
+struct SquareFloor
+{
+    /// Reading the picture's largest centred square, as a square of another side.
+    Cost read;
+    /// Encoding that square as a JPEG, in memory.
+    Cost encode;
+};
+
+/// Reads a picture once and encodes its square twice, of which the mean counts. Ends this process
+/// if it cannot.
+SquareFloor measureSquare(const QString& picture, int side);
