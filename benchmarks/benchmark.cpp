@@ -4,19 +4,18 @@
 // Runs on a private bus, with the programs that it measures beside it; run-benchmarks arranges
 // that. All of a round's runs follow one another, so that what slows the machine down slows down
 // both sides of each ratio.
-#include "content/queryagentdatabase.h"
+#include "arguments.h"
 #include "libraryrows.h"
+#include "measureddaemon.h"
 #include "measuredprocess.h"
 #include "report.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
-#include <QStandardPaths>
 #include <QTimer>
 
 #include <csignal>
@@ -27,8 +26,6 @@
 
 namespace {
 
-const QByteArray IdleLine("FileManager idle in ");
-const QByteArray DoneLine("done in ");
 const QString DaemonName = QStringLiteral("com.zavro.moodsetd");
 const QString BareName = QStringLiteral("com.zavro.moodsetd.barestart");
 
@@ -65,20 +62,9 @@ struct Results
     Activity rest;
 };
 
-QByteArray program(const char* name)
-{
-    return QFile::encodeName(
-        QDir(QCoreApplication::applicationDirPath()).filePath(QLatin1String(name)));
-}
-
 double inMib(int kib)
 {
     return kib / KibPerMib;
-}
-
-QString daemonDatabase()
-{
-    return QueryAgentDatabase::filePath();
 }
 
 class Benchmark
@@ -148,7 +134,7 @@ private:
             {program("floor"), QFile::encodeName(path("floor.sqlite"))},
             QFile::encodeName(path("pictures")) + '\n');
         floor.waitForLine(DoneLine);
-        const Milliseconds wall = std::chrono::steady_clock::now() - floor.startTime();
+        const Milliseconds wall = timeSinceStart(floor);
         const Milliseconds processor = floor.processorTime();
         const MemoryUse memory = floor.memory();
         m_floorRows = libraryRows(path("floor.sqlite"));
@@ -167,20 +153,13 @@ private:
     {
         removeDatabase(daemonDatabase());
         setPicturesFolder(path(corpus));
-        return startToIdle();
-    }
-
-    static MeasuredProcess startToIdle()
-    {
-        MeasuredProcess daemon({program("moodsetd")});
-        daemon.waitForLine(IdleLine);
-        return daemon;
+        return startDaemon(FileIdleLine);
     }
 
     void measureIndexing()
     {
         MeasuredProcess daemon = indexFresh("pictures");
-        const Milliseconds wall = std::chrono::steady_clock::now() - daemon.startTime();
+        const Milliseconds wall = timeSinceStart(daemon);
         m_results.daemonWall.push_back(wall.count());
         m_results.daemonProcessor.push_back(daemon.processorTime().count());
         m_results.daemonPeak.push_back(inMib(daemon.memory().peak));
@@ -203,8 +182,8 @@ private:
 
     void measureRestartAndMove()
     {
-        MeasuredProcess daemon = startToIdle();
-        const Milliseconds wall = std::chrono::steady_clock::now() - daemon.startTime();
+        MeasuredProcess daemon = startDaemon(FileIdleLine);
+        const Milliseconds wall = timeSinceStart(daemon);
         m_results.restartWall.push_back(wall.count());
         m_results.restartProcessor.push_back(daemon.processorTime().count());
         const FinishedRun find =
@@ -224,7 +203,7 @@ private:
         SteadyTime end;
         // It may also come to rest between two of the moves.
         do {
-            daemon->waitForLine(IdleLine);
+            daemon->waitForLine(FileIdleLine);
             end = std::chrono::steady_clock::now();
         } while (indexedPictures(daemonDatabase(), target) < expected);
         m_results.moved.push_back(Milliseconds(end - start).count());
@@ -281,23 +260,6 @@ private:
         std::this_thread::sleep_for(m_settings.restTime);
         const Activity after = daemon.activity();
         m_results.rest = {after.ticks - before.ticks, after.wakeUps - before.wakeUps};
-    }
-
-    static void removeDatabase(const QString& path)
-    {
-        for (const char* suffix : {"", "-wal", "-shm"}) {
-            QFile::remove(path + QLatin1String(suffix)); // It need not be there.
-        }
-    }
-
-    static void setPicturesFolder(const QString& folder)
-    {
-        const QDir config(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
-        QFile file(config.filePath(QStringLiteral("user-dirs.dirs")));
-        if (!config.mkpath(QStringLiteral(".")) || !file.open(QIODevice::WriteOnly)
-            || file.write("XDG_PICTURES_DIR=\"" + QFile::encodeName(folder) + "\"\n") < 0) {
-            giveUp("cannot write " + QFile::encodeName(file.fileName()));
-        }
     }
 
     const Settings m_settings;
@@ -359,40 +321,21 @@ Report makeReport(const Results& results, const Settings& settings)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Measures the daemon in FOLDER, an empty folder on the disk."));
-    parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Holds all files."));
-    const auto option = [&parser](const char* name, const char* help, const char* value) {
-        const QCommandLineOption result(
-            QLatin1String(name), QLatin1String(help), QStringLiteral("N"), QLatin1String(value));
-        parser.addOption(result);
-        return result;
-    };
-    const auto pictures = option("pictures", "Pictures in the library.", "10000");
-    const auto small = option("small", "Pictures in the small library.", "1000");
-    const auto large = option("large", "Pictures in the large library.", "50000");
-    const auto moved = option("moved", "Pictures that are moved in.", "1000");
-    const auto rounds = option("rounds", "Rounds of which medians are taken.", "5");
-    const auto rest = option("rest", "Seconds at rest.", "60");
-    const QCommandLineOption noBudgets(
-        QStringLiteral("no-budgets"), QStringLiteral("Succeed also where a budget is not kept."));
-    parser.addOption(noBudgets);
-    parser.process(application);
-    if (parser.positionalArguments().size() != 1) {
-        parser.showHelp(EXIT_FAILURE);
-    }
-
+    Arguments arguments(QStringLiteral("Measures the daemon at indexing pictures."));
+    arguments.addNumber("pictures", "Pictures in the library.", "10000");
+    arguments.addNumber("small", "Pictures in the small library.", "1000");
+    arguments.addNumber("large", "Pictures in the large library.", "50000");
+    arguments.addNumber("moved", "Pictures that are moved in.", "1000");
+    arguments.addNumber("rounds", "Rounds of which medians are taken.", "5");
+    arguments.addNumber("rest", "Seconds at rest.", "60");
+    arguments.read();
     const Settings settings{
-        QDir(parser.positionalArguments().constFirst()),
-        parser.value(pictures).toInt(),
-        parser.value(small).toInt(),
-        parser.value(large).toInt(),
-        parser.value(moved).toInt(),
-        parser.value(rounds).toInt(),
-        std::chrono::seconds(parser.value(rest).toInt())};
-    const Report report = makeReport(Benchmark(settings).run(), settings);
-    report.print(std::cout);
-    return report.isWithinBudgets() || parser.isSet(noBudgets) ? EXIT_SUCCESS : EXIT_FAILURE;
+        arguments.folder(),
+        arguments.number("pictures"),
+        arguments.number("small"),
+        arguments.number("large"),
+        arguments.number("moved"),
+        arguments.number("rounds"),
+        std::chrono::seconds(arguments.number("rest"))};
+    return arguments.finish(makeReport(Benchmark(settings).run(), settings));
 }

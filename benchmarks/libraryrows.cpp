@@ -62,6 +62,37 @@ QStringList libraryRows(const QString& database)
             "ORDER BY directory.path, file.fileName;"));
 }
 
+QStringList moodsetRows(const QString& database)
+{
+    return selectRows(
+        database,
+        QStringLiteral(
+            "SELECT directory.path, file.fileName, moodset.favorite, moodset.homeWallpaper, "
+            "moodset.applicationWallpaper, moodset.highlightColor, "
+            "moodset.secondaryHighlightColor, moodset.primaryColor, moodset.secondaryColor, "
+            "moodset.timestamp, moodset.ringerVolume, moodset.enabledSounds, "
+            "moodset.partnerSpace, moodset.version, resource.resourceType, toneDirectory.path, "
+            "tone.fileName FROM moodset "
+            "JOIN file ON file.id = moodset.fileId "
+            "JOIN directory ON directory.id = file.directoryId "
+            "LEFT JOIN resource ON resource.fileId = file.id "
+            "LEFT JOIN file AS tone ON tone.id = resource.resourceId "
+            "LEFT JOIN directory AS toneDirectory ON toneDirectory.id = tone.directoryId "
+            "ORDER BY directory.path, file.fileName, resource.resourceType;"));
+}
+
+qint64 moodsetId(const QString& database, const QString& directory)
+{
+    return selectRows(
+               database,
+               QStringLiteral("SELECT file.id FROM file "
+                              "JOIN directory ON directory.id = directoryId "
+                              "JOIN moodset ON moodset.fileId = file.id WHERE path = ?;"),
+               directory)
+        .constFirst()
+        .toLongLong();
+}
+
 int indexedPictures(const QString& database, const QString& path)
 {
     return selectRows(

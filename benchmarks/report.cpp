@@ -8,7 +8,7 @@ namespace {
 /// Three digits are more than the measurements are good for.
 QString text(double value, const QString& unit = {})
 {
-    const int decimals = value < 10 ? 2 : value < 100 ? 1 : 0;
+    const int decimals = value < 0.1 ? 4 : value < 10 ? 2 : value < 100 ? 1 : 0;
     const QString number = value == 0 ? QStringLiteral("0") : QString::number(value, 'f', decimals);
     return unit.isEmpty() ? number : number + QLatin1Char(' ') + unit;
 }

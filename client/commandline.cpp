@@ -31,21 +31,45 @@ QVector<Form> forms()
          Command::Wait,
          {QStringLiteral("log"), QStringLiteral("progress")},
          0},
-        {QStringLiteral("index"), Command::Index, {}, 1}};
+        {QStringLiteral("index"), Command::Index, {}, 1},
+        {QStringLiteral("moodsets"), Command::Moodsets, {}, 0},
+        {QStringLiteral("set"), Command::Set, {}, 1},
+        {QStringLiteral("create"), Command::Create, {}, 1},
+        {QStringLiteral("favorite"), Command::Favorite, {}, 2},
+        {QStringLiteral("remove"), Command::Remove, {}, 1},
+        {QStringLiteral("install"), Command::Install, {}, 1},
+        {QStringLiteral("refresh"), Command::Refresh, {}, 0}};
 }
 
-QString checkForm(const Form& form, const QStringList& options, int arguments)
+QString switchedOn()
+{
+    return QStringLiteral("on");
+}
+
+QString switchedOff()
+{
+    return QStringLiteral("off");
+}
+
+QString checkForm(const Form& form, const QStringList& options, const QStringList& arguments)
 {
     for (const QString& option : options) {
         if (!form.options.contains(option)) {
             return QStringLiteral("%1 takes no option --%2").arg(form.name, option);
         }
     }
-    if (arguments > form.arguments) {
+    if (arguments.count() > form.arguments) {
         return QStringLiteral("%1: too many arguments").arg(form.name);
     }
-    if (arguments < form.arguments) {
+    if (arguments.count() < form.arguments) {
         return QStringLiteral("%1: an argument is missing").arg(form.name);
+    }
+    if (arguments.contains(QString())) {
+        return QStringLiteral("%1: an argument is empty").arg(form.name);
+    }
+    if (form.command == CommandLine::Command::Favorite && arguments.at(1) != switchedOn()
+        && arguments.at(1) != switchedOff()) {
+        return QStringLiteral("%1: %2 is neither on nor off").arg(form.name, arguments.at(1));
     }
     return {};
 }
@@ -93,7 +117,7 @@ CommandLine CommandLine::parse(const QStringList& arguments)
         line.error = QStringLiteral("no such command: %1; see moodsetctl --help").arg(name);
         return line;
     }
-    line.error = checkForm(*form, parser.optionNames(), words.count());
+    line.error = checkForm(*form, parser.optionNames(), words);
     line.command = form->command;
     line.watch = parser.isSet(QStringLiteral("watch"));
     line.progress = parser.isSet(QStringLiteral("progress"));
@@ -101,7 +125,8 @@ CommandLine CommandLine::parse(const QStringList& arguments)
     line.folder = parser.isSet(QStringLiteral("folder"))
         ? QDir(parser.value(QStringLiteral("folder"))).absolutePath()
         : picturesFolder();
-    line.picture = words.value(0);
+    line.subject = words.value(0);
+    line.favorite = words.value(1) == switchedOn();
     return line;
 }
 
@@ -109,13 +134,25 @@ QString CommandLine::helpText()
 {
     return QStringLiteral(
         R"(Usage: moodsetctl COMMAND
-Shows what the picture library of moodsetd holds, and asks it to take in pictures.
+Shows what the library of moodsetd holds, its pictures and moodsets, and has it do things.
 
-Commands:
+Pictures:
   photos [--folder DIR] [--watch]   show a table of all pictures; with --watch, then what changes
   watch [--folder DIR]              show pictures as they are added, changed and removed
   wait [--progress] [--log FILE]    wait until the daemon has indexed all it knows of
-  index PICTURE                     have a picture, a path or a file URL, taken in
+  index PICTURE                     have a picture taken in
+
+Moodsets:
+  moodsets                          show a table of all moodsets
+  set PICTURE or MOODSET            make a moodset active; of a picture, one is made first
+  create PICTURE                    make a moodset of a picture, and leave the active one
+  favorite MOODSET on|off           make a moodset a favourite, or no longer one
+  remove MOODSET                    remove a moodset from the library, but not its file
+  install FOLDER                    have the bundle in a folder taken in
+  refresh                           have the folders of installed bundles looked through
+
+A PICTURE is a path or a URL, for set and create also one of the network. A MOODSET is the id or the
+name that the table shows, for set also the path or the URL of its file.
 
 Options:
   --folder DIR   show paths relative to DIR; if not given, to the user's pictures folder

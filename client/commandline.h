@@ -7,7 +7,21 @@
 /// What the user asks of the client.
 struct CommandLine
 {
-    enum class Command { Help, Version, Photos, Watch, Wait, Index };
+    enum class Command {
+        Help,
+        Version,
+        Photos,
+        Watch,
+        Wait,
+        Index,
+        Moodsets,
+        Set,
+        Create,
+        Favorite,
+        Remove,
+        Install,
+        Refresh
+    };
 
     /// Reads the arguments, the program's name not among them.
     static CommandLine parse(const QStringList& arguments);
@@ -28,6 +42,8 @@ struct CommandLine
     QString folder;
     /// The daemon's log; empty if not given.
     QString log;
-    /// The picture to index, a path or a file URL.
-    QString picture;
+    /// What the command is about: a picture, a folder or a moodset; empty if it takes nothing.
+    QString subject;
+    /// Whether the moodset is to be a favourite.
+    bool favorite = false;
 };

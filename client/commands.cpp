@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "commands.h"
 
+#include "filewait.h"
 #include "idlewait.h"
 #include "library.h"
 #include "moodsetservice.h"
@@ -10,10 +11,8 @@
 #include "progressline.h"
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QTextStream>
-#include <QThread>
 #include <QUrl>
 
 #include <cstdio>
@@ -21,19 +20,10 @@
 
 namespace {
 
-// Reading a picture takes milliseconds, but the daemon may first have other pictures to read.
-constexpr int indexingDeadlineMs = 60000;
-constexpr unsigned long indexingPauseMs = 10;
-
 QTextStream& standardOutput()
 {
     static QTextStream stream(stdout);
     return stream;
-}
-
-QString notRunning()
-{
-    return QStringLiteral("the daemon is not running");
 }
 
 // Turns the event loop until someone ends it, or the daemon ends, which is a failure.
@@ -53,36 +43,19 @@ QUrl pictureUrl(const QString& picture)
     return QUrl::fromLocalFile(QFileInfo(picture).absoluteFilePath());
 }
 
-// Why the file is no picture that the daemon could read; empty if it is one.
-QString pictureFault(const Photo& photo)
-{
-    if (!photo.mimeType.startsWith(QLatin1String("image/"))) {
-        return QStringLiteral("not a picture, but %1").arg(photo.mimeType);
-    }
-    if (!photo.isReadable()) {
-        return QStringLiteral("cannot be read as a picture of type %1").arg(photo.mimeType);
-    }
-    return {};
-}
-
 // Waits for the data of the picture at path, and returns why there are none.
-QString waitForPicture(const MoodsetService& service, const Library& library, const QString& path)
+QString pictureFault(const MoodsetService& service, const Library& library, const QString& path)
 {
-    const QDeadlineTimer deadline(indexingDeadlineMs);
-    while (!deadline.hasExpired()) {
-        const std::optional<Photo> photo = library.findFile(path);
-        if (!photo) {
-            return QStringLiteral("the daemon has not taken it in");
-        }
-        if (photo->current || !photo->mimeType.startsWith(QLatin1String("image/"))) {
-            return pictureFault(*photo);
-        }
-        if (!service.isRunning()) {
-            return QStringLiteral("the daemon has ended");
-        }
-        QThread::msleep(indexingPauseMs);
+    std::optional<Photo> photo = library.findFile(path);
+    if (photo && !photo->mimeType.startsWith(QLatin1String("image/"))) {
+        return QStringLiteral("not a picture, but %1").arg(photo->mimeType);
     }
-    return QStringLiteral("the daemon has not read it in time");
+    QString fault = waitForFile(service, library, path);
+    photo = library.findFile(path);
+    if (fault.isEmpty() && photo && !photo->isReadable()) {
+        fault = QStringLiteral("cannot be read as a picture of type %1").arg(photo->mimeType);
+    }
+    return fault;
 }
 
 } // namespace
@@ -93,12 +66,17 @@ int fail(const QString& reason)
     return EXIT_FAILURE;
 }
 
+int failNotRunning()
+{
+    return fail(QStringLiteral("the daemon is not running"));
+}
+
 int showPhotos(const QString& folder, bool watch)
 {
     const MoodsetService service;
     Library library;
     if (watch && !service.isRunning()) {
-        return fail(notRunning());
+        return failNotRunning();
     }
     if (!library.open()) {
         return fail(library.error());
@@ -119,7 +97,7 @@ int watchPhotos(const QString& folder)
     const MoodsetService service;
     Library library;
     if (!service.isRunning()) {
-        return fail(notRunning());
+        return failNotRunning();
     }
     if (!library.open()) {
         return fail(library.error());
@@ -134,7 +112,7 @@ int waitForIdle(const QString& log, bool progress)
     MoodsetService service;
     Library library;
     if (!service.isRunning()) {
-        return fail(notRunning());
+        return failNotRunning();
     }
     if (!library.open()) {
         return fail(library.error());
@@ -168,7 +146,7 @@ int indexPicture(const QString& picture)
     const MoodsetService service;
     Library library;
     if (!service.isRunning()) {
-        return fail(notRunning());
+        return failNotRunning();
     }
     if (!library.open()) {
         return fail(library.error());
@@ -176,7 +154,7 @@ int indexPicture(const QString& picture)
 
     QString fault = service.indexFile(url);
     if (fault.isEmpty()) {
-        fault = waitForPicture(service, library, path);
+        fault = pictureFault(service, library, path);
     }
     return fault.isEmpty() ? EXIT_SUCCESS : fail(QStringLiteral("%1: %2").arg(path, fault));
 }

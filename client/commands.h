@@ -3,8 +3,8 @@
 
 #include <QString>
 
-// What the client can do. Each function returns the exit status of the process, and has said on the
-// standard error what went wrong if that is not 0. They need an application object.
+// What the client can do with pictures. Each function returns the exit status of the process, and
+// has said on the standard error what went wrong if that is not 0. They need an application object.
 
 /// Prints the table of all pictures and a summary. With watch, goes on as watchPhotos() does.
 int showPhotos(const QString& folder, bool watch);
@@ -21,3 +21,6 @@ int indexPicture(const QString& picture);
 
 /// Prints the reason of a failure in one line, and returns the exit status of a failure.
 int fail(const QString& reason);
+
+/// Prints that the daemon is not running, and returns the exit status of a failure.
+int failNotRunning();

@@ -58,14 +58,15 @@ bool IdleWait::isIdle(const Library::Counts& counts)
 
 bool IdleWait::logSaysIdle()
 {
-    while (!m_idleSeenInLog) {
+    while (!m_filesIdleInLog || !m_packagesIdleInLog) {
         const qint64 start = m_log.pos();
         const QByteArray line = m_log.readLine();
         if (!line.endsWith('\n')) {
             m_log.seek(start);
             break;
         }
-        m_idleSeenInLog = line.contains("FileManager idle in ");
+        m_filesIdleInLog |= line.contains("FileManager idle in ");
+        m_packagesIdleInLog |= line.contains("InstallManager idle in ");
     }
-    return m_idleSeenInLog;
+    return m_filesIdleInLog && m_packagesIdleInLog;
 }

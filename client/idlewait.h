@@ -14,7 +14,8 @@ class MoodsetService;
 /// The bus does not say so, hence two ways to know. Both ask, in the first place, that no picture
 /// waits for its data to be read.
 ///
-/// With the daemon's log, it is exact: the daemon writes a line when its indexing runs dry.
+/// With the daemon's log, it is exact: the daemon writes a line when its indexing of files runs
+/// dry, and one when that of packages does.
 ///
 /// Without, it is a judgement. While there is work, the daemon does a step of it between any two
 /// calls that it answers, and nearly all steps write to the database. So after ten calls, a tenth
@@ -47,7 +48,8 @@ private:
     MoodsetService& m_service;
     const Library& m_library;
     QFile m_log;
-    bool m_idleSeenInLog = false;
+    bool m_filesIdleInLog = false;
+    bool m_packagesIdleInLog = false;
     int m_lastDataVersion = -1;
     int m_quietLooks = 0;
     QTimer m_pause;

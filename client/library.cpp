@@ -4,9 +4,10 @@
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QStandardPaths>
 #include <QUuid>
 #include <QVariant>
+
+#include <queryagentdatabase.h>
 
 namespace {
 
@@ -35,8 +36,7 @@ Photo photoFromRow(const QSqlQuery& row)
 
 QString Library::standardPath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/system/privileged/Moodsetd/moodsetd.sqlite");
+    return QueryAgentDatabase::filePath();
 }
 
 Library::Library(const QString& path)
@@ -100,11 +100,13 @@ Library::Counts Library::counts() const
 {
     Counts counts;
     QSqlQuery query(m_database);
-    const bool succeeded =
-        query.exec(QStringLiteral("SELECT COUNT(*), SUM(mimeType GLOB 'image/*'),"
-                                  " SUM(mimeType GLOB 'image/*' AND metadataCurrent = 0),"
-                                  " (SELECT COUNT(*) FROM directory WHERE scope = 0"
-                                  " OR id IN (SELECT directoryId FROM file)) FROM file"));
+    const bool succeeded = query.exec(
+        QStringLiteral("SELECT COUNT(*), SUM(mimeType GLOB 'image/*'),"
+                       " SUM(mimeType GLOB 'image/*' AND metadataCurrent = 0),"
+                       " (SELECT COUNT(*) FROM directory WHERE scope = 0"
+                       " OR id IN (SELECT directoryId FROM file WHERE mimeType GLOB 'image/*'))"
+                       " FROM file WHERE mimeType GLOB 'image/*'"
+                       " OR directoryId IN (SELECT id FROM directory WHERE scope = 0)"));
     if (query.next()) {
         counts.files = query.value(0).toInt();
         counts.photos = query.value(1).toInt();

@@ -17,8 +17,10 @@ class Library
 public:
     struct Counts
     {
+        /// Files in folders whose new files the daemon takes in, and pictures elsewhere. What
+        /// belongs to moodsets is not among them.
         int files = 0;
-        /// Folders whose new files the daemon takes in, and folders of files that it knows.
+        /// Folders whose new files the daemon takes in, and folders of pictures that it knows.
         int folders = 0;
         /// Picture files, whether or not their data have been read.
         int photos = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "commandline.h"
 #include "commands.h"
+#include "moodsetcommands.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -30,7 +31,21 @@ int main(int argc, char** argv)
     case CommandLine::Command::Wait:
         return waitForIdle(line.log, line.progress);
     case CommandLine::Command::Index:
-        return indexPicture(line.picture);
+        return indexPicture(line.subject);
+    case CommandLine::Command::Moodsets:
+        return showMoodsets();
+    case CommandLine::Command::Set:
+        return setMoodset(line.subject);
+    case CommandLine::Command::Create:
+        return createMoodset(line.subject);
+    case CommandLine::Command::Favorite:
+        return setFavorite(line.subject, line.favorite);
+    case CommandLine::Command::Remove:
+        return removeMoodset(line.subject);
+    case CommandLine::Command::Install:
+        return installPackage(line.subject);
+    case CommandLine::Command::Refresh:
+        return refreshMoodsets();
     }
     return EXIT_FAILURE;
 }

@@ -8,6 +8,8 @@
 #include <QDBusServiceWatcher>
 #include <QTimer>
 
+#include <moodsetcontent.h>
+
 namespace {
 
 const auto serviceName = QStringLiteral("com.zavro.moodsetd");
@@ -20,6 +22,21 @@ constexpr int callTimeoutMs = 60000;
 
 // The daemon takes its name a moment before its object is there.
 constexpr int retryPauseMs = 20;
+
+QString call(const QString& method, const QVariantList& arguments = {})
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName, method);
+    call.setArguments(arguments);
+    const QDBusMessage reply =
+        QDBusConnection::sessionBus().call(call, QDBus::Block, callTimeoutMs);
+    return reply.type() == QDBusMessage::ErrorMessage ? reply.errorMessage() : QString();
+}
+
+QString encoded(const QUrl& url)
+{
+    return QString::fromLatin1(url.toEncoded());
+}
 
 } // namespace
 
@@ -47,12 +64,39 @@ bool MoodsetService::isRunning() const
 
 QString MoodsetService::indexFile(const QUrl& url) const
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        serviceName, objectPath, interfaceName, QStringLiteral("indexFile"));
-    call << QString::fromLatin1(url.toEncoded());
-    const QDBusMessage reply =
-        QDBusConnection::sessionBus().call(call, QDBus::Block, callTimeoutMs);
-    return reply.type() == QDBusMessage::ErrorMessage ? reply.errorMessage() : QString();
+    return call(QStringLiteral("indexFile"), {encoded(url)});
+}
+
+QString MoodsetService::setMoodset(const QUrl& url) const
+{
+    return call(QStringLiteral("setMoodset"), {encoded(url)});
+}
+
+QString MoodsetService::createMoodset(const QUrl& url) const
+{
+    return call(QStringLiteral("createMoodset"), {encoded(url)});
+}
+
+QString MoodsetService::saveMoodset(qint64 id, const QVariantMap& attributes) const
+{
+    return call(
+        QStringLiteral("saveAttributes"),
+        {static_cast<int>(MoodsetContent::Moodset), id, attributes});
+}
+
+QString MoodsetService::removeMoodset(qint64 id) const
+{
+    return call(QStringLiteral("remove"), {static_cast<int>(MoodsetContent::Moodset), id});
+}
+
+QString MoodsetService::installPackage(const QString& path) const
+{
+    return call(QStringLiteral("installPackage"), {path});
+}
+
+QString MoodsetService::refreshMoodsets() const
+{
+    return call(QStringLiteral("refreshMoodsets"));
 }
 
 void MoodsetService::ask()

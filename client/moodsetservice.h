@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QUrl>
+#include <QVariantMap>
 
 /// The daemon on the session bus.
 class MoodsetService : public QObject
@@ -14,10 +15,16 @@ public:
 
     bool isRunning() const;
 
-    /// Asks the daemon to enter the file at url in its database, and waits for its reply. Returns
-    /// why the call failed, in one line, or an empty text. A successful call says nothing about
-    /// what became of the file: look into the database.
+    /// The daemon's methods. Each waits for the reply, and returns why the call failed, in one
+    /// line, or an empty text. A successful call says nothing about what came of it: look into the
+    /// database.
     QString indexFile(const QUrl& url) const;
+    QString setMoodset(const QUrl& url) const;
+    QString createMoodset(const QUrl& url) const;
+    QString saveMoodset(qint64 id, const QVariantMap& attributes) const;
+    QString removeMoodset(qint64 id) const;
+    QString installPackage(const QString& path) const;
+    QString refreshMoodsets() const;
 
     /// Asks the daemon for a sign of life. It replies after the step of work that it is doing; then
     /// alive() is emitted.

@@ -7,10 +7,6 @@
 #include <QString>
 #include <QVector>
 
-/// The path of photo for people to read: relative to folder if it lies in there, printable,
-/// and no wider than 60 columns, with the end kept.
-QString displayPath(const Photo& photo, const QString& folder);
-
 /// The size of photo, or what there is instead: "waiting", "unreadable" or "unknown".
 QString displaySize(const Photo& photo);
 

@@ -5,6 +5,7 @@
 #include "moodsetservice.h"
 #include "photochange.h"
 #include "phototable.h"
+#include "texttable.h"
 
 #include <QHash>
 
@@ -25,7 +26,8 @@ QString kindName(PhotoChange::Kind kind)
 
 QString changeLine(const PhotoChange& change, const QString& folder)
 {
-    QString start = kindName(change.kind) + QLatin1Char(' ') + displayPath(change.photo, folder);
+    QString start =
+        kindName(change.kind) + QLatin1Char(' ') + displayPath(change.photo.path, folder);
     if (change.kind == PhotoChange::Kind::Removed) {
         return start;
     }

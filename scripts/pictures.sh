@@ -40,6 +40,9 @@ resolve_target()
         || fail "$given: the path is not valid text in $(locale charmap)"
     if [[ -d $target ]]; then
         [[ -r $target && -x $target ]] || fail "$given: no right to read this folder"
+        # The daemon takes no new files in there, whatever else it is told of the folder.
+        [[ $target/ != /usr/share/@(moodset|sounds)/?(+([^/])/) ]] \
+            || fail "$given: a folder of bundles, not of pictures"
     elif [[ -f $target ]]; then
         [[ -r $target ]] || fail "$given: no right to read this file"
     else

@@ -1,20 +1,26 @@
 # SPDX-License-Identifier: BSD-3-Clause
 # shellcheck shell=bash
 #
-# The private session of ./run. Needs fail(). Call end_session in the end, whatever happens.
+# The private session of ./run. Needs fail() and PROJECT. Call end_session in the end, whatever
+# happens.
+
+# shellcheck source=scripts/isolation.sh
+. "$PROJECT/scripts/isolation.sh"
 
 programs='' # where the daemon and the client are
 session=''  # the folder of what never outlives the session
 data=''     # the folder of what can be kept
 log=''      # the daemon's log
 daemon=''   # its process id
+confined=() # the command that runs a program as the daemon is to run
 started=''  # the process id of what was started last
 groups=()   # the process groups that the session has started
 
 make_folders()
 {
     local keep=$1
-    session=$(mktemp -d "${TMPDIR:-/tmp}/moodsetd-run.XXXXXX")
+    # A mount point must not lie behind a link.
+    session=$(realpath -- "$(mktemp -d "${TMPDIR:-/tmp}/moodsetd-run.XXXXXX")")
     data=$session
     if [[ -n $keep ]]; then
         data=$keep
@@ -22,26 +28,7 @@ make_folders()
         flock --nonblock "$lock" || fail "$data: another session uses this folder"
     fi
     mkdir -m 0700 "$session/runtime"
-    mkdir -p "$data"/{home,data,config,cache,pictures}
-}
-
-bus_configuration()
-{
-    cat <<END
-<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig>
-  <type>session</type>
-  <listen>unix:path=$session/runtime/bus</listen>
-  <auth>EXTERNAL</auth>
-  <standard_session_servicedirs/>
-  <policy context="default">
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-END
+    mkdir -p "$data"/{home,data/mime/packages,config,cache,pictures}
 }
 
 # Turns the environment into that of the session, for all that is started from now on.
@@ -69,13 +56,46 @@ start()
 
 start_bus()
 {
-    bus_configuration >"$session/bus.conf"
+    bus_configuration session "$session/runtime/bus" "<standard_session_servicedirs/>" \
+        >"$session/bus.conf"
     start dbus-daemon --nofork --nopidfile --config-file="$session/bus.conf" 2>"$session/bus.log"
     disown "$started"
     until [[ -S $session/runtime/bus ]]; do
         kill -0 "$started" 2>/dev/null || fail "the private message bus does not start"
         sleep 0.01
     done
+}
+
+# Without the definition, the daemon takes a bundle's files for plain text.
+add_file_types()
+{
+    cp -f "$PROJECT/data/mime/moodsetd.xml" "$XDG_DATA_HOME/mime/packages/"
+    update-mime-database "$XDG_DATA_HOME/mime" >"$session/mime.log" 2>&1 \
+        || fail "the file types cannot be set up: $(tail -n 1 "$session/mime.log")"
+}
+
+# Sets confined to the command that runs a program with another view of the machine, in which only
+# the session's folders can be written to, and the sample bundles are installed.
+confine_daemon()
+{
+    local path
+    private_share moodset translations
+    confined=(bwrap --die-with-parent --ro-bind / / --dev-bind /dev /dev "${share[@]}")
+    # In a name space of users, root could not read other users' pictures.
+    if ((EUID == 0)) && ! bwrap --ro-bind / / true 2>/dev/null; then
+        confined+=(--unshare-user)
+    fi
+    for path in /usr/share/{moodset,translations}/*; do
+        confined+=(--ro-bind-try "$path" "$path")
+    done
+    for path in "$PROJECT"/data/moodsets/*/*.moodset; do
+        path=${path%/*}
+        confined+=(--ro-bind "$path" "/usr/share/moodset/${path##*/}")
+    done
+    for path in "$programs"/../data/*.qm; do
+        confined+=(--ro-bind "$path" "/usr/share/translations/${path##*/}")
+    done
+    confined+=(--bind "$session" "$session" --bind "$data" "$data" --)
 }
 
 daemon_is_on_bus()
@@ -88,7 +108,7 @@ start_daemon()
 {
     log=$data/moodsetd.log
     QT_FORCE_STDERR_LOGGING=1 QT_MESSAGE_PATTERN='%{type}: %{message}' \
-        start "$programs/moodsetd" 2>"$log"
+        start "${confined[@]}" "$programs/moodsetd" 2>"$log"
     disown "$started"
     daemon=$started
     until daemon_is_on_bus; do
@@ -112,7 +132,9 @@ start_session()
     programs=$1
     make_folders "$3"
     enter_session "$2"
+    add_file_types
     start_bus
+    confine_daemon
     start_daemon
 }
 

@@ -11,8 +11,7 @@ namespace {
 /// The path of an application's desktop entry, empty if there is none.
 QString desktopEntry(const QString& name)
 {
-    const QString path =
-        QStringLiteral("/usr/share/applications/") + name + QStringLiteral(".desktop");
+    QString path = QStringLiteral("/usr/share/applications/") + name + QStringLiteral(".desktop");
     if (!QFile::exists(path)) {
         qWarning() << "void PartnerSpaceManager::setPartnerSpace(const QString&)"
                    << "Failed to find .desktop file for partner space!" << path;

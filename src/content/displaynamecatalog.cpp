@@ -19,7 +19,8 @@ void DisplayNameCatalog::load(const QString& name)
     }
     m_name = name;
     m_isLoaded = false;
-    if (name.isEmpty()) {
+    // Looking for a file whose name has a NUL in it is a warning of the platform's.
+    if (name.isEmpty() || name.contains(QChar::Null)) {
         return;
     }
     const QString directory = QStringLiteral("/usr/share/translations/");

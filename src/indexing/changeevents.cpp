@@ -57,8 +57,7 @@ void FileManager::classify(const InotifyRecord& record, EventChanges* changes)
     const QString path = directory.path + record.name;
     if (hasAny(record.mask, IN_DELETE_SELF | IN_MOVE_SELF)) {
         changes->directoryDeletes.append({directory.id});
-        m_watchedDirectories.remove(record.watch);
-        inotify_rm_watch(m_inotifyFd, record.watch);
+        removeWatch(record.watch);
     } else if (hasAny(record.mask, IN_ISDIR)) {
         // Sub-directories that leave report for themselves; those moved in stay unknown.
         if (hasAny(record.mask, IN_CREATE)) {

@@ -1,22 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "directorylisting.h"
 
+#include "sortedmerge.h"
+
 #include <QDirIterator>
 #include <QFileInfo>
-
-#include <algorithm>
-
-namespace {
-
-template <typename Entry>
-void sortByName(QVector<Entry>* entries)
-{
-    std::sort(entries->begin(), entries->end(), [](const Entry& left, const Entry& right) {
-        return qstrcmp(left.name, right.name) < 0;
-    });
-}
-
-} // namespace
 
 DirectoryListing listDirectory(const QString& path)
 {

@@ -11,13 +11,6 @@ namespace {
 
 const char* const Function = "bool FileManager::scanDirectory()";
 
-/// Runs a statement that reads the rows below a directory.
-bool selectByDirectory(QSqlQuery& query, qint64 directoryId)
-{
-    query.bindValue(0, directoryId);
-    return query.exec();
-}
-
 } // namespace
 
 struct FileManager::ScanChanges
@@ -45,12 +38,14 @@ bool FileManager::scanDirectory()
     }
     const DirectoryListing listing = listDirectory(path);
     ScanChanges changes;
-    if (!selectByDirectory(m_fileQuery, id)) {
+    bind(m_fileQuery, {id});
+    if (!m_fileQuery.exec()) {
         warn(m_fileQuery, Function, "Failed to execute m_fileQuery");
         return false;
     }
     mergeFiles(listing.files, id, scope, &changes);
-    if (!selectByDirectory(m_directoryQuery, id)) {
+    bind(m_directoryQuery, {id});
+    if (!m_directoryQuery.exec()) {
         warn(m_directoryQuery, Function, "Failed to execute m_directoryQuery");
         return false;
     }

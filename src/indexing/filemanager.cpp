@@ -193,14 +193,27 @@ qint64 FileManager::appendDirectory(const QString& path, DirectoryScope scope, b
     return id;
 }
 
+/// The kernel gives the same descriptor for another path of the same directory, which then takes
+/// the place of the first.
+void FileManager::addWatch(int watch, const WatchedDirectory& directory)
+{
+    m_watches.remove(m_watchedDirectories.value(watch).path);
+    m_watchedDirectories.insert(watch, directory);
+    m_watches.insert(directory.path, watch);
+}
+
+void FileManager::removeWatch(int watch)
+{
+    m_watches.remove(m_watchedDirectories.take(watch).path);
+    inotify_rm_watch(m_inotifyFd, watch);
+}
+
 /// The next scan of the directory then adds a watch with the mask of its new scope.
 void FileManager::forgetWatch(const QString& path)
 {
-    // No descriptor is negative, so -1 is free to mean that there is none.
-    const int watch = m_watchedDirectories.key({path + Separator, 0}, -1);
-    if (watch >= 0) {
-        m_watchedDirectories.remove(watch);
-        inotify_rm_watch(m_inotifyFd, watch);
+    const auto watch = m_watches.constFind(path + Separator);
+    if (watch != m_watches.constEnd()) {
+        removeWatch(*watch);
     }
 }
 
@@ -264,7 +277,7 @@ qint64 FileManager::insertFile(const QString& path)
 
 bool FileManager::watchDirectory(const QString& path, qint64* id, DirectoryScope* scope)
 {
-    const WatchedDirectory sought{path + Separator, 0};
+    const QString watchedPath = path + Separator;
     bind(m_directoryIdQuery, {path});
     if (!m_directoryIdQuery.exec()) {
         warnOfError(
@@ -281,14 +294,14 @@ bool FileManager::watchDirectory(const QString& path, qint64* id, DirectoryScope
     *id = m_directoryIdQuery.value(0).toLongLong();
     *scope = static_cast<DirectoryScope>(m_directoryIdQuery.value(1).toInt());
     m_directoryIdQuery.finish();
-    if (m_watchedDirectories.key(sought, -1) >= 0) {
+    if (m_watches.contains(watchedPath)) {
         return false;
     }
     const int watch = inotify_add_watch(m_inotifyFd, path.toUtf8().constData(), watchMask(*scope));
     if (watch < 0) {
         qWarning() << "Failed to add listener" << watch << path;
     } else {
-        m_watchedDirectories.insert(watch, {sought.path, *id});
+        addWatch(watch, {watchedPath, *id});
     }
     return true;
 }
@@ -299,6 +312,7 @@ void FileManager::clearWatches()
         inotify_rm_watch(m_inotifyFd, *it);
     }
     m_watchedDirectories.clear();
+    m_watches.clear();
 }
 
 void FileManager::scheduleUpdate()

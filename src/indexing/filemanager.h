@@ -80,6 +80,8 @@ private:
     /// start.
     void announceFileChanges();
     void runUpdate();
+    void addWatch(int watch, const WatchedDirectory& directory);
+    void removeWatch(int watch);
     void forgetWatch(const QString& path);
 
     // directoryscan.cpp
@@ -118,6 +120,9 @@ private:
     QStringList m_pendingDirectories;
     /// By watch descriptor.
     QHash<int, WatchedDirectory> m_watchedDirectories;
+    /// The descriptors by `WatchedDirectory::path`. Each scan asks whether its directory is
+    /// watched, and is not to pass all the others for that.
+    QHash<QString, int> m_watches;
     /// Managers whose updateMetaData() is still to run.
     QList<ContentManager*> m_scannerManagers;
     MimeTypeMemory m_mimeTypes;

@@ -11,6 +11,7 @@
 
 #include <quillmetadata.h>
 
+#include <new>
 #include <utility>
 
 namespace {
@@ -25,7 +26,15 @@ QSize pictureSize(const QString& path)
 {
     // The reader would wait for ever on a FIFO, and would look for a missing file's namesakes with
     // the suffixes of pictures.
-    return QFileInfo(path).isFile() ? QImageReader(path).size() : QSize();
+    if (!QFileInfo(path).isFile()) {
+        return QSize();
+    }
+    try {
+        return QImageReader(path).size();
+    } catch (const std::bad_alloc&) {
+        // Some of the reader's plugins hold a whole file in memory.
+        return QSize();
+    }
 }
 
 } // namespace
@@ -115,7 +124,7 @@ QVector<ImageManager::Picture> ImageManager::nextModified()
     if (last == 0) {
         return {};
     }
-    m_nextModifiedQuery.bindValue(0, last);
+    bind(m_nextModifiedQuery, {last});
     return m_nextModifiedQuery.exec() ? takePictures(m_nextModifiedQuery) : QVector<Picture>();
 }
 

@@ -16,8 +16,6 @@
 #include <QJsonObject>
 #include <QVariant>
 
-#include <algorithm>
-
 namespace {
 
 const char* const UpdateFunction = "virtual bool IndexManager::updateMetaData()";
@@ -26,6 +24,14 @@ const QLatin1String IndexSuffix(".index");
 
 /// The columns of m_fileQuery.
 enum Column : int { Id, FileName, DisplayName, ModificationTime };
+
+/// Whether a file can have that name. Half a surrogate pair gets lost on the way to the disk, where
+/// the rest of the name can be that of another file.
+bool isFileName(const QString& name)
+{
+    return !name.isEmpty() && !name.contains(QLatin1Char('/')) && !name.contains(QChar::Null)
+        && QString::fromUtf8(name.toUtf8()) == name;
+}
 
 } // namespace
 
@@ -133,7 +139,7 @@ bool IndexManager::updateDirectory(
     const QString& path, qint64 directoryId, const QJsonObject& index)
 {
     const QVector<IndexEntry> entries = readEntries(path, index);
-    m_fileQuery.bindValue(0, directoryId);
+    bind(m_fileQuery, {directoryId});
     if (!m_fileQuery.exec()) {
         warn(m_fileQuery, UpdateFunction, "Failed to execute m_fileQuery");
         return false;
@@ -162,7 +168,7 @@ QVector<IndexManager::IndexEntry> IndexManager::readEntries(
         const QJsonObject object = value.toObject();
         const QString fileName = object.value(QLatin1String("fileName")).toString();
         const QFileInfo file(directory + QLatin1Char('/') + fileName);
-        if (fileName.isEmpty() || fileName.contains(QLatin1Char('/')) || !file.exists()) {
+        if (!isFileName(fileName) || !file.exists()) {
             continue;
         }
         entries.append(
@@ -170,9 +176,7 @@ QVector<IndexManager::IndexEntry> IndexManager::readEntries(
              catalog.translated(object.value(QLatin1String("displayName")).toString()),
              file.lastModified()});
     }
-    std::sort(entries.begin(), entries.end(), [](const IndexEntry& left, const IndexEntry& right) {
-        return qstrcmp(left.name, right.name) < 0;
-    });
+    sortByName(&entries);
     return entries;
 }
 

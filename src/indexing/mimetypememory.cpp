@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QMimeType>
 #include <QStandardPaths>
 
 namespace {
@@ -61,16 +62,47 @@ QString MimeTypeMemory::typeName(const QFileInfo& file, bool isRegular)
     followInstalledGlobs();
     const QString fileName = file.fileName();
     const QString suffix = suffixOf(fileName);
-    const bool decided = isRegular && isDecidedBySuffix(fileName, suffix);
-    if (decided) {
-        const auto remembered = m_remembered.constFind(suffix);
-        if (remembered != m_remembered.constEnd()) {
-            return *remembered;
-        }
+    const QSet<QString> types = isRegular ? typesOfSuffix(fileName, suffix) : QSet<QString>();
+    if (types.isEmpty()) {
+        return m_mimeDatabase.mimeTypeForFile(file).name();
     }
-    QString name = m_mimeDatabase.mimeTypeForFile(file, QMimeDatabase::MatchDefault).name();
-    if (decided && m_settled && name == m_suffixTypes.value(suffix.toLower())) {
+    return types.size() == 1 ? typeBySuffix(file, suffix, *types.constBegin())
+                             : typeBySuffixAndContent(file, suffix, types);
+}
+
+QString MimeTypeMemory::typeBySuffix(
+    const QFileInfo& file, const QString& suffix, const QString& type)
+{
+    const auto remembered = m_remembered.constFind(suffix);
+    if (remembered != m_remembered.constEnd()) {
+        return *remembered;
+    }
+    QString name = m_mimeDatabase.mimeTypeForFile(file).name();
+    if (m_settled && name == type) {
         m_remembered.insert(suffix, name);
+    }
+    return name;
+}
+
+/// Where the name matches several globs, the type depends on them and on that of the content alone.
+QString MimeTypeMemory::typeBySuffixAndContent(
+    const QFileInfo& file, const QString& suffix, const QSet<QString>& types)
+{
+    const QString content =
+        m_mimeDatabase.mimeTypeForFile(file, QMimeDatabase::MatchContent).name();
+    const auto remembered = m_rememberedContents.constFind({suffix, content});
+    if (remembered != m_rememberedContents.constEnd()) {
+        return *remembered;
+    }
+    QString name = m_mimeDatabase.mimeTypeForFile(file).name();
+    QSet<QString> matching;
+    const QList<QMimeType> matches = m_mimeDatabase.mimeTypesForFileName(file.fileName());
+    for (const QMimeType& type : matches) {
+        matching.insert(type.name());
+    }
+    // Else the database holds other globs than those read here, or ranks them.
+    if (m_settled && matching == types) {
+        m_rememberedContents.insert({suffix, content}, name);
     }
     return name;
 }
@@ -80,11 +112,14 @@ QStringList MimeTypeMemory::rememberedSuffixes() const
     return m_remembered.keys();
 }
 
-bool MimeTypeMemory::isDecidedBySuffix(const QString& fileName, const QString& suffix) const
+/// The types among which the suffix of a name decides; none if more than the suffix counts.
+QSet<QString> MimeTypeMemory::typesOfSuffix(const QString& fileName, const QString& suffix) const
 {
+    const QSet<QString> types = m_suffixTypes.value(suffix.toLower());
     // A name that is nothing but a suffix does not match the suffix's glob.
-    return fileName.size() > suffix.size() + 1 && !m_suffixTypes.value(suffix.toLower()).isNull()
+    const bool isDecisive = fileName.size() > suffix.size() + 1 && !types.isEmpty()
         && !m_literalNames.contains(fileName.toLower()) && !m_otherGlobs.match(fileName).hasMatch();
+    return isDecisive ? types : QSet<QString>();
 }
 
 void MimeTypeMemory::followInstalledGlobs()
@@ -110,6 +145,7 @@ void MimeTypeMemory::followInstalledGlobs()
 void MimeTypeMemory::readGlobs(const QStringList& paths)
 {
     m_remembered.clear();
+    m_rememberedContents.clear();
     m_suffixTypes.clear();
     m_literalNames.clear();
     QStringList otherGlobs;
@@ -148,9 +184,11 @@ void MimeTypeMemory::addGlob(const QString& glob, const QString& type, QStringLi
         const bool isPlain = glob.size() == suffix.size() + 2 && glob.startsWith(QLatin1Char('*'));
         const auto known = m_suffixTypes.find(suffix);
         if (known == m_suffixTypes.end()) {
-            m_suffixTypes.insert(suffix, isPlain ? type : QString());
-        } else if (!isPlain || *known != type) {
-            *known = QString();
+            m_suffixTypes.insert(suffix, isPlain ? QSet<QString>{type} : QSet<QString>());
+        } else if (!isPlain) {
+            known->clear();
+        } else if (!known->isEmpty()) {
+            known->insert(type);
         }
     }
 }

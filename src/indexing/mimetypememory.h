@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QHash>
 #include <QMimeDatabase>
+#include <QPair>
 #include <QRegularExpression>
 #include <QSet>
 #include <QString>
@@ -12,12 +13,13 @@
 class QFileInfo;
 
 /// Names the MIME type of files just as the MIME database does, but remembers the answer for
-/// suffixes that decide it alone: matching a name against all of the database's globs is a third of
-/// what indexing a picture costs.
+/// suffixes that decide it, alone or with the type of the content: matching a name against all of
+/// the database's globs is a third of what indexing a picture costs, and most of what a tone does.
 ///
 /// A suffix decides alone if the installed globs hold it in one plain "*.suffix" and in no other
-/// glob, whatever the case. Names that match any further glob, and files that are not regular, go
-/// to the database every time. The memory starts afresh when the installed globs change.
+/// glob, whatever the case. If they hold it in several plain ones, of several types, the content is
+/// looked at as well. Names that match any further glob, and files that are not regular, go to the
+/// database every time. The memory starts afresh when the installed globs change.
 class MimeTypeMemory
 {
 public:
@@ -27,20 +29,26 @@ public:
     /// look at the disk.
     QString typeName(const QFileInfo& file, bool isRegular);
 
-    /// The suffixes that have been remembered, in the case in which they were met.
+    /// The suffixes that have been remembered as deciding alone, in the case in which they were
+    /// met.
     QStringList rememberedSuffixes() const;
 
 private:
     void followInstalledGlobs();
     void readGlobs(const QStringList& paths);
     void addGlob(const QString& glob, const QString& type, QStringList* otherGlobs);
-    bool isDecidedBySuffix(const QString& fileName, const QString& suffix) const;
+    QSet<QString> typesOfSuffix(const QString& fileName, const QString& suffix) const;
+    QString typeBySuffix(const QFileInfo& file, const QString& suffix, const QString& type);
+    QString typeBySuffixAndContent(
+        const QFileInfo& file, const QString& suffix, const QSet<QString>& types);
 
     QMimeDatabase m_mimeDatabase;
     QHash<QString, QString> m_remembered;
+    /// By the suffix and the name of the content's type.
+    QHash<QPair<QString, QString>, QString> m_rememberedContents;
 
-    /// The type of each lower-case suffix that one plain glob decides; null for the undecided ones.
-    QHash<QString, QString> m_suffixTypes;
+    /// The types of the plain globs of each lower-case suffix; none if another glob has it, too.
+    QHash<QString, QSet<QString>> m_suffixTypes;
     /// Lower-case names that are globs without wildcards.
     QSet<QString> m_literalNames;
     /// All globs that end in no plain suffix, as alternatives.

@@ -4,6 +4,17 @@
 #include <QByteArray>
 #include <QVector>
 
+#include <algorithm>
+
+/// Sorts entries by the bytes of their UTF-8 names, in their field `name`, as a merge takes them.
+template <typename Entry>
+void sortByName(QVector<Entry>* entries)
+{
+    std::sort(entries->begin(), entries->end(), [](const Entry& left, const Entry& right) {
+        return qstrcmp(left.name, right.name) < 0;
+    });
+}
+
 /// Takes every entry into a merge.
 struct AcceptAll
 {

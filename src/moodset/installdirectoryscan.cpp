@@ -9,8 +9,6 @@
 #include <QDirIterator>
 #include <QVariant>
 
-#include <algorithm>
-
 namespace {
 
 const char* const Function = "bool InstallManager::scanInstallDirectory()";
@@ -37,9 +35,7 @@ QVector<Package> listPackages(const QString& path)
         const QString package = iterator.next();
         packages.append({nameBelow(path, package), package});
     }
-    std::sort(packages.begin(), packages.end(), [](const Package& left, const Package& right) {
-        return qstrcmp(left.name, right.name) < 0;
-    });
+    sortByName(&packages);
     return packages;
 }
 

@@ -12,8 +12,6 @@
 #include <QFileInfo>
 #include <QVariant>
 
-#include <algorithm>
-
 namespace {
 
 const char* const Function =
@@ -104,10 +102,7 @@ void InstallManager::listPackage(
             moodsetFiles->append(fileName);
         }
     }
-    std::sort(
-        entries->begin(), entries->end(), [](const PackageEntry& left, const PackageEntry& right) {
-            return qstrcmp(left.name, right.name) < 0;
-        });
+    sortByName(entries);
 }
 
 bool InstallManager::mergeFiles(

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "albumgallery.h"
 
+#include "accessory/dorselmonitor.h"
 #include "albumgallery_p.h"
 #include "attributes.h"
 #include "content/moodsetcontent.h"
@@ -72,6 +73,7 @@ AlbumGalleryPrivate::AlbumGalleryPrivate(AlbumGallery* gallery)
     , q(gallery)
 {
     instance = this;
+    connect(DorselMonitor::instance(), &DorselMonitor::activeMoodset, q, &AlbumGallery::setMoodset);
     connect(systemTheme, &SystemTheme::moodsetCreated, this, &AlbumGalleryPrivate::moodsetCreated);
 }
 

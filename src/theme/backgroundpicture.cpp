@@ -5,12 +5,14 @@
 
 #include <quillmetadata.h>
 
+#include <QFileInfo>
 #include <QImageReader>
 #include <QRect>
 #include <QTransform>
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <utility>
 
 namespace {
@@ -33,7 +35,8 @@ struct Cut
 
 Orientation imageOrientation(const QString& path)
 {
-    // By the tag's value, less 1.
+    // By the tag's value, less 1. Exif means the values 5 and 7, which no camera writes, the other
+    // way up: mirrored first, theirs would be 270 and 90 degrees.
     constexpr std::array<Orientation, 8> orientations{
         {{0, false},
          {0, true},
@@ -119,19 +122,36 @@ QImage upright(const QImage& stored, const Orientation& orientation)
     return image;
 }
 
+/// What `decode` makes of a reader on the file at `path`; null if there is no such file, or no
+/// memory for it.
+template <typename Decode>
+QImage load(const QString& path, Decode decode)
+{
+    // The reader would wait for ever on a FIFO, and would look for a missing file's namesakes with
+    // the suffixes of pictures.
+    if (!QFileInfo(path).isFile()) {
+        return QImage();
+    }
+    try {
+        QImageReader reader(path);
+        return isDecodable(reader) ? decode(&reader) : QImage();
+    } catch (const std::bad_alloc&) {
+        // Some of the reader's plugins hold a whole file in memory.
+        return QImage();
+    }
+}
+
 /// Reads the part of a picture that `cutFor` chooses.
 template <typename CutFor>
 QImage loadCut(const QString& path, const QSize& size, CutFor cutFor)
 {
-    const Orientation orientation = imageOrientation(path);
-    QImageReader reader(path);
-    if (!isDecodable(reader)) {
-        return QImage();
-    }
-    const Cut cut = cutFor(uprightSize(reader, orientation), orientation, size);
-    reader.setClipRect(cut.clip);
-    reader.setScaledSize(cut.scaledSize);
-    return upright(reader.read(), orientation);
+    return load(path, [&](QImageReader* reader) {
+        const Orientation orientation = imageOrientation(path);
+        const Cut cut = cutFor(uprightSize(*reader, orientation), orientation, size);
+        reader->setClipRect(cut.clip);
+        reader->setScaledSize(cut.scaledSize);
+        return upright(reader->read(), orientation);
+    });
 }
 
 } // namespace
@@ -148,6 +168,5 @@ QImage loadLegacyBackgroundImage(const QString& path, const QSize& size)
 
 QImage loadWholeImage(const QString& path)
 {
-    QImageReader reader(path);
-    return isDecodable(reader) ? reader.read() : QImage();
+    return load(path, [](QImageReader* reader) { return reader->read(); });
 }

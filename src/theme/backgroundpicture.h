@@ -8,7 +8,8 @@
 /// The part of the picture at the local path `path` that makes a wallpaper for a screen of `size`
 /// pixels: its largest centred square, as a square of the longer side of the screen, so that it
 /// covers the screen either way up. It is cut and scaled as it is decoded, and then stands upright.
-/// Null, without a message, for a picture that cannot be read.
+/// Null, without a message of its own, for a picture that cannot be read, be it for want of memory;
+/// decoders may log what is wrong with it.
 QImage loadBackgroundImage(const QString& path, const QSize& size);
 
 /// The same for a picture in the older layout, of the screen's width and about five thirds of its

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace {
 
@@ -17,37 +18,98 @@ constexpr int ValueFloor = 20;
 constexpr int WeightShift = 4;
 constexpr int HighlightSaturation = 128;
 constexpr int HighlightValue = 255;
+/// Of a picture that is grey or nearly black.
+const QColor FallbackColor(245, 193, 112);
+
+/// The pixel's hue in degrees, from the range `range` above 0 of its channels and the largest of
+/// them. QColor keeps hundredths of a degree, rounded, and tells the whole degrees of these.
+int hueOf(int red, int green, int blue, int largest, int range)
+{
+    // In 60 degrees, times the range.
+    int sixths = 0;
+    if (largest == red) {
+        sixths = green - blue + (green < blue ? 6 * range : 0);
+    } else if (largest == green) {
+        sixths = blue - red + 2 * range;
+    } else {
+        sixths = red - green + 4 * range;
+    }
+    return int((12000U * unsigned(sixths) + unsigned(range)) / (200U * unsigned(range)));
+}
+
+/// Whether the saturation is above the floor. QColor computes it as 65535 range / value, rounded,
+/// and tells a 257th of that, rounded.
+bool isSaturated(int range, int value)
+{
+    constexpr int least = 257 * (SaturationFloor + 1) - 128;
+    return 2 * 65535 * range >= (2 * least - 1) * value;
+}
+
+/// The hues of pixels by weight, and the sum of their values.
+struct HueHistogram
+{
+    std::array<quint64, Hues> weights = {};
+    quint64 valueSum = 0;
+
+    void add(const QRgb* pixels, int count)
+    {
+        for (const QRgb* pixel = pixels; pixel != pixels + count; ++pixel) {
+            add(qRed(*pixel), qGreen(*pixel), qBlue(*pixel));
+        }
+    }
+
+private:
+    void add(int red, int green, int blue)
+    {
+        const int value = std::max({red, green, blue});
+        const int range = value - std::min({red, green, blue});
+        valueSum += quint64(value);
+        if (value > ValueFloor && isSaturated(range, value)) {
+            weights[size_t(hueOf(red, green, blue, value, range))] += quint64(value >> WeightShift);
+        }
+    }
+};
+
+HueHistogram histogramOf(const QImage& image)
+{
+    HueHistogram histogram;
+    const bool isReady =
+        image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_ARGB32;
+    std::vector<QRgb> converted(isReady ? 0 : size_t(image.width()));
+    for (int y = 0; y < image.height(); ++y) {
+        if (isReady) {
+            const uchar* const row = image.constScanLine(y);
+            histogram.add(reinterpret_cast<const QRgb*>(row), image.width());
+        } else {
+            for (int x = 0; x < image.width(); ++x) {
+                converted[size_t(x)] = image.pixel(x, y);
+            }
+            histogram.add(converted.data(), image.width());
+        }
+    }
+    return histogram;
+}
 
 } // namespace
 
 void analyseImageColors(const QImage& image, float* averageValue, QColor* dominantColor)
 {
-    std::array<quint64, Hues> weights = {};
-    quint64 valueSum = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            int hue = 0;
-            int saturation = 0;
-            int value = 0;
-            QColor(image.pixel(x, y)).getHsv(&hue, &saturation, &value);
-            valueSum += quint64(value);
-            if (saturation > SaturationFloor && value > ValueFloor) {
-                weights[size_t(hue)] += quint64(value >> WeightShift);
-            }
-        }
-    }
+    const HueHistogram histogram = histogramOf(image);
     const quint64 pixels = quint64(image.width()) * quint64(image.height());
     if (pixels > 0) {
-        *averageValue = float(valueSum / pixels);
+        const quint64 average = histogram.valueSum / pixels;
+        *averageValue = float(average);
     }
-    const auto best = std::max_element(weights.begin(), weights.end());
+    const auto first = histogram.weights.begin();
+    const auto best = std::max_element(first, histogram.weights.end());
     *dominantColor = *best > 0
-        ? QColor::fromHsv(int(best - weights.begin()), HighlightSaturation, HighlightValue)
-        : QColor(245, 193, 112);
+        ? QColor::fromHsv(int(best - first), HighlightSaturation, HighlightValue)
+        : FallbackColor;
 }
 
 QColor highlightFromDominant(const QColor& dominant)
 {
+    // Paler than a dominant colour, and so lighter.
     const QVector<QColor> palette = {
         QColor::fromHsv(210, 127, 255), QColor::fromHsv(240, 102, 255),
         QColor::fromHsv(270, 127, 255)};

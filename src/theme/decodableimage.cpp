@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QImageReader>
 
+#include <new>
+
 bool isDecodable(const QImageReader& reader)
 {
     const QByteArray format = reader.format();
@@ -15,6 +17,11 @@ QImage imageFromData(const QByteArray& data)
 {
     QBuffer buffer;
     buffer.setData(data);
-    QImageReader reader(&buffer);
-    return isDecodable(reader) ? reader.read() : QImage();
+    try {
+        QImageReader reader(&buffer);
+        return isDecodable(reader) ? reader.read() : QImage();
+    } catch (const std::bad_alloc&) {
+        // Some of the reader's plugins copy the data.
+        return QImage();
+    }
 }

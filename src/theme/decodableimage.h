@@ -12,5 +12,6 @@ class QImageReader;
 /// before they are decoded.
 bool isDecodable(const QImageReader& reader);
 
-/// The picture in a file's content, of any decodable format; null if there is none.
+/// The picture in a file's content, of any decodable format; null if there is none, or no memory
+/// for it.
 QImage imageFromData(const QByteArray& data);

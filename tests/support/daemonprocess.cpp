@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "daemonprocess.h"
 
+#include "playedphone.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -25,6 +27,19 @@ QProcessEnvironment daemonEnvironment()
     return environment;
 }
 
+// The one of all daemons of this process. It cannot have the name while the test has it.
+std::shared_ptr<PlayedBackCover> sharedBackCover()
+{
+    static std::weak_ptr<PlayedBackCover> shared;
+    std::shared_ptr<PlayedBackCover> cover = shared.lock();
+    if (!cover) {
+        cover = std::make_shared<PlayedBackCover>();
+        shared = cover;
+        static_cast<void>(cover->appear());
+    }
+    return cover;
+}
+
 // The text of a line of warning level or worse; null for any other line.
 QString warningText(const QString& line)
 {
@@ -40,6 +55,7 @@ QString warningText(const QString& line)
 } // namespace
 
 DaemonProcess::DaemonProcess(const QString& executable)
+    : m_backCover(sharedBackCover())
 {
     m_process.setProgram(executable.isNull() ? QStringLiteral(MOODSETD_EXECUTABLE) : executable);
     m_process.setProcessEnvironment(daemonEnvironment());

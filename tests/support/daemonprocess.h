@@ -6,6 +6,9 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
+
+class PlayedBackCover;
 
 /// Runs the real daemon for a system test, and reads its log.
 ///
@@ -20,6 +23,9 @@
 /// Log lines have the form "type: text", with the type "debug", "info", "warning", "critical" or
 /// "fatal". Lines of warning level and worse that no one has taken when the object goes fail the
 /// test. A daemon that still runs then is killed.
+///
+/// The daemon finds a phone that wears no cover, unless the test plays the back-cover daemon itself
+/// and has it appear before it makes this object.
 ///
 /// The functions that wait turn the event loop, and return false after the deadline. Its length
 /// makes no difference to a test that passes.
@@ -90,6 +96,7 @@ private:
     bool objectAnswers() const;
     void readLog();
 
+    std::shared_ptr<PlayedBackCover> m_backCover;
     QProcess m_process;
     QByteArray m_unfinishedLine;
     QStringList m_lines;

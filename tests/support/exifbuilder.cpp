@@ -32,15 +32,20 @@ QByteArray evenSized(const QByteArray& bytes)
     return bytes.size() % 2 == 0 ? bytes : bytes + '\0';
 }
 
-QByteArray encodedPicture(const QSize& size, const char* format)
+QByteArray encodedPicture(const QImage& image, const char* format)
 {
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(Qt::darkGreen);
     QBuffer buffer;
     if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, format)) {
         qFatal("cannot write a picture of the format %s", format);
     }
     return buffer.data();
+}
+
+QImage greenPicture(const QSize& size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::darkGreen);
+    return image;
 }
 
 QByteArray jpegSegment(const QByteArray& content)
@@ -58,12 +63,6 @@ quint32 pngChecksum(const QByteArray& bytes)
         }
     }
     return ~sum;
-}
-
-QByteArray pngChunk(const QByteArray& type, const QByteArray& content)
-{
-    return bigEndian(quint32(content.size())) + type + content
-        + bigEndian(pngChecksum(type + content));
 }
 
 QByteArray riffChunk(const QByteArray& type, const QByteArray& content)
@@ -130,6 +129,12 @@ quint8 itemLocationsVersion(HeifLayout layout)
 }
 
 } // namespace
+
+QByteArray pngChunk(const QByteArray& type, const QByteArray& content)
+{
+    return bigEndian(quint32(content.size())) + type + content
+        + bigEndian(pngChecksum(type + content));
+}
 
 ExifBuilder::ExifBuilder(Order order)
     : m_order(order)
@@ -226,6 +231,11 @@ QByteArray xmpPacket(const QByteArray& attributes)
 
 QByteArray jpegWithExif(const QByteArray& exif, const QByteArray& xmp, const QSize& size)
 {
+    return jpegWithExif(greenPicture(size), exif, xmp);
+}
+
+QByteArray jpegWithExif(const QImage& picture, const QByteArray& exif, const QByteArray& xmp)
+{
     QByteArray segments;
     if (!exif.isEmpty()) {
         segments += jpegSegment(QByteArray("Exif\0\0", 6) + exif);
@@ -233,10 +243,15 @@ QByteArray jpegWithExif(const QByteArray& exif, const QByteArray& xmp, const QSi
     if (!xmp.isEmpty()) {
         segments += jpegSegment(QByteArray("http://ns.adobe.com/xap/1.0/\0", 29) + xmp);
     }
-    return encodedPicture(size, "jpg").insert(2, segments);
+    return encodedPicture(picture, "jpg").insert(2, segments);
 }
 
 QByteArray pngWithExif(const QByteArray& exif, const QByteArray& xmp, const QSize& size)
+{
+    return pngWithExif(greenPicture(size), exif, xmp);
+}
+
+QByteArray pngWithExif(const QImage& picture, const QByteArray& exif, const QByteArray& xmp)
 {
     constexpr int kBehindHeader = 33;
     QByteArray chunks;
@@ -246,7 +261,7 @@ QByteArray pngWithExif(const QByteArray& exif, const QByteArray& xmp, const QSiz
     if (!xmp.isEmpty()) {
         chunks += pngChunk("iTXt", QByteArray("XML:com.adobe.xmp\0\0\0\0\0", 22) + xmp);
     }
-    return encodedPicture(size, "png").insert(kBehindHeader, chunks);
+    return encodedPicture(picture, "png").insert(kBehindHeader, chunks);
 }
 
 QByteArray webpWithExif(const QByteArray& exif, const QByteArray& xmp, const QSize& size)
@@ -255,8 +270,8 @@ QByteArray webpWithExif(const QByteArray& exif, const QByteArray& xmp, const QSi
     const quint32 flags = (exif.isEmpty() ? 0 : 0x08) | (xmp.isEmpty() ? 0 : 0x04);
     const QByteArray canvas = littleEndian(flags) + littleEndian(quint32(size.width() - 1)).left(3)
         + littleEndian(quint32(size.height() - 1)).left(3);
-    QByteArray chunks =
-        "WEBP" + riffChunk("VP8X", canvas) + encodedPicture(size, "webp").mid(kFileHeadSize);
+    QByteArray chunks = "WEBP" + riffChunk("VP8X", canvas)
+        + encodedPicture(greenPicture(size), "webp").mid(kFileHeadSize);
     if (!exif.isEmpty()) {
         chunks += riffChunk("EXIF", exif);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QImage>
 #include <QSize>
 
 #include <map>
@@ -80,9 +81,14 @@ QByteArray jpegWithExif(
     const QByteArray& exif, const QByteArray& xmp = {}, const QSize& size = {4, 3});
 QByteArray pngWithExif(
     const QByteArray& exif, const QByteArray& xmp = {}, const QSize& size = {4, 3});
+QByteArray jpegWithExif(const QImage& picture, const QByteArray& exif, const QByteArray& xmp = {});
+QByteArray pngWithExif(const QImage& picture, const QByteArray& exif, const QByteArray& xmp = {});
 QByteArray webpWithExif(
     const QByteArray& exif, const QByteArray& xmp = {}, const QSize& size = {4, 3});
 QByteArray tiffWithExif(ExifBuilder exif, const QByteArray& xmp = {});
+
+/// A chunk of a PNG file, with its checksum.
+QByteArray pngChunk(const QByteArray& type, const QByteArray& content);
 
 /// How a HEIF file says where its items stand.
 enum class HeifLayout { MediaData, MediaDataLongNumbers, DataBox };

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "daemonsession.h"
+#include "openedfiles.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -93,6 +94,28 @@ struct BundleSession : DaemonSession
             QStringLiteral("cp"),
             {QStringLiteral("-r"), QStringLiteral(SAMPLE_BUNDLES "/") + name, InstallPath});
     }
+    /// Starts the daemon, and waits until it is done with bundles and with files.
+    bool startAtRest()
+    {
+        const QString idle = QStringLiteral("InstallManager idle in");
+        const int before = daemon.lines().filter(idle).size();
+        return startWithBundles()
+            && QTest::qWaitFor(
+                   [&] { return daemon.lines().filter(idle).size() > before; },
+                   DaemonProcess::deadlineMs)
+            && waitUntilFollowed();
+    }
+    bool startWithSamplesAtRest()
+    {
+        for (const auto& name :
+             {QStringLiteral("coast-light"), QStringLiteral("first-snow"),
+              QStringLiteral("autumn-walk")}) {
+            if (!installSample(name)) {
+                return false;
+            }
+        }
+        return startAtRest();
+    }
     /// The display names of all moodsets, sorted.
     QStringList moodsetNames()
     {
@@ -141,13 +164,8 @@ private Q_SLOTS:
     void samplesBecomeMoodsets()
     {
         BundleSession session;
-        for (const auto& name :
-             {QStringLiteral("coast-light"), QStringLiteral("first-snow"),
-              QStringLiteral("autumn-walk")}) {
-            QVERIFY(BundleSession::installSample(name));
-        }
 
-        QVERIFY(session.startWithBundles());
+        QVERIFY(session.startWithSamplesAtRest());
 
         QTRY_COMPARE_WITH_TIMEOUT(
             session.moodsetNames(),
@@ -282,6 +300,36 @@ private Q_SLOTS:
             DaemonProcess::deadlineMs);
     }
 
+    void restartWithNothingChangedOpensNoFile()
+    {
+        BundleSession session;
+        QVERIFY(session.startWithSamplesAtRest());
+        QVERIFY(session.daemon.terminate());
+        OpenedFiles opened(InstallPath);
+
+        QVERIFY(session.startAtRest());
+
+        QVERIFY(opened.isValid());
+        QCOMPARE(opened.paths(), QStringList());
+        QCOMPARE(session.moodsetNames().size(), 3);
+    }
+
+    void restartOpensTheChangedFileAlone()
+    {
+        BundleSession session;
+        QVERIFY(session.startWithSamplesAtRest());
+        QVERIFY(session.daemon.terminate());
+        const QString changed = InstallPath + QStringLiteral("first-snow/first-snow.moodset");
+        QVERIFY(makeOlder(changed));
+        OpenedFiles opened(InstallPath);
+
+        QVERIFY(session.startAtRest());
+
+        QVERIFY(opened.isValid());
+        QCOMPARE(opened.paths(), QStringList{changed});
+        QCOMPARE(session.moodsetNames().size(), 3);
+    }
+
     void brokenFileLosesItsMoodset()
     {
         BundleSession session;
@@ -348,6 +396,46 @@ private Q_SLOTS:
 
         QTRY_COMPARE_WITH_TIMEOUT(session.moodsetNames(), names, DaemonProcess::deadlineMs);
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
+    }
+
+    void tonesOfAPackageAreIndexed()
+    {
+        BundleSession session;
+        const QString sounds = QStringLiteral("/usr/share/sounds/");
+        QVERIFY(write(sounds + QStringLiteral("bells/tones/low.ogg"), "tone"));
+        QVERIFY(write(sounds + QStringLiteral("bells/tones/unlisted.ogg"), "tone"));
+        QVERIFY(write(
+            sounds + QStringLiteral("bells/tones.index"),
+            R"({"files": [{"fileName": "low.ogg", "displayName": "Low bell"}]})"));
+
+        QVERIFY(session.startWithBundles());
+
+        const LibraryDatabase::Rows expected{
+            {QStringLiteral("low.ogg"), QStringLiteral("Low bell")}};
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.library().rows(
+                QStringLiteral("SELECT fileName, displayName FROM file JOIN directory "
+                               "ON directory.id = directoryId WHERE path = ?"),
+                {sounds + QStringLiteral("bells/tones")}),
+            expected, DaemonProcess::deadlineMs);
+        QVERIFY(session.daemon.waitForLine(QStringLiteral("InstallManager idle in")));
+        QCOMPARE(session.daemon.takeWarnings(), QStringList());
+    }
+
+    void installedMoodsetIsAnnounced()
+    {
+        BundleSession session;
+        QVERIFY(session.startWithBundles());
+        QVERIFY(session.daemon.waitForLine(QStringLiteral("InstallManager idle in")));
+        QVERIFY(!session.client.announcements().contains(1));
+        QVERIFY(writePackage(QStringLiteral("new"), "New"));
+
+        QVERIFY(
+            callWithoutQt(QStringLiteral("installPackage"), {InstallPath + QStringLiteral("new")}));
+
+        QTRY_VERIFY_WITH_TIMEOUT(
+            session.client.announcements().contains(1), DaemonProcess::deadlineMs);
+        QCOMPARE(session.moodsetNames(), QStringList{QStringLiteral("New")});
     }
 
     void newLocaleTranslatesTheName()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "dconfstore.h"
 
+#include "dconfwatch.h"
+
 #include <QCoreApplication>
 #include <QDebug>
 #include <QSocketNotifier>
@@ -45,6 +47,7 @@ DconfStore& DconfStore::instance()
 // only.
 DconfStore::DconfStore()
     : m_context(g_main_context_new())
+    , m_watch(new DconfWatch(this))
 {
     g_main_context_acquire(m_context.get());
     g_main_context_push_thread_default(m_context.get());
@@ -55,6 +58,7 @@ DconfStore::DconfStore()
     auto* const notifier =
         new QSocketNotifier(wakeUpDescriptor(m_context.get()), QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, &DconfStore::dispatchNext);
+    connect(m_watch, &DconfWatch::changed, this, &DconfStore::changed);
     qAddPostRoutine([] { instance().endWithApplication(); });
 }
 
@@ -94,12 +98,16 @@ QList<QByteArray> DconfStore::list(const QByteArray& directory) const
 
 void DconfStore::watch(const QByteArray& path)
 {
-    dconf_client_watch_fast(m_client.get(), path.constData());
+    if (m_watch) {
+        m_watch->add(path);
+    }
 }
 
 void DconfStore::unwatch(const QByteArray& path)
 {
-    dconf_client_unwatch_fast(m_client.get(), path.constData());
+    if (m_watch) {
+        m_watch->remove(path);
+    }
 }
 
 void DconfStore::sync()
@@ -119,6 +127,9 @@ void DconfStore::dispatchNext()
 void DconfStore::endWithApplication()
 {
     qDeleteAll(findChildren<QSocketNotifier*>());
+    // Left to the bus library's own end: its thread may be busy with the connection still.
+    m_watch->disconnect(this);
+    m_watch = nullptr;
     sync();
 }
 

@@ -10,12 +10,15 @@
 
 #include <memory>
 
+class DconfWatch;
+
 /// The process's one connection to the key/value store, for the platform's providers. A second one
 /// would not see this one's writes before they are flushed.
 ///
 /// Made at its first use, which must come after the application object is made, it stays to the end
 /// of the process; at the end of the application what has been written is flushed. Main thread
-/// only. The library runs threads of its own for the bus; no signal comes from there.
+/// only. The library runs threads of its own for the bus from the first write on; no signal comes
+/// from there.
 ///
 /// Paths are UTF-8 texts with a "/" in front: of a key without one at its end, of a directory with.
 class DconfStore : public QObject
@@ -51,7 +54,8 @@ public:
 
 Q_SIGNALS:
     /// The key `path`, or any key below the directory `path`, may have another value now. Comes
-    /// from inside write() for an own change, from the event loop for a foreign one.
+    /// from inside write() for an own change, and again, as for a foreign one and after watch(),
+    /// from the event loop.
     void changed(const QByteArray& path);
 
 private:
@@ -70,6 +74,7 @@ private:
 
     std::unique_ptr<GMainContext, Unref> m_context;
     std::unique_ptr<DConfClient, Unref> m_client;
+    DconfWatch* m_watch; // null behind the end of the application
 };
 
 /// Whether a change of `path`, as DconfStore::changed() gives it, touches the key `key`.

@@ -69,7 +69,10 @@ void load(const uchar* bytes, int count, float* values)
 
 void store(const float* values, int count, uchar* bytes)
 {
-    std::transform(values, values + count, bytes, [](float value) { return uchar(value + 0.5F); });
+    std::transform(values, values + count, bytes, [](float value) {
+        const float raised = value + 0.5F;
+        return uchar(raised);
+    });
 }
 
 void filterRows(QImage* image, const HalfKernel& kernel, int rounds)

@@ -3,14 +3,25 @@
 
 #include <cmath>
 
+namespace {
+
+/// A weight below this part of the largest one changes no pixel.
+constexpr double NegligibleWeight = 1e-7;
+
+} // namespace
+
 HalfKernel gaussianKernel(int radius, double sigma)
 {
     HalfKernel kernel;
     double sum = 0;
     for (int distance = 0; distance <= radius; ++distance) {
         const double ratio = distance / sigma;
-        kernel.push_back(std::exp(-ratio * ratio / 2));
-        sum += (distance == 0 ? 1 : 2) * kernel.back();
+        const double weight = std::exp(-ratio * ratio / 2);
+        if (weight < NegligibleWeight) {
+            break;
+        }
+        kernel.push_back(weight);
+        sum += (distance == 0 ? 1 : 2) * weight;
     }
     for (double& weight : kernel) {
         weight /= sum;

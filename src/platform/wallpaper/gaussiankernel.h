@@ -7,7 +7,8 @@
 /// 1, 2 and so on to either side. All weights of both sides add up to 1.
 using HalfKernel = std::vector<double>;
 
-/// A Gaussian of `sigma` above 0, cut off behind `radius`, both in pixels.
+/// A Gaussian of `sigma` above 0, cut off behind `radius`, both in pixels, and where its weights
+/// become negligible.
 HalfKernel gaussianKernel(int radius, double sigma);
 
 /// The variance of a kernel, in square pixels. Those of filters that follow one another add up.

@@ -12,11 +12,15 @@
 #include <QRectF>
 #include <QSaveFile>
 
+#include <algorithm>
+
 namespace {
 
-constexpr double MaximalRatio = 16;
-constexpr int MaximalRounds = 1000;
-constexpr int MaximalRadius = 64;
+/// Beyond these a build could keep the caller waiting for minutes.
+constexpr double MaximalRatio = 8;
+constexpr int MaximalRounds = 100;
+constexpr int MaximalRadius = 32;
+constexpr double MaximalSigma = 32;
 
 /// No artefact of the encoder shows at it in a blurred picture, and the files stay small.
 constexpr int JpegQuality = 93;
@@ -91,7 +95,7 @@ void VelmoorZerlinBackground::setBlurRadius(int radius)
 
 void VelmoorZerlinBackground::setBlurSigma(double sigma)
 {
-    m_sigma = bounded(sigma, MaximalRadius);
+    m_sigma = bounded(sigma, MaximalSigma);
 }
 
 void VelmoorZerlinBackground::darken(QImage* image) const

@@ -28,15 +28,16 @@ public:
     /// `radius` and `sigma`, both in pixels of a screen of ratio 1 and so multiplied by the ratio.
     /// What lies beyond an edge has the colour of the edge's pixel, in each pass anew. A parameter
     /// out of range counts as the nearest in range, and one that is no number as 0; where any is 0
-    /// the picture stays sharp. The time that a build takes does not grow with the rounds.
+    /// the picture stays sharp. From 8 rounds on, the time that a build takes does not grow with
+    /// them.
     /// @{
-    /// 0 to 16; 1 if not set.
+    /// 0 to 8; 1 if not set.
     void setPixelRatio(float ratio);
-    /// 0 to 1000; 15 if not set.
+    /// 0 to 100; 15 if not set.
     void setBlurRounds(int rounds);
-    /// 0 to 64; 4 if not set.
+    /// 0 to 32; 4 if not set.
     void setBlurRadius(int radius);
-    /// 0 to 64; 1.3 if not set.
+    /// 0 to 32; 1.3 if not set.
     void setBlurSigma(double sigma);
     /// @}
 

@@ -26,6 +26,13 @@ private Q_SLOTS:
         row("watch", CommandLine::Command::Watch);
         row("wait", CommandLine::Command::Wait);
         row("index a.jpg", CommandLine::Command::Index);
+        row("moodsets", CommandLine::Command::Moodsets);
+        row("set a.jpg", CommandLine::Command::Set);
+        row("create a.jpg", CommandLine::Command::Create);
+        row("favorite 7 on", CommandLine::Command::Favorite);
+        row("remove 7", CommandLine::Command::Remove);
+        row("install /a", CommandLine::Command::Install);
+        row("refresh", CommandLine::Command::Refresh);
     }
 
     void readsCommands()
@@ -54,7 +61,26 @@ private Q_SLOTS:
 
         const CommandLine index =
             CommandLine::parse({QStringLiteral("index"), QStringLiteral("a b.jpg")});
-        QCOMPARE(index.picture, QStringLiteral("a b.jpg"));
+        QCOMPARE(index.subject, QStringLiteral("a b.jpg"));
+    }
+
+    void readsSwitches()
+    {
+        const auto favorite = [](const QString& state) {
+            return CommandLine::parse(
+                {QStringLiteral("favorite"), QStringLiteral("Coast light"), state});
+        };
+
+        QCOMPARE(favorite(QStringLiteral("on")).favorite, true);
+        QCOMPARE(favorite(QStringLiteral("off")).favorite, false);
+        QCOMPARE(favorite(QStringLiteral("off")).subject, QStringLiteral("Coast light"));
+    }
+
+    void refusesAnEmptyArgument()
+    {
+        QCOMPARE(
+            CommandLine::parse({QStringLiteral("remove"), QString()}).error,
+            QStringLiteral("remove: an argument is empty"));
     }
 
     void leavesOutWhatIsNotGiven()
@@ -80,6 +106,10 @@ private Q_SLOTS:
         row("fotos", "no such command: fotos; see moodsetctl --help");
         row("photos extra", "photos: too many arguments");
         row("index", "index: an argument is missing");
+        row("favorite 7", "favorite: an argument is missing");
+        row("favorite 7 yes", "favorite: yes is neither on nor off");
+        row("moodsets 7", "moodsets: too many arguments");
+        row("set --watch a", "set takes no option --watch");
         row("watch --log x", "watch takes no option --log");
         row("--none", "Unknown option 'none'.");
         row("wait --log", "Missing value after '--log'.");

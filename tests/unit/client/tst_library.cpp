@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(counts.waitingPhotos, 1);
     }
 
-    void countsFoldersThatTakeNewFilesAndFoldersOfFiles()
+    void countsFoldersThatTakeNewFilesAndFoldersOfPictures()
     {
         execute("INSERT INTO directory VALUES (3, '/taking', 0), (4, '/known', 1),"
                 " (5, '/package', 2)");
@@ -108,8 +108,20 @@ private Q_SLOTS:
         QVERIFY(library.open());
 
         QCOMPARE(library.counts().folders, 3);
-        execute("INSERT INTO file (id, directoryId) VALUES (5, 5), (6, 5)");
+        execute("INSERT INTO file (id, directoryId, mimeType) VALUES"
+                " (5, 5, 'image/png'), (6, 5, 'image/png'), (7, 4, 'audio/ogg')");
         QCOMPARE(library.counts().folders, 4);
+    }
+
+    void countsNoFilesOfMoodsets()
+    {
+        execute("INSERT INTO directory VALUES (3, '/package', 2)");
+        execute("INSERT INTO file (id, directoryId, mimeType) VALUES"
+                " (5, 3, 'application/x-zavro-moodset'), (6, 2, 'audio/ogg')");
+        Library library(m_path);
+        QVERIFY(library.open());
+
+        QCOMPARE(library.counts().files, 4);
     }
 
     void dataVersionTellsOfWrites()

@@ -45,31 +45,6 @@ private Q_SLOTS:
 
     void noPhotosMakeNoTable() { QCOMPARE(photoTable({}, QStringLiteral("/pictures")), QString()); }
 
-    void longPathsKeepTheirEnd()
-    {
-        const Photo longPath =
-            photo(QByteArray("/" + QByteArray(80, 'x') + "/end.jpg").constData());
-
-        const QString shown = displayPath(longPath, QString());
-
-        QCOMPARE(
-            shown,
-            QStringLiteral("...") + QString(49, QLatin1Char('x')) + QStringLiteral("/end.jpg"));
-    }
-
-    void pathsAreRelativeToTheWholeFolderName()
-    {
-        const QString folder = QStringLiteral("/pictures");
-        QCOMPARE(
-            displayPath(photo("/pictures2/a.jpg"), folder), QStringLiteral("/pictures2/a.jpg"));
-        QCOMPARE(displayPath(photo("/pictures/a.jpg"), folder), QStringLiteral("a.jpg"));
-    }
-
-    void pathsArePrintable()
-    {
-        QCOMPARE(displayPath(photo("/a\nb.jpg"), QString()), QStringLiteral("/a\\nb.jpg"));
-    }
-
     void aPictureWithTagsButNoSizeIsReadable()
     {
         Photo undecoded = photo("/a.heic");

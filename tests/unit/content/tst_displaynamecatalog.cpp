@@ -126,6 +126,19 @@ private Q_SLOTS:
         QCOMPARE(catalog.translated(QStringLiteral("Autumn")), QStringLiteral("Autumn"));
     }
 
+    void nameThatIsNoFileNameEndsTranslation()
+    {
+        MessageLog log;
+        const GermanLocale german;
+        const TranslationCatalog locale(QStringLiteral("seasons-de"));
+        DisplayNameCatalog catalog;
+        catalog.load(QStringLiteral("seasons"));
+
+        catalog.load(QStringLiteral("seasons") + QChar(QChar::Null));
+
+        QCOMPARE(catalog.translated(QStringLiteral("Autumn")), QStringLiteral("Autumn"));
+    }
+
     void loadedCatalogIsNotReadAgain()
     {
         MessageLog log;

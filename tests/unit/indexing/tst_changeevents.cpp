@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // What FileManager does with the changes that the kernel reports.
 #include "content/moodsetcontent.h"
+#include "covermonitor.h"
 #include "drivenfilemanager.h"
 #include "indexdatabase.h"
 #include "messagelog.h"
@@ -90,6 +91,7 @@ class ChangeEventsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void arriveThroughTheEventLoop();
     void newFileGetsARow();
     void newFileInManyPiecesGetsOneRow();
@@ -133,6 +135,11 @@ private Q_SLOTS:
     void filesAreAnnounced();
     void failedReadIsNotAnnounced();
 };
+
+void ChangeEventsTest::initTestCase()
+{
+    makeCoverMonitor();
+}
 
 void ChangeEventsTest::arriveThroughTheEventLoop()
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // FileManager's scan of directories.
 #include "content/dbmanager.h"
+#include "covermonitor.h"
 #include "drivenfilemanager.h"
 #include "indexdatabase.h"
 #include "messagelog.h"
@@ -155,6 +156,7 @@ private Q_SLOTS:
 
 void DirectoryScanTest::initTestCase()
 {
+    makeCoverMonitor();
     // A zone with summer time, before any time is converted.
     qputenv("TZ", "Europe/Berlin");
 }

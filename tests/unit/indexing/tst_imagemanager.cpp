@@ -2,6 +2,7 @@
 #include "indexing/imagemanager.h"
 
 #include "content/moodsetcontent.h"
+#include "covermonitor.h"
 #include "exifbuilder.h"
 #include "indexdatabase.h"
 #include "messagelog.h"
@@ -572,6 +573,7 @@ void ImageManagerTest::failedImageUpdateIsReportedAndTriedAgain()
 /// about to announce of that.
 void ImageManagerTest::initTestCase()
 {
+    makeCoverMonitor();
     MessageLog log;
     const AlbumGallery gallery;
     // Each step of a scan posts the next one.

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "indexing/indexmanager.h"
 
+#include "covermonitor.h"
 #include "drivenfilemanager.h"
 #include "indexdatabase.h"
 #include "messagelog.h"
 #include "registryentry.h"
 #include "service/albumgallery.h"
 #include "testfolder.h"
+#include "translationcatalog.h"
 
 #include <QFileInfo>
 #include <QSignalSpy>
@@ -51,6 +53,12 @@ QByteArray element(const QByteArray& fileName, const QByteArray& displayName = "
 QByteArray index(const QByteArrayList& elements)
 {
     return R"({"files": [)" + elements.join(", ") + "]}";
+}
+
+/// The same, with names from the catalogue "seasons".
+QByteArray translatedIndex(const QByteArrayList& elements)
+{
+    return R"({"translationCatalog": "seasons", "files": [)" + elements.join(", ") + "]}";
 }
 
 /// A package with the file tones.index, whose row is 1, and the directory tones, whose row has the
@@ -126,7 +134,11 @@ class IndexManagerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { DbManager::instance(); }
+    void initTestCase()
+    {
+        makeCoverMonitor();
+        DbManager::instance();
+    }
 
     void statementThatCannotBePreparedIsReported_data()
     {
@@ -332,6 +344,9 @@ private Q_SLOTS:
         QTest::newRow("missing file") << element("missing");
         QTest::newRow("path out") << element("../tones.index");
         QTest::newRow("path down") << element("sub/c");
+        QTest::newRow("NUL") << element("missing\\u0000");
+        // The disk knows neither half, and would find the file "a".
+        QTest::newRow("half a surrogate pair") << element("a\\ud800");
     }
 
     void unusableElementIsSkipped()
@@ -524,6 +539,50 @@ private Q_SLOTS:
         QVERIFY(manager.updateMetaData());
 
         QCOMPARE(package.displayName(QStringLiteral("a")), QStringLiteral("Name"));
+    }
+
+    void namesAreTranslatedForTheLocale()
+    {
+        MessageLog log;
+        const GermanLocale german;
+        const TranslationCatalog seasons(QStringLiteral("seasons-de"));
+        const TranslationCatalog engineering(QStringLiteral("seasons_eng_en"));
+        Package package;
+        package.writeTones(
+            {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d"),
+             QStringLiteral("e")});
+        package.writeIndex(translatedIndex(
+            {element("a", "Autumn"), element("b", "Winter"), element("c", "Spring"),
+             element("d", "Summer"), element("e", "Gr\xc3\xbcn")}));
+        IndexManager manager(package.database.connection());
+
+        QVERIFY(manager.updateMetaData());
+
+        QCOMPARE(package.displayName(QStringLiteral("a")), QStringLiteral("Herbst"));
+        QCOMPARE(package.displayName(QStringLiteral("b")), QStringLiteral("Winter (engineering)"));
+        QCOMPARE(package.displayName(QStringLiteral("c")), QStringLiteral("Spring"));
+        QCOMPARE(package.displayName(QStringLiteral("d")), QStringLiteral("Summer"));
+        QCOMPARE(package.displayName(QStringLiteral("e")), QString::fromUtf8("Gr\xc3\xbcnland"));
+    }
+
+    void nameFollowsTheLocaleWhenTheIndexIsParsedAgain()
+    {
+        MessageLog log;
+        const TranslationCatalog seasons(QStringLiteral("seasons-de"));
+        Package package;
+        package.writeTones({QStringLiteral("a")});
+        package.writeIndex(translatedIndex({element("a", "Autumn")}));
+        IndexManager manager(package.database.connection());
+        QVERIFY(manager.updateMetaData());
+        QCOMPARE(package.displayName(QStringLiteral("a")), QStringLiteral("Autumn"));
+        const GermanLocale german;
+
+        QVERIFY(!manager.updateMetaData());
+        QCOMPARE(package.displayName(QStringLiteral("a")), QStringLiteral("Autumn"));
+
+        package.database.exec(QStringLiteral("UPDATE file SET metadataCurrent = id != 1;"));
+        QVERIFY(manager.updateMetaData());
+        QCOMPARE(package.displayName(QStringLiteral("a")), QStringLiteral("Herbst"));
     }
 
     void failedModifiedQueryIsReported()

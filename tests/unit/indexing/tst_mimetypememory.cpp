@@ -124,6 +124,7 @@ private Q_SLOTS:
     void agreesForEverySuffix();
     void agreesForEveryOddGlob_data();
     void agreesForEveryOddGlob();
+    void agreesForEachContentOfASharedSuffix();
     void agreesForOddNames_data();
     void agreesForOddNames();
     void agreesForOddFilesOfARememberedSuffix_data();
@@ -287,6 +288,41 @@ void MimeTypeMemoryTest::agreesForEveryOddGlob()
 
     QVERIFY2(names.size() > 50, qPrintable(QString::number(names.size())));
     QCOMPARE(disagreements(names), QStringList());
+}
+
+void MimeTypeMemoryTest::agreesForEachContentOfASharedSuffix()
+{
+    MessageLog log;
+    const auto stream = [](const QByteArray& codec) {
+        return QByteArray("OggS\0\2", 6) + QByteArray(22, '\0') + codec + QByteArray(100, '\0');
+    };
+    const QMap<QString, QByteArray> contents{
+        {QStringLiteral("vorbis"), stream("\1vorbis")},
+        {QStringLiteral("flac"), stream("\177FLAC")},
+        {QStringLiteral("speex"), stream("Speex  ")},
+        {QStringLiteral("theora"), stream("\200theora")},
+        {QStringLiteral("other"), stream("other")},
+        {QStringLiteral("png"), PngContent},
+        {QStringLiteral("text"), "text\n"},
+        {QStringLiteral("empty"), QByteArray()}};
+    QStringList names;
+    QSet<QString> types;
+    for (auto content = contents.cbegin(); content != contents.cend(); ++content) {
+        for (const auto& ending :
+             {QStringLiteral(".ogg"), QStringLiteral("2.ogg"), QStringLiteral(".OGG"),
+              QStringLiteral(".ogv")}) {
+            names.append(content.key() + ending);
+            m_folder->write(names.constLast(), *content);
+        }
+        types.insert(databaseName(m_folder->path(content.key() + QStringLiteral(".ogg"))));
+    }
+    names.append(QStringLiteral("unreadable.ogg"));
+    m_folder->write(names.constLast(), contents.value(QStringLiteral("vorbis")));
+    m_folder->setMode(names.constLast(), 0);
+
+    QCOMPARE(disagreements(names), QStringList());
+
+    QVERIFY2(types.size() > 4, qPrintable(QStringList(types.values()).join(QLatin1Char(' '))));
 }
 
 void MimeTypeMemoryTest::agreesForOddNames_data()

@@ -69,6 +69,7 @@ Moodset record(qint64 id)
 
 } // namespace
 
+/// What becomes of statements that cannot be prepared stands in tst_moodsetstatements.
 class MoodsetManagerTest : public QObject
 {
     Q_OBJECT
@@ -81,9 +82,6 @@ private Q_SLOTS:
     }
 
     void handlesMoodsets();
-    void statementThatCannotBePreparedIsReported_data();
-    void statementThatCannotBePreparedIsReported();
-    void viewThatCannotBeMadeIsReported();
 
     void removingDeletesTheMoodsetOnly();
     void failedRemovalIsReported();
@@ -138,88 +136,6 @@ void MoodsetManagerTest::handlesMoodsets()
     MoodsetLibrary library;
 
     QCOMPARE(library.manager().mimeType(), QStringLiteral("application/x-zavro-moodset"));
-}
-
-void MoodsetManagerTest::statementThatCannotBePreparedIsReported_data()
-{
-    QTest::addColumn<QString>("dropped");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("statement");
-    QTest::newRow("query") << QStringLiteral("moodset")
-                           << QStringLiteral("Failed to prepare m_queryMoodset.")
-                           << QStringLiteral(
-                                  "SELECT file.displayName, moodset.favorite, moodset.timestamp, "
-                                  "moodset.homeWallpaper, moodset.applicationWallpaper, "
-                                  "moodset.highlightColor, moodset.secondaryHighlightColor, "
-                                  "moodset.primaryColor, moodset.secondaryColor, "
-                                  "moodset.ringerVolume, moodset.enabledSounds, "
-                                  "moodset.partnerSpace, moodset.version FROM file INNER JOIN "
-                                  "moodset ON file.id = moodset.fileId WHERE file.id = ?;");
-    QTest::newRow("back cover")
-        << QStringLiteral("dorselId")
-        << QStringLiteral("Failed to prepare m_queryMoodsetByDorselId.")
-        << QStringLiteral(
-               "SELECT file.id, directory.path || '/' || file.fileName, file.fileName, "
-               "file.mimeType, file.displayName, file.permissions, moodset.favorite, "
-               "moodset.homeWallpaper, moodset.applicationWallpaper, moodset.highlightColor, "
-               "moodset.secondaryHighlightColor, moodset.primaryColor, moodset.secondaryColor, "
-               "moodset.ringerVolume, moodset.enabledSounds, moodset.partnerSpace, "
-               "moodset.version FROM file INNER JOIN directory on file.directoryId = "
-               "directory.id INNER JOIN moodset ON file.id = moodset.fileId AND moodset.fileId = "
-               "(SELECT fileId FROM dorselid WHERE dorselId = ?);");
-    QTest::newRow("resources")
-        << QStringLiteral("resource") << QStringLiteral("Failed to prepare m_queryResource.")
-        << QStringLiteral(
-               "SELECT resource.resourceType, directory.path || '/' || file.fileName, "
-               "file.fileName, file.displayName FROM resource INNER JOIN file on "
-               "resource.resourceId = file.id INNER JOIN directory on file.directoryId = "
-               "directory.id WHERE resource.fileId = ?;");
-}
-
-void MoodsetManagerTest::statementThatCannotBePreparedIsReported()
-{
-    QFETCH(QString, dropped);
-    QFETCH(QString, message);
-    QFETCH(QString, statement);
-    MessageLog log;
-    MoodsetLibrary library;
-    MoodsetLibrary::exec(QStringLiteral("DROP TABLE %1;").arg(dropped));
-
-    library.makeManager();
-
-    const QStringList warnings = log.takeWarnings();
-    QVERIFY(warnings.size() >= 4);
-    QCOMPARE(
-        warnings.at(0),
-        QStringLiteral("MoodsetManager::MoodsetManager(QueryAgentDatabase&, QObject*)"));
-    QCOMPARE(warnings.at(1), message);
-    QVERIFY2(
-        warnings.at(2).contains(QStringLiteral("no such table: ")), qPrintable(warnings.at(2)));
-    QCOMPARE(warnings.at(3), QLatin1Char('"') + statement + QLatin1Char('"'));
-    // Nothing more is prepared. What else there is comes from the search for the active moodset.
-    QCOMPARE(warnings.mid(4).filter(QStringLiteral("Failed to prepare m_")), QStringList());
-}
-
-void MoodsetManagerTest::viewThatCannotBeMadeIsReported()
-{
-    MessageLog log;
-    MoodsetLibrary library;
-
-    const MoodsetManager second(*DbManager::instance(), nullptr);
-
-    QCOMPARE(
-        log.takeWarnings(),
-        QStringList(
-            {QStringLiteral("MoodsetManager::MoodsetManager(QueryAgentDatabase&, QObject*)"),
-             QStringLiteral("Failed to execute query."),
-             QStringLiteral("QSqlError(\"1\", \"Unable to execute statement\", "
-                            "\"view modified_moodset already exists\")"),
-             QStringLiteral(
-                 "\"CREATE TEMPORARY VIEW modified_moodset AS SELECT file.id AS id, "
-                 "directory.path AS path, file.fileName AS fileName, file.displayName as "
-                 "displayName FROM file LEFT JOIN directory ON file.directoryId = directory.id "
-                 "WHERE file.metadataCurrent = 0 AND file.mimeType = "
-                 "'application/x-zavro-moodset'ORDER BY file.directoryId LIMIT 100;\"")}));
 }
 
 void MoodsetManagerTest::removingDeletesTheMoodsetOnly()

@@ -320,7 +320,8 @@ private Q_SLOTS:
         };
         const QVector<qint64> ids{add(1, "seasons", "Autumn"), add(2, "seasons", "Winter"),
                                   add(3, "weather", "Autumn"), add(4, "", "Autumn"),
-                                  add(5, "seasons", "Summer"), add(6, "seasons", "")};
+                                  add(5, "seasons", "Summer"), add(6, "seasons", ""),
+                                  add(7, "seasons", "Spring")};
 
         QVERIFY(!library.manager().updateMetaData());
 
@@ -333,7 +334,7 @@ private Q_SLOTS:
             QStringList(
                 {QStringLiteral("Herbst"), QStringLiteral("Winter (engineering)"),
                  QStringLiteral("Herbstwetter"), QStringLiteral("Autumn"), QStringLiteral("Summer"),
-                 QStringLiteral("Namenlos")}));
+                 QStringLiteral("Namenlos"), QStringLiteral("Spring")}));
     }
 
     void failedQueryIsReported()
@@ -375,31 +376,49 @@ private Q_SLOTS:
     void failedStatementRollsTheBatchBack_data()
     {
         QTest::addColumn<QString>("trigger");
-        QTest::addColumn<QString>("message");
-        const auto addRow =
-            [](const char* query, const QString& trigger) {
-                QTest::newRow(query)
-                    << trigger
-                    << QStringLiteral("Failed to execute %1.").arg(QString::fromLatin1(query));
-            };
+        QTest::addColumn<QString>("statement");
+        const auto addRow = [](const char* query, const QString& trigger,
+                               const QString& statement) {
+            QTest::newRow(query) << trigger << statement;
+        };
         const auto refuseUpdateOf = [](const char* column) {
             return QStringLiteral("CREATE TRIGGER refuse_column BEFORE UPDATE OF %1 ON file "
                                   "BEGIN SELECT RAISE(ABORT, 'refused'); END;")
                 .arg(QString::fromLatin1(column));
         };
-        addRow("m_modifiedReset", refuseUpdateOf("metadataCurrent"));
-        addRow("m_deleteMoodset", refuse(QStringLiteral("DELETE"), QStringLiteral("moodset")));
-        addRow("m_insertMoodset", refuse(QStringLiteral("INSERT"), QStringLiteral("moodset")));
-        addRow("m_updateFile", refuseUpdateOf("displayName"));
-        addRow("m_updateMoodset", refuse(QStringLiteral("UPDATE"), QStringLiteral("moodset")));
-        addRow("m_clearResources", refuse(QStringLiteral("DELETE"), QStringLiteral("resource")));
-        addRow("m_insertResource", refuse(QStringLiteral("INSERT"), QStringLiteral("resource")));
+        addRow(
+            "m_modifiedReset", refuseUpdateOf("metadataCurrent"),
+            QStringLiteral("UPDATE file SET metadataCurrent = 1 WHERE id = ?;"));
+        addRow(
+            "m_deleteMoodset", refuse(QStringLiteral("DELETE"), QStringLiteral("moodset")),
+            QStringLiteral("DELETE FROM moodset WHERE fileId = ?;"));
+        addRow(
+            "m_insertMoodset", refuse(QStringLiteral("INSERT"), QStringLiteral("moodset")),
+            InsertMoodset);
+        addRow(
+            "m_updateFile", refuseUpdateOf("displayName"),
+            QStringLiteral("UPDATE file SET displayName = ? WHERE id = ?;"));
+        addRow(
+            "m_updateMoodset", refuse(QStringLiteral("UPDATE"), QStringLiteral("moodset")),
+            QStringLiteral("UPDATE moodset SET favorite = ?, timestamp = ?, homeWallpaper = ?, "
+                           "applicationWallpaper = ?, highlightColor = ?, "
+                           "secondaryHighlightColor = ?, primaryColor = ?, secondaryColor = ?, "
+                           "ringerVolume = ?, enabledSounds = ?, partnerSpace = ?, version = ? "
+                           "WHERE fileId = ?;"));
+        addRow(
+            "m_clearResources", refuse(QStringLiteral("DELETE"), QStringLiteral("resource")),
+            QStringLiteral("DELETE FROM resource WHERE fileId = ?;"));
+        addRow(
+            "m_insertResource", refuse(QStringLiteral("INSERT"), QStringLiteral("resource")),
+            QStringLiteral("INSERT OR REPLACE INTO resource ( fileId, resourceType, resourceId) "
+                           "VALUES (?, ?, ?);"));
     }
 
     void failedStatementRollsTheBatchBack()
     {
         QFETCH(QString, trigger);
-        QFETCH(QString, message);
+        QFETCH(QString, statement);
+        const QString query = QString::fromLatin1(QTest::currentDataTag());
         MessageLog log;
         MoodsetLibrary library;
         const qint64 stored = library.addStoredMoodset(name(1));
@@ -416,13 +435,10 @@ private Q_SLOTS:
 
         QVERIFY(!library.manager().updateMetaData());
 
-        const QStringList warnings = log.takeWarnings();
-        QCOMPARE(warnings.size(), 4);
-        QCOMPARE(warnings.at(0), UpdateFunction);
-        QCOMPARE(warnings.at(1), message);
         QCOMPARE(
-            warnings.at(2),
-            QStringLiteral("QSqlError(\"19\", \"Unable to fetch row\", \"refused\")"));
+            log.takeWarnings(),
+            refusedWarnings(
+                UpdateFunction, QStringLiteral("Failed to execute %1.").arg(query), statement));
         QCOMPARE(library.pendingFiles(), 3);
         QCOMPARE(library.moodset(stored), formerStored);
         QCOMPARE(library.moodset(bad), formerBad);

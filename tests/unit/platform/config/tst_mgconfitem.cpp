@@ -223,6 +223,8 @@ private Q_SLOTS:
         QTest::newRow("dots") << text("/test/a.b..c");
         QTest::newRow("blank") << text("/test/a b");
         QTest::newRow("not ASCII") << text("/test/grün");
+        QTest::newRow("quotes") << text("/test/a'b''c");
+        QTest::newRow("backslash and comma") << text("/test/a\\,b='");
     }
 
     void oddKeysThatAreWellFormedWork()

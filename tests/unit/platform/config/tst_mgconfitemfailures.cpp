@@ -45,7 +45,7 @@ QByteArrayList threadNames(qint64 pid)
 
 QByteArrayList withoutTheLibraries(QByteArrayList names)
 {
-    for (const char* const name : {"dconf worker", "gdbus", "gmain"})
+    for (const char* const name : {"QDBusConnection", "dconf worker", "gdbus", "gmain"})
         names.removeAll(name);
     return names;
 }
@@ -97,6 +97,17 @@ public:
 
     // From now on it answers nothing, though clients can connect.
     bool pause() { return ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP) == 0; }
+
+    // Sets a key through a store's service on this bus.
+    bool writeOver(const QString& key, const QString& value) const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(text("DBUS_SESSION_BUS_ADDRESS"), address());
+        QProcess dconf;
+        dconf.setProcessEnvironment(environment);
+        dconf.start(text("dconf"), {text("write"), key, value});
+        return dconf.waitForFinished() && dconf.exitCode() == 0;
+    }
 
     void end()
     {
@@ -157,6 +168,20 @@ private Q_SLOTS:
         QTRY_COMPARE(
             withoutTheLibraries(threadNames(process.processId())),
             QByteArrayList({"item-process"}));
+    }
+
+    void followingTakesNoThreadButQtsForTheBus()
+    {
+        ItemProcess process;
+
+        process.run({text("follow"), text("/threads/followed")});
+        QTRY_COMPARE(process.lines(), QList<QByteArray>({"", ""}));
+        runDconf({text("write"), text("/threads/followed"), text("'x'")});
+        QTRY_COMPARE(process.lines(), QList<QByteArray>({"", "x", ""}));
+
+        QByteArrayList names = threadNames(process.processId());
+        std::sort(names.begin(), names.end());
+        QCOMPARE(names, QByteArrayList({"QDBusConnection", "item-process"}));
     }
 
     void deathOfTheServiceLosesNoLaterWrite()
@@ -274,7 +299,42 @@ private Q_SLOTS:
         QCOMPARE(process.exitCode(), 0);
     }
 
-    void processEndsWithItsBus()
+    void runtimeFolderHoldsTheBusThatTheEnvironmentDoesNotName()
+    {
+        const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+        QVERIFY(QFile::link(text("session-bus"), folder + text("/bus")));
+        const auto cleanup = qScopeGuard([&] { QVERIFY(QFile::remove(folder + text("/bus"))); });
+        ItemProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(text("DBUS_SESSION_BUS_ADDRESS"));
+        process.setProcessEnvironment(environment);
+
+        process.run({text("follow"), text("/runtime-folder/key")});
+        QTRY_COMPARE(process.lines(), QList<QByteArray>({"", ""}));
+        runDconf({text("write"), text("/runtime-folder/key"), text("'x'")});
+
+        QTRY_COMPARE(process.lines(), QList<QByteArray>({"", "x", ""}));
+    }
+
+    void processThatHasFollowedEndsWithItsBus()
+    {
+        SessionBus bus;
+        QVERIFY(bus.start());
+        ItemProcess process(SessionBus::address());
+        process.run({text("follow"), text("/bus-death/followed")});
+        QTRY_COMPARE(process.lines(), QList<QByteArray>({"", ""}));
+        // What it hears shows that it is on the bus.
+        QVERIFY(bus.writeOver(text("/bus-death/followed"), text("'x'")));
+        QTRY_COMPARE(process.lines(), QList<QByteArray>({"", "x", ""}));
+
+        bus.end();
+
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(process.exitCode(), SIGTERM);
+    }
+
+    void processThatHasWrittenEndsWithItsBus()
     {
         SessionBus bus;
         QVERIFY(bus.start());

@@ -496,14 +496,14 @@ void TestQuillMetadata::xmpOfEachKindIsRead_data()
 
     const QByteArray xmp =
         xmpPacket(R"(exif:DateTimeOriginal="2020-01-02T03:04:05.25+02:00" tiff:Orientation="8")");
-    QTest::newRow("JPEG") << jpegWithExif({}, xmp);
-    QTest::newRow("PNG") << pngWithExif({}, xmp);
-    QTest::newRow("WebP") << webpWithExif({}, xmp);
+    QTest::newRow("JPEG") << jpegWithExif(QByteArray(), xmp);
+    QTest::newRow("PNG") << pngWithExif(QByteArray(), xmp);
+    QTest::newRow("WebP") << webpWithExif(QByteArray(), xmp);
     QTest::newRow("TIFF") << tiffWithExif(ExifBuilder(), xmp);
-    QTest::newRow("HEIF") << heifWithExif({}, xmp);
+    QTest::newRow("HEIF") << heifWithExif(QByteArray(), xmp);
     QTest::newRow("HEIF with long numbers")
-        << heifWithExif({}, xmp, HeifLayout::MediaDataLongNumbers);
-    QTest::newRow("HEIF with a data box") << heifWithExif({}, xmp, HeifLayout::DataBox);
+        << heifWithExif(QByteArray(), xmp, HeifLayout::MediaDataLongNumbers);
+    QTest::newRow("HEIF with a data box") << heifWithExif(QByteArray(), xmp, HeifLayout::DataBox);
 }
 
 void TestQuillMetadata::xmpOfEachKindIsRead()
@@ -538,7 +538,7 @@ void TestQuillMetadata::firstValidXmpDateIsTaken()
     QFETCH(int, year);
     const QDateTime expected = year > 0 ? QDateTime(QDate(year, 1, 1), QTime(0, 0)) : QDateTime();
 
-    compareEntries(jpegWithExif({}, xmpPacket(attributes)), expected, 0);
+    compareEntries(jpegWithExif(QByteArray(), xmpPacket(attributes)), expected, 0);
 }
 
 void TestQuillMetadata::exifIsBelievedBeforeXmp()
@@ -568,7 +568,7 @@ void TestQuillMetadata::xmpElementsAreRead()
                 "><tiff:Orientation>7</tiff:Orientation>"
                 "<xmp:CreateDate>2020-01-02T03:04:05</xmp:CreateDate></rdf:Description></rdf:RDF>");
 
-    compareEntries(jpegWithExif({}, elements), moment(), 7);
+    compareEntries(jpegWithExif(QByteArray(), elements), moment(), 7);
 }
 
 void TestQuillMetadata::malformedXmpIsIgnored_data()
@@ -600,7 +600,7 @@ void TestQuillMetadata::malformedXmpIsIgnored()
 {
     QFETCH(QByteArray, packet);
 
-    compareEntries(pngWithExif({}, packet), {}, 0);
+    compareEntries(pngWithExif(QByteArray(), packet), {}, 0);
 }
 
 void TestQuillMetadata::formatsSelectTheSources_data()
@@ -732,7 +732,7 @@ void TestQuillMetadata::randomDamageGivesSaneValuesOrNone_data()
 {
     addKinds();
     const QByteArray xmp = xmpPacket(R"(xmp:CreateDate="2020-01-02" tiff:Orientation="8")");
-    QTest::newRow("XMP") << jpegWithExif({}, xmp);
+    QTest::newRow("XMP") << jpegWithExif(QByteArray(), xmp);
 }
 
 void TestQuillMetadata::randomDamageGivesSaneValuesOrNone()

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "arguments.h"
+
+#include "report.h"
+
+#include <QCoreApplication>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+const QString NoBudgets = QStringLiteral("no-budgets");
+
+} // namespace
+
+Arguments::Arguments(const QString& description)
+{
+    m_parser.setApplicationDescription(description);
+    m_parser.addHelpOption();
+    m_parser.addPositionalArgument(
+        QStringLiteral("FOLDER"), QStringLiteral("Holds all files: an empty one on the disk."));
+    m_parser.addOption({NoBudgets, QStringLiteral("Succeed also where a budget is not kept.")});
+}
+
+void Arguments::addNumber(const char* name, const char* help, const char* defaultValue)
+{
+    m_parser.addOption(
+        {QLatin1String(name), QLatin1String(help), QStringLiteral("N"),
+         QLatin1String(defaultValue)});
+}
+
+void Arguments::read()
+{
+    m_parser.process(*QCoreApplication::instance());
+    if (m_parser.positionalArguments().size() != 1) {
+        m_parser.showHelp(EXIT_FAILURE);
+    }
+}
+
+QDir Arguments::folder() const
+{
+    return QDir(m_parser.positionalArguments().constFirst());
+}
+
+int Arguments::number(const char* name) const
+{
+    return m_parser.value(QLatin1String(name)).toInt();
+}
+
+int Arguments::finish(const Report& report) const
+{
+    report.print(std::cout);
+    return report.isWithinBudgets() || m_parser.isSet(NoBudgets) ? EXIT_SUCCESS : EXIT_FAILURE;
+}

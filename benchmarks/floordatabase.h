@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QFileInfo>
+#include <QHash>
+#include <QMimeDatabase>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+#include <initializer_list>
+
+/// Makes the database that a floor's only argument names, with the daemon's tables and pragmas.
+/// Ends this process if that fails, as all of the functions below do.
+QSqlDatabase makeFloorDatabase();
+
+/// Opens a database that exists with the daemon's pragmas, as a connection of the name `path`.
+QSqlDatabase openLikeDaemon(const QString& path);
+
+QSqlQuery prepared(const QSqlDatabase& database, const QString& statement);
+
+void run(QSqlQuery& query, std::initializer_list<QVariant> values);
+
+/// Writes the rows of directories and files with no more than that takes.
+class FloorRows
+{
+public:
+    explicit FloorRows(const QSqlDatabase& database);
+
+    /// The id of the new row.
+    qint64 insertDirectory(const QVariant& parentId, const QString& path, int scope);
+    qint64 insertFile(
+        qint64 directoryId, const QFileInfo& file, const QString& mimeType, int permissions,
+        bool isCurrent, const QString& displayName = {});
+
+    /// The MIME type of a file, remembered by the suffix alone.
+    QString mimeTypeName(const QFileInfo& file);
+
+private:
+    QSqlQuery m_directoryInsert;
+    QSqlQuery m_fileInsert;
+    QMimeDatabase m_mimeDatabase;
+    QHash<QString, QString> m_mimeTypes;
+};
+
+/// Calls a function with each path that the standard input holds, one in a line, and says "done in
+/// N ms" after each.
+void indexFolders(const std::function<void(const QString&)>& index);

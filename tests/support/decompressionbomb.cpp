@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "decompressionbomb.h"
+
+#include "exifbuilder.h"
+
+#include <QBuffer>
+#include <QColor>
+#include <QImage>
+#include <QImageWriter>
+#include <QtEndian>
+
+namespace {
+
+template <typename Number>
+QByteArray bigEndian(Number number)
+{
+    QByteArray bytes(int(sizeof(Number)), '\0');
+    qToBigEndian(number, bytes.data());
+    return bytes;
+}
+
+template <typename Number>
+QByteArray littleEndian(Number number)
+{
+    QByteArray bytes(int(sizeof(Number)), '\0');
+    qToLittleEndian(number, bytes.data());
+    return bytes;
+}
+
+/// Rows of zeros in the form that PNG files store them.
+QByteArray compressedZeros(int length)
+{
+    constexpr int lengthBytes = 4; // that Qt puts in front
+    return qCompress(QByteArray(length, '\0')).mid(lengthBytes);
+}
+
+QByteArray pngOf(const QSize& size, const QByteArray& depthAndKind, const QByteArray& pixels)
+{
+    const QByteArray header = bigEndian(quint32(size.width())) + bigEndian(quint32(size.height()))
+        + depthAndKind + QByteArray(3, '\0');
+    return "\x89PNG\r\n\x1a\n" + pngChunk("IHDR", header) + pngChunk("IDAT", pixels)
+        + pngChunk("IEND", {});
+}
+
+} // namespace
+
+QByteArray pngBomb(const QSize& size)
+{
+    constexpr int pixelBytes = 100000;
+    return pngOf(size, QByteArrayLiteral("\x08\x02"), compressedZeros(pixelBytes));
+}
+
+QByteArray completePngBomb(const QSize& size)
+{
+    const int rowBytes = 1 + (size.width() + 7) / 8;
+    const QByteArray oneBitOfGrey("\x01\x00", 2);
+    return pngOf(size, oneBitOfGrey, compressedZeros(rowBytes * size.height()));
+}
+
+QByteArray jpegBomb(const QSize& size, bool isProgressive)
+{
+    QImage image(16, 16, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QBuffer buffer;
+    QImageWriter writer(&buffer, "jpeg");
+    writer.setProgressiveScanWrite(isProgressive);
+    if (!writer.write(image)) {
+        qFatal("cannot write a JPEG picture");
+    }
+    // Behind the frame header's marker, its length and the sample depth stand height and width.
+    constexpr int marker = 5;
+    const QByteArray claim = bigEndian(quint16(size.height())) + bigEndian(quint16(size.width()));
+    QByteArray bytes = buffer.data();
+    const int frame = bytes.indexOf(isProgressive ? "\xff\xc2" : "\xff\xc0");
+    if (frame < 0) {
+        qFatal("the JPEG picture has no frame header");
+    }
+    return bytes.replace(frame + marker, claim.size(), claim);
+}
+
+QByteArray bmpBomb(const QSize& size)
+{
+    constexpr quint32 fileHeader = 14;
+    constexpr quint32 pictureHeader = 40;
+    const QByteArray pixels(100, '\0');
+    return "BM" + littleEndian(fileHeader + pictureHeader + quint32(pixels.size()))
+        + littleEndian(quint32(0)) + littleEndian(fileHeader + pictureHeader)
+        + littleEndian(pictureHeader) + littleEndian(qint32(size.width()))
+        + littleEndian(qint32(size.height())) + littleEndian(quint16(1)) + littleEndian(quint16(24))
+        + QByteArray(24, '\0') + pixels;
+}
+
+QByteArray gifBomb(const QSize& size)
+{
+    const QByteArray claim =
+        littleEndian(quint16(size.width())) + littleEndian(quint16(size.height()));
+    const QByteArray blackAndWhite("\x80\0\0\0\0\0\xff\xff\xff", 9);
+    const QByteArray frameAtOrigin(",\0\0\0\0", 5);
+    const QByteArray onePixel("\0\x02\x02\x44\x01\0;", 7);
+    return "GIF89a" + claim + blackAndWhite + frameAtOrigin + claim + onePixel;
+}

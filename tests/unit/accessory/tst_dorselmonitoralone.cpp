@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The monitor without a system bus and without managers, which are not linked.
+#include "accessory/dorselmonitor.h"
+
+#include "content/contentmanager.h"
+#include "messagelog.h"
+#include "mgconfitem.h"
+#include "service/albumgallery.h"
+
+#include <QDir>
+#include <QtTest>
+
+ContentManager* ContentManager::managerFromType(int type)
+{
+    Q_UNUSED(type)
+    return nullptr;
+}
+
+QList<ContentManager*> ContentManager::scannerManagers()
+{
+    return {};
+}
+
+void AlbumGallery::notifyContentChanged(int type)
+{
+    Q_UNUSED(type)
+}
+
+namespace {
+
+const QStringList propertyWarnings{
+    QStringLiteral("QDBusMessage DorselMonitor::propertyValue(const QString&)"),
+    QStringLiteral("Failed to read DORSELD property:  \"org.freedesktop.DBus.Error.Disconnected\" "
+                   ":  \"Not connected to D-Bus server\"")};
+
+} // namespace
+
+class DorselMonitorAloneTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere");
+        QFile marker(
+            QDir::home().filePath(QStringLiteral(".zavro-startupwizard-usersession-done")));
+        QVERIFY(marker.open(QIODevice::WriteOnly));
+    }
+
+    void thereIsOneMonitor()
+    {
+        MessageLog log;
+
+        DorselMonitor* const monitor = DorselMonitor::instance();
+
+        QVERIFY(monitor != nullptr);
+        QCOMPARE(DorselMonitor::instance(), monitor);
+        QCOMPARE(monitor->parent(), nullptr);
+        QCOMPARE(log.takeWarnings(), propertyWarnings + propertyWarnings);
+    }
+
+    void missingManagerIsLogged()
+    {
+        MGConfItem(QStringLiteral("/desktop/zavro/theme/active_moodset"))
+            .set(QStringLiteral("/a.moodset"));
+        MessageLog log;
+
+        const DorselMonitor monitor;
+
+        const QStringList managerWarnings{
+            QStringLiteral("DorselMonitor::DorselMonitor(QObject*)"),
+            QStringLiteral("NULL MoodsetManager...")};
+        QCOMPARE(log.takeWarnings(), propertyWarnings + propertyWarnings + managerWarnings);
+    }
+
+    void idCanBeSetAndCleared()
+    {
+        MessageLog log;
+        DorselMonitor monitor;
+        log.takeWarnings();
+
+        monitor.setActiveDorselId(QStringLiteral("a"));
+        QCOMPARE(monitor.activeDorselId(), QStringLiteral("a"));
+        monitor.clearActiveDorselId();
+
+        QCOMPARE(monitor.activeDorselId(), QString());
+        QCOMPARE(
+            MGConfItem(QStringLiteral("/desktop/zavro/theme/dorselid")).value(),
+            QVariant(QString()));
+    }
+};
+
+QTEST_GUILESS_MAIN(DorselMonitorAloneTest)
+
+#include "tst_dorselmonitoralone.moc"

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "moodsettable.h"
+
+#include <QUrl>
+#include <QtTest>
+
+class MoodsetTableTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    static Moodset moodset(qint64 id, const char* name, const char* file)
+    {
+        Moodset moodset(new MoodsetData(id, QUrl::fromLocalFile(QString::fromLatin1(file))));
+        moodset->displayName = QString::fromUtf8(name);
+        return moodset;
+    }
+
+private Q_SLOTS:
+    void showsWhatAMoodsetIs()
+    {
+        Moodset coast = moodset(8, "K\u00fcste", "/share/coast.moodset");
+        coast->favorite = true;
+        coast->primaryColor = QColor(QStringLiteral("#ffffffff"));
+        coast->secondaryColor = QColor(QStringLiteral("#b0ffffff"));
+        coast->highlightColor = QColor(QStringLiteral("#ff6fc3f7"));
+        const Moodset plain = moodset(12, "Line\nbreak", "/a.jpg");
+
+        const QString table =
+            moodsetTable({coast, plain}, QStringLiteral("/a.jpg"), ColorStyle::Text);
+
+        QCOMPARE(
+            table,
+            QString::fromUtf8("Id  Name         Favourite  Active  File                  Colours\n"
+                              "8   K\u00fcste        yes        -       /share/coast.moodset  "
+                              "#ffffffff #b0ffffff #ff6fc3f7 -\n"
+                              "12  Line\\nbreak  -          yes     /a.jpg                - - - -\n"
+                              "2 moodsets\n"));
+    }
+
+    void swatchesAreColouredFields()
+    {
+        Moodset coast = moodset(1, "Coast", "/a");
+        coast->primaryColor = QColor(QStringLiteral("#b0010203"));
+
+        const QString table = moodsetTable({coast}, QString(), ColorStyle::Swatches);
+
+        QVERIFY2(
+            table.contains(QStringLiteral("  \033[48;2;1;2;3m    \033[0m - - -\n1 moodset\n")),
+            qPrintable(table));
+    }
+
+    void noMoodsetsMakeNoTable()
+    {
+        QCOMPARE(moodsetTable({}, QString(), ColorStyle::Swatches), QStringLiteral("0 moodsets\n"));
+    }
+};
+
+QTEST_GUILESS_MAIN(MoodsetTableTest)
+
+#include "tst_moodsettable.moc"

@@ -1,0 +1,542 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "ngfclient.h"
+
+#include "messagelog.h"
+#include "playedphone.h"
+
+#include <QDBusConnectionInterface>
+#include <QDir>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QtTest>
+
+namespace {
+
+const QLatin1String ServiceName("org.sigxcpu.Feedback");
+const QLatin1String Trigger("TriggerFeedback");
+
+constexpr quint32 NotFound = PlayedFeedback::NotFound;
+constexpr quint32 Natural = 0;
+constexpr quint32 Expired = 1;
+constexpr quint32 Explicit = 2;
+
+QVector<quint32> ids(const QSignalSpy& failures)
+{
+    QVector<quint32> ids;
+    for (const QVariantList& arguments : failures) {
+        ids.append(arguments.constFirst().toUInt());
+    }
+    return ids;
+}
+
+/// Returns when what the service has sent by now has been dealt with: its next event fails last.
+bool settle(Ngf::Client* client, PlayedFeedback* service, QSignalSpy* failures)
+{
+    service->answerWithError(Trigger, QStringLiteral("com.example.Fence"), QString());
+    const quint32 fence = client->play(QStringLiteral("fence"));
+    const bool failed = QTest::qWaitFor([&] { return ids(*failures).contains(fence); });
+    if (failed) {
+        failures->removeLast();
+    }
+    return failed;
+}
+
+/// Lets the bus start the service, with a program that does not become it by itself.
+class ActivationFile
+{
+public:
+    explicit ActivationFile(const QByteArray& program)
+    {
+        const QDir folder(
+            QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+            + QStringLiteral("/dbus-1/services"));
+        m_file.setFileName(folder.filePath(ServiceName + QStringLiteral(".service")));
+        const QByteArray text =
+            "[D-BUS Service]\nName=org.sigxcpu.Feedback\nExec=" + program + '\n';
+        if (!folder.mkpath(QStringLiteral(".")) || !m_file.open(QIODevice::WriteOnly)
+            || m_file.write(text) != text.size() || !m_file.flush()) {
+            QTest::qFail("Cannot write the activation file", __FILE__, __LINE__);
+        }
+        reload();
+    }
+
+    ~ActivationFile()
+    {
+        m_file.remove();
+        reload();
+    }
+    Q_DISABLE_COPY_MOVE(ActivationFile)
+
+private:
+    static void reload()
+    {
+        QDBusConnection::sessionBus().interface()->call(QStringLiteral("ReloadConfig"));
+    }
+
+    QFile m_file;
+};
+
+} // namespace
+
+class NgfClientTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void connectDoesNotWaitForTheBus()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        Ngf::Client client;
+
+        client.connect();
+
+        QVERIFY(!client.isConnected());
+        QTRY_VERIFY(client.isConnected());
+    }
+
+    void connectedAsLongAsTheServiceRuns()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        Ngf::Client client;
+        client.connect();
+        QVERIFY(service.appear());
+        QTRY_VERIFY(client.isConnected());
+
+        service.vanish();
+        QTRY_VERIFY(!client.isConnected());
+        QVERIFY(service.appear());
+
+        QTRY_VERIFY(client.isConnected());
+    }
+
+    void notConnectedBeforeItIsAskedTo()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        Ngf::Client asked;
+        const Ngf::Client other;
+
+        asked.connect();
+
+        QTRY_VERIFY(asked.isConnected());
+        QVERIFY(!other.isConnected());
+    }
+
+    void secondConnectChangesNothing()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+
+        client.connect();
+
+        QVERIFY(client.isConnected());
+        const quint32 id = client.play(QStringLiteral("a"));
+        service.end(7, NotFound);
+        QVERIFY(settle(&client, &service, &failures));
+        QCOMPARE(ids(failures), QVector<quint32>{id});
+    }
+
+    void eventIsTriggeredOnceWithTheNameAsGiven()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        QString signature;
+        service.answer(Trigger, [&signature](const QDBusMessage& call) {
+            signature = call.signature();
+            return call.createReply(7U);
+        });
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+
+        client.play(QStringLiteral("dorsel_attach"));
+
+        QVERIFY(service.waitForCalls(1));
+        QVERIFY(settle(&client, &service, &failures));
+        QCOMPARE(
+            service.takeCalls().constFirst(),
+            QStringLiteral("TriggerFeedback(\"com.zavro.moodsetd\", \"dorsel_attach\", , -1)"));
+        QCOMPARE(signature, QStringLiteral("ssa{sv}i"));
+        QCOMPARE(ids(failures), QVector<quint32>());
+    }
+
+    void idsAreOurOwnFromOneOn()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        Ngf::Client client;
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+
+        QCOMPARE(client.play(QStringLiteral("a")), 1U);
+        QCOMPARE(client.play(QStringLiteral("a")), 2U);
+        QCOMPARE(client.play(QStringLiteral("b")), 3U);
+    }
+
+    void eventFailsFromTheEventLoopWithoutAService()
+    {
+        const MessageLog log;
+        Ngf::Client client;
+        const QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+
+        const quint32 id = client.play(QStringLiteral("a"));
+        QCOMPARE(failures.count(), 0);
+
+        QTRY_COMPARE(ids(failures), QVector<quint32>{id});
+    }
+
+    void endOfAnEvent_data()
+    {
+        QTest::addColumn<quint32>("reason");
+        QTest::addColumn<bool>("fails");
+        QTest::newRow("unknown to the theme") << NotFound << true;
+        QTest::newRow("natural") << Natural << false;
+        QTest::newRow("expired") << Expired << false;
+        QTest::newRow("explicit") << Explicit << false;
+    }
+
+    void endOfAnEvent()
+    {
+        QFETCH(quint32, reason);
+        QFETCH(bool, fails);
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+        const quint32 id = client.play(QStringLiteral("a"));
+        QVERIFY(service.waitForCalls(1));
+
+        service.end(7, reason);
+
+        QVERIFY(settle(&client, &service, &failures));
+        QCOMPARE(ids(failures), fails ? QVector<quint32>{id} : QVector<quint32>());
+    }
+
+    void endThatComesBeforeTheAnswer_data() { endOfAnEvent_data(); }
+
+    void endThatComesBeforeTheAnswer()
+    {
+        QFETCH(quint32, reason);
+        QFETCH(bool, fails);
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        service.answerLater(Trigger);
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+        const quint32 id = client.play(QStringLiteral("a"));
+        QVERIFY(service.waitForCalls(1));
+
+        service.end(7, reason);
+        service.answerOpenCalls({7U});
+
+        QVERIFY(settle(&client, &service, &failures));
+        QCOMPARE(ids(failures), fails ? QVector<quint32>{id} : QVector<quint32>());
+    }
+
+    void endOfAnEventIsToldOnce()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+        const quint32 id = client.play(QStringLiteral("a"));
+        QVERIFY(service.waitForCalls(1));
+
+        service.end(7, NotFound);
+        service.end(7, NotFound);
+
+        QVERIFY(settle(&client, &service, &failures));
+        QCOMPARE(ids(failures), QVector<quint32>{id});
+    }
+
+    void eventsOfOthersDoNotConcernIt()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+        client.play(QStringLiteral("a"));
+        QVERIFY(service.waitForCalls(1));
+
+        service.end(6, NotFound);
+        service.end(8, NotFound);
+
+        QVERIFY(settle(&client, &service, &failures));
+        QCOMPARE(ids(failures), QVector<quint32>());
+    }
+
+    void endFromAnotherSenderDoesNotCount()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+        client.play(QStringLiteral("a"));
+        QVERIFY(service.waitForCalls(1));
+
+        QDBusMessage signal = QDBusMessage::createSignal(
+            QStringLiteral("/org/sigxcpu/Feedback"), ServiceName, QStringLiteral("FeedbackEnded"));
+        signal << 7U << NotFound;
+        QVERIFY(QDBusConnection::sessionBus().send(signal));
+
+        QVERIFY(settle(&client, &service, &failures));
+        QCOMPARE(ids(failures), QVector<quint32>());
+    }
+
+    void endOfAnotherFormDoesNotCount_data()
+    {
+        QTest::addColumn<QVariantList>("values");
+        QTest::newRow("nothing") << QVariantList();
+        QTest::newRow("one number") << QVariantList{7U};
+        QTest::newRow("texts") << QVariantList{QStringLiteral("7"), QStringLiteral("4294967295")};
+        QTest::newRow("signed numbers") << QVariantList{7, -1};
+    }
+
+    void endOfAnotherFormDoesNotCount()
+    {
+        QFETCH(QVariantList, values);
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+        client.play(QStringLiteral("a"));
+        QVERIFY(service.waitForCalls(1));
+
+        service.sendEnd(values);
+
+        QVERIFY(settle(&client, &service, &failures));
+        QCOMPARE(ids(failures), QVector<quint32>());
+    }
+
+    void answerThatIsNoNumberFailsTheEvent_data()
+    {
+        QTest::addColumn<QVariantList>("values");
+        QTest::newRow("nothing") << QVariantList();
+        QTest::newRow("a text") << QVariantList{QStringLiteral("7")};
+        QTest::newRow("a signed number") << QVariantList{7};
+    }
+
+    void answerThatIsNoNumberFailsTheEvent()
+    {
+        QFETCH(QVariantList, values);
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        service.answer(Trigger, values);
+        Ngf::Client client;
+        const QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+
+        const quint32 id = client.play(QStringLiteral("a"));
+
+        QTRY_COMPARE(ids(failures), QVector<quint32>{id});
+    }
+
+    void errorFailsTheEvent()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        service.answerWithError(
+            Trigger, QStringLiteral("com.example.Refused"), QStringLiteral("no"));
+        Ngf::Client client;
+        const QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+
+        const quint32 id = client.play(QStringLiteral("a"));
+
+        QTRY_COMPARE(ids(failures), QVector<quint32>{id});
+    }
+
+    void answerThatNeverComesFailsTheEventAndHoldsUpNothing()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        service.answerLater(Trigger);
+        Ngf::Client client;
+        const QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+        QElapsedTimer clock;
+        clock.start();
+
+        const quint32 id = client.play(QStringLiteral("a"));
+        const qint64 heldUp = clock.elapsed();
+
+        QVERIFY(heldUp < 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(ids(failures), QVector<quint32>{id}, 30000);
+        QVERIFY(clock.elapsed() > 2500);
+        QVERIFY(client.isConnected());
+    }
+
+    void serviceThatVanishesBeforeItsAnswerFailsTheEvent()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        service.answerLater(Trigger);
+        Ngf::Client client;
+        const QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+        const quint32 id = client.play(QStringLiteral("a"));
+        QVERIFY(service.waitForCalls(1));
+
+        service.vanish();
+
+        QTRY_COMPARE_WITH_TIMEOUT(ids(failures), QVector<quint32>{id}, 4000);
+    }
+
+    void serviceThatVanishesFailsTheEventsThatItHasBegun()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        quint32 count = 0;
+        service.answer(
+            Trigger, [&count](const QDBusMessage& call) { return call.createReply(++count); });
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+        const quint32 first = client.play(QStringLiteral("a"));
+        client.play(QStringLiteral("b"));
+        const quint32 third = client.play(QStringLiteral("c"));
+        QVERIFY(service.waitForCalls(3));
+        service.end(2, Natural);
+        QVERIFY(settle(&client, &service, &failures));
+
+        service.vanish();
+
+        QTRY_COMPARE(ids(failures), QVector<quint32>({first, third}));
+    }
+
+    void numbersOfAFormerServiceMeanNothingToItsSuccessor()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+        client.play(QStringLiteral("a"));
+        QVERIFY(service.waitForCalls(1));
+        service.vanish();
+        QTRY_COMPARE(failures.count(), 1);
+        QVERIFY(service.appear());
+        QTRY_VERIFY(client.isConnected());
+
+        service.end(7, NotFound);
+
+        QVERIFY(settle(&client, &service, &failures));
+        QCOMPARE(failures.count(), 1);
+    }
+
+    void serviceThatTheBusCanStartCountsAsConnected()
+    {
+        const MessageLog log;
+        const ActivationFile activation("/bin/false");
+        Ngf::Client client;
+
+        client.connect();
+
+        QTRY_VERIFY(client.isConnected());
+        QVERIFY(!QDBusConnection::sessionBus().interface()->isServiceRegistered(ServiceName));
+    }
+
+    void eventStartsTheService()
+    {
+        const MessageLog log;
+        // The bus hands the call to whoever takes the name meanwhile.
+        const ActivationFile activation("/bin/sleep 600");
+        PlayedFeedback service;
+        Ngf::Client client;
+        QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+
+        const quint32 id = client.play(QStringLiteral("a"));
+        QVERIFY(service.appear());
+
+        QVERIFY(service.waitForCalls(1));
+        service.end(7, NotFound);
+        QVERIFY(settle(&client, &service, &failures));
+        QCOMPARE(ids(failures), QVector<quint32>{id});
+    }
+
+    void serviceThatCannotBeStartedFailsTheEvent()
+    {
+        const MessageLog log;
+        const ActivationFile activation("/bin/false");
+        Ngf::Client client;
+        const QSignalSpy failures(&client, &Ngf::Client::eventFailed);
+        client.connect();
+        QTRY_VERIFY(client.isConnected());
+
+        const quint32 id = client.play(QStringLiteral("a"));
+        QCOMPARE(failures.count(), 0);
+
+        QTRY_COMPARE(ids(failures), QVector<quint32>{id});
+    }
+
+    void clientMayGoWithEventsOpen()
+    {
+        const MessageLog log;
+        PlayedFeedback service;
+        QVERIFY(service.appear());
+        service.answerLater(Trigger);
+        {
+            Ngf::Client client;
+            client.connect();
+            QTRY_VERIFY(client.isConnected());
+            client.play(QStringLiteral("a"));
+            QVERIFY(service.waitForCalls(1));
+        }
+        Ngf::Client other;
+        QSignalSpy failures(&other, &Ngf::Client::eventFailed);
+        other.connect();
+        QTRY_VERIFY(other.isConnected());
+
+        service.answerOpenCalls({7U});
+
+        QVERIFY(settle(&other, &service, &failures));
+    }
+};
+
+QTEST_GUILESS_MAIN(NgfClientTest)
+
+#include "tst_ngfclient.moc"

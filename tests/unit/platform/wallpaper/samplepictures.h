@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QImage>
+
+/// Pictures of QImage::Format_RGB32, the same in each run.
+/// @{
+/// Each channel of each pixel black or full, by chance.
+QImage noisePicture(const QSize& size);
+/// Black and white, with a corner between them at a point.
+QImage edgePicture(const QSize& size, const QPoint& corner);
+QImage gradientPicture(const QSize& size);
+/// @}
+
+/// A picture that is its own mirror image left to right and top to bottom.
+QImage symmetricPicture(const QSize& size);

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "content/moodsetdata.h"
+#include "testfolder.h"
+
+#include <QImage>
+#include <QRectF>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+/// A folder for moodset files and pictures, and a cache and a key/value store that are empty.
+class BackgroundFixture
+{
+public:
+    static constexpr QSize Screen{54, 96};
+    static constexpr QRectF Rect{0, 0, 96, 96};
+
+    BackgroundFixture();
+
+    /// Writes a picture without loss and gives its path.
+    QString writePicture(const QString& name, const QImage& picture);
+
+    /// Writes a moodset file and gives its record, as far as it is known before the file is read.
+    /// Quotes stand single in `content`. The picture that it may name, "images/w.png", is one of
+    /// 160 x 160 pixels for `version` 2 and else one of 54 x 160 in the older layout.
+    Moodset writeMoodset(const QByteArray& content, int version);
+
+    /// The picture that writeMoodset() has written.
+    [[nodiscard]] QImage wallpaper() const { return m_wallpaper; }
+    [[nodiscard]] QString wallpaperPath() const;
+
+    /// A record that knows no more than its file.
+    static Moodset recordOf(const QString& path);
+
+    /// Builds the wallpapers of a record for the screen.
+    static Moodset build(const Moodset& moodset, bool wasValid = true);
+
+    /// Where wallpapers are written, and where converted ones are.
+    static QString outputDirectory();
+    static QString legacyDirectory();
+    /// The name, with a "/" in front, of the home wallpaper that is made from `source`.
+    static QString homeWallpaperName(const QString& source);
+    /// The names of all files in a folder, sorted.
+    static QStringList filesIn(const QString& folder);
+
+    TestFolder folder;
+
+private:
+    QImage m_wallpaper;
+};
+
+/// What all messages about a build begin with.
+QString buildSignature();
+
+/// The pixels of a picture file.
+QImage pixelsOf(const QString& path);
+QImage pixelsOf(const QImage& image);
+
+/// The pixels that the home wallpaper of an image has as a JPEG file of a quality.
+QImage asJpeg(const QImage& image, int quality);
+
+/// The image as VelmoorZerlinBackground darkens it.
+QImage darkened(const QImage& image);
