@@ -32,6 +32,9 @@ public:
     /// Starts the daemon, and waits until it answers on the bus.
     bool startOnBus();
 
+    /// Starts the daemon, and waits until it is done with bundles and with files.
+    bool startAtRest();
+
     /// Ends the daemon with SIGTERM, and starts it again as start() does.
     bool restart();
 
@@ -43,8 +46,13 @@ public:
     /// picture.
     bool waitUntilComplete();
 
-    /// Waits until all changes so far have been announced, and forgets it. The daemon must be idle,
-    /// and have no announcement of type 4 to make.
+    /// Waits until all changes so far have been announced, of which the last type, which is
+    /// announced besides, tells. The daemon must be idle, and have no announcement of that type to
+    /// make.
+    bool waitUntilAnnounced();
+    static constexpr int LastAnnouncedType = 4;
+
+    /// The same, and forgets it.
     bool forgetAnnouncements();
 
     /// The database, which exists once the daemon has been idle or on the bus.

@@ -1,33 +1,22 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "daemonsession.h"
-#include "dconfcommand.h"
+#include "installedbundles.h"
 #include "playedphone.h"
+#include "userstore.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QtTest>
 
 namespace {
 
 const QString Id = QStringLiteral("cover-7");
-const QString InstallPath = QStringLiteral("/usr/share/moodset/");
-const QString Bundle = InstallPath + QStringLiteral("coast-light");
+const QString Bundle = InstalledBundles::folder() + QStringLiteral("coast-light");
 const QString MoodsetFile = Bundle + QStringLiteral("/coast-light.moodset");
-
-bool run(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedChannels);
-    process.start(program, arguments);
-    return process.waitForFinished(DaemonProcess::deadlineMs)
-        && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-}
 
 /// What other processes read at a key of the theme.
 QString stored(const QString& key)
 {
-    return QString::fromUtf8(
-        runDconf({QStringLiteral("read"), QStringLiteral("/desktop/zavro/theme/") + key}));
+    return UserStore::value(QStringLiteral("/desktop/zavro/theme/") + key);
 }
 
 /// The services of a phone; those that a daemon looks for must be there before it is made.
@@ -48,27 +37,14 @@ class PhoneSession : public Phone, public DaemonSession
 public:
     PhoneSession()
     {
-        // The store's service has the machine's folder, whoever the user is.
-        const QString config = qEnvironmentVariable("XDG_CONFIG_HOME");
-        const QString stored =
-            qEnvironmentVariable("PRIVATE_MACHINE") + QStringLiteral("/config/dconf");
-        const QString mime = folders.data() + QStringLiteral("/mime");
         QFile marker(markerPath());
-        m_isReady =
-            isThere && QDir().mkpath(stored)
-            && QFile::link(stored, config + QStringLiteral("/dconf"))
-            && QDir().mkpath(mime + QStringLiteral("/packages"))
-            && QFile::copy(
-                QStringLiteral(MIME_DEFINITION), mime + QStringLiteral("/packages/moodsetd.xml"))
-            && run(QStringLiteral("update-mime-database"), {mime})
+        m_isReady = isThere && m_bundles.isValid() && m_store.isValid()
             && marker.open(QIODevice::WriteOnly);
     }
     ~PhoneSession()
     {
         daemon.terminate();
         QFile::remove(markerPath());
-        QDir(Bundle).removeRecursively();
-        runDconf({QStringLiteral("reset"), QStringLiteral("-f"), QStringLiteral("/desktop/")});
     }
     Q_DISABLE_COPY_MOVE(PhoneSession)
 
@@ -81,10 +57,7 @@ public:
     /// The store installs the bundle of the cover, which becomes a favourite or not.
     bool installBundle(bool isFavorite)
     {
-        if (!run(
-                QStringLiteral("cp"),
-                {QStringLiteral("-r"), QStringLiteral(SAMPLE_BUNDLES "/coast-light"),
-                 InstallPath})) {
+        if (!InstalledBundles::installSample(QStringLiteral("coast-light"))) {
             return false;
         }
         store.send(
@@ -126,6 +99,8 @@ private:
                     .isEmpty();
     }
 
+    const InstalledBundles m_bundles{folders};
+    const UserStore m_store;
     bool m_isReady;
     int m_sounds = 0;
 };

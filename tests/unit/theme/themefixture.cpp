@@ -8,10 +8,10 @@
 #include "mgconfitem.h"
 #include "picturefile.h"
 #include "storetrace.h"
+#include "themekeys.h"
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QStandardPaths>
 #include <QtTest>
 
@@ -24,11 +24,6 @@ void require(bool condition, const char* what)
     if (!condition) {
         QTest::qFail(what, __FILE__, __LINE__);
     }
-}
-
-QString written(const char* key, const QString& value)
-{
-    return QStringLiteral("%1='%2'").arg(QLatin1String(key), value);
 }
 
 /// The path of the database, which is made with the first manager.
@@ -127,59 +122,18 @@ QStringList ThemeFixture::takeProfileValues()
 
 QStringList ThemeFixture::keysOf(const QString& path, const QString& request) const
 {
-    const QStringList row = moodsetRow(
-        path,
-        QStringLiteral("homeWallpaper, applicationWallpaper, highlightColor, "
-                       "secondaryHighlightColor, primaryColor, secondaryColor"));
-    return {
-        written("/desktop/tuvalo/background/portrait/picture_filename", request),
-        written("/desktop/zavro/background/portrait/home_picture_filename", row.value(0)),
-        written("/desktop/zavro/background/portrait/app_picture_filename", row.value(1)),
-        written("/desktop/zavro/theme/color/highlight", row.value(2)),
-        written("/desktop/zavro/theme/color/secondaryHighlight", row.value(3)),
-        written("/desktop/zavro/theme/color/primary", row.value(4)),
-        written("/desktop/zavro/theme/color/secondary", row.value(5)),
-        written("/desktop/zavro/theme/active_moodset", path),
-        QStringLiteral("sync")};
+    return ThemeKeys::ofMoodset(library, path, request) + QStringList(QStringLiteral("sync"));
 }
 
 QStringList ThemeFixture::partnerSpaceKeys(const QString& path)
 {
-    return {
-        written("/desktop/vantile-zavro-home/partnerspace/moodset", path), QStringLiteral("sync")};
-}
-
-qint64 ThemeFixture::fileId(const QString& path) const
-{
-    const QFileInfo file(path);
-    const LibraryDatabase::Rows rows = library.rows(
-        QStringLiteral("SELECT file.id FROM file JOIN directory ON directory.id = directoryId "
-                       "WHERE path = ? AND fileName = ?"),
-        {file.path(), file.fileName()});
-    return rows.isEmpty() ? 0 : rows.constFirst().constFirst().toLongLong();
-}
-
-QStringList ThemeFixture::moodsetRow(const QString& path, const QString& columns) const
-{
-    QStringList texts;
-    const LibraryDatabase::Rows rows = library.rows(
-        QStringLiteral("SELECT %1 FROM moodset WHERE fileId = ?").arg(columns), {fileId(path)});
-    for (const QVariantList& row : rows) {
-        for (const QVariant& value : row) {
-            texts.append(value.toString());
-        }
-    }
-    return texts;
+    return {ThemeKeys::written(ThemeKeys::partnerSpace, path), QStringLiteral("sync")};
 }
 
 QString ThemeFixture::wallpaper(const QString& source, const QString& suffix)
 {
-    uint hash = 0;
-    for (const QChar character : source) {
-        hash = 31 * hash + character.unicode();
-    }
     return QStandardPaths::writableLocation(QStandardPaths::CacheLocation)
-        + QStringLiteral("/com/zavro/components/bgimages/") + QString::number(hash, 16) + suffix;
+        + QStringLiteral("/com/zavro/components/bgimages/") + wallpaperName(source, suffix);
 }
 
 MoodsetManager& ThemeFixture::moodsets()

@@ -61,9 +61,12 @@ public:
     static QStringList partnerSpaceKeys(const QString& path = QString());
 
     /// The id of a file's row; 0 if it has none.
-    [[nodiscard]] qint64 fileId(const QString& path) const;
+    [[nodiscard]] qint64 fileId(const QString& path) const { return library.fileId(path); }
     /// Columns of the moodset of a file, as texts; empty if it has none.
-    [[nodiscard]] QStringList moodsetRow(const QString& path, const QString& columns) const;
+    [[nodiscard]] QStringList moodsetRow(const QString& path, const QString& columns) const
+    {
+        return library.moodset(path, columns);
+    }
     /// Where a wallpaper made from `source` lies; `suffix` is "hp.jpg" or "ap.jpg".
     static QString wallpaper(const QString& source, const QString& suffix);
 

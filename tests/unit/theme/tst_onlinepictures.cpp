@@ -4,6 +4,7 @@
 #include "moodsetlibrary.h"
 #include "storetrace.h"
 #include "themefixture.h"
+#include "themekeys.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -44,10 +45,10 @@ QString notSaved(const QString& path)
     return QStringLiteral("Failed to save online image... \"%1\"").arg(path);
 }
 
-/// The first key, less its path, as it is written for a request.
+/// The first key as it is written for a request.
 QString request(const QString& path)
 {
-    return QStringLiteral("/desktop/tuvalo/background/portrait/picture_filename='%1'").arg(path);
+    return ThemeKeys::written(ThemeKeys::picture, path);
 }
 
 QStringList onlinePictures(const ThemeFixture& fixture)

@@ -8,27 +8,17 @@
 #include "moodsetlibrary.h"
 #include "storetrace.h"
 #include "themefixture.h"
+#include "themekeys.h"
 
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QFile>
 #include <QImage>
 #include <QtTest>
 
 #include <limits>
 
-namespace {
+using ThemeKeys::written;
 
-/// The keys that other processes follow, in the order in which they are written.
-const QStringList themeKeys{
-    QStringLiteral("/desktop/tuvalo/background/portrait/picture_filename"),
-    QStringLiteral("/desktop/zavro/background/portrait/home_picture_filename"),
-    QStringLiteral("/desktop/zavro/background/portrait/app_picture_filename"),
-    QStringLiteral("/desktop/zavro/theme/color/highlight"),
-    QStringLiteral("/desktop/zavro/theme/color/secondaryHighlight"),
-    QStringLiteral("/desktop/zavro/theme/color/primary"),
-    QStringLiteral("/desktop/zavro/theme/color/secondary"),
-    QStringLiteral("/desktop/zavro/theme/active_moodset")};
+namespace {
 
 /// A moodset file's content with a volume.
 QByteArray withVolume(int volume)
@@ -43,53 +33,6 @@ QString onValue(const QString& service, const char* key, const QString& value)
 }
 
 } // namespace
-
-/// Another process's view of the store: what its service announces, change by change.
-class StoreWatcher : public QObject
-{
-    Q_OBJECT
-
-public:
-    StoreWatcher()
-    {
-        m_bus.connect(
-            QString(), QStringLiteral("/ca/desrt/dconf/Writer/user"),
-            QStringLiteral("ca.desrt.dconf.Writer"), QStringLiteral("Notify"), this,
-            SLOT(note(QString, QStringList, QString)));
-        // The bus answers in order, so that it knows of the watcher after this.
-        m_bus.interface()->isServiceRegistered(QStringLiteral("ca.desrt.dconf"));
-    }
-    ~StoreWatcher() override { QDBusConnection::disconnectFromBus(m_bus.name()); }
-    Q_DISABLE_COPY_MOVE(StoreWatcher)
-
-    /// In which announcement a key was; -1 if it was in none. The store may announce neighbouring
-    /// changes in one.
-    int announcementOf(const QString& key) const
-    {
-        for (int i = 0; i < m_announcements.size(); ++i) {
-            if (m_announcements.at(i).contains(key)) {
-                return i;
-            }
-        }
-        return -1;
-    }
-
-private Q_SLOTS:
-    void note(const QString& prefix, const QStringList& names, const QString& tag)
-    {
-        Q_UNUSED(tag)
-        QStringList keys;
-        for (const QString& name : names) {
-            keys.append(prefix + name);
-        }
-        m_announcements.append(keys);
-    }
-
-private:
-    QDBusConnection m_bus =
-        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("watcher"));
-    QList<QStringList> m_announcements;
-};
 
 /// What a moodset that comes into force does to the system.
 class SystemThemeTest : public QObject
@@ -113,16 +56,16 @@ private Q_SLOTS:
         QCOMPARE(
             StoreTrace::take(),
             QStringList(
-                {themeKeys.at(0) + QStringLiteral("='%1/a.moodset'").arg(folder),
-                 themeKeys.at(1) + QStringLiteral("='%1/images/w.png'").arg(folder),
-                 themeKeys.at(2)
-                     + QStringLiteral("='%1'").arg(
-                         ThemeFixture::wallpaper(path, QStringLiteral("ap.jpg"))),
-                 themeKeys.at(3) + QStringLiteral("='#ff010203'"),
-                 themeKeys.at(4) + QStringLiteral("='#80040506'"),
-                 themeKeys.at(5) + QStringLiteral("='#ff070809'"),
-                 themeKeys.at(6) + QStringLiteral("='#ff0a0b0c'"),
-                 themeKeys.at(7) + QStringLiteral("='%1/a.moodset'").arg(folder),
+                {written(ThemeKeys::picture, folder + QStringLiteral("/a.moodset")),
+                 written(ThemeKeys::homeWallpaper, folder + QStringLiteral("/images/w.png")),
+                 written(
+                     ThemeKeys::applicationWallpaper,
+                     ThemeFixture::wallpaper(path, QStringLiteral("ap.jpg"))),
+                 written(ThemeKeys::highlightColor, QStringLiteral("#ff010203")),
+                 written(ThemeKeys::secondaryHighlightColor, QStringLiteral("#80040506")),
+                 written(ThemeKeys::primaryColor, QStringLiteral("#ff070809")),
+                 written(ThemeKeys::secondaryColor, QStringLiteral("#ff0a0b0c")),
+                 written(ThemeKeys::activeMoodset, folder + QStringLiteral("/a.moodset")),
                  QStringLiteral("sync"),
                  QStringLiteral("/com/zavro/profile/general/ringing.alert.volume='30'"),
                  QStringLiteral("/com/zavro/profile/active='general'"),
@@ -130,8 +73,7 @@ private Q_SLOTS:
                      .arg(folder),
                  QStringLiteral("/com/zavro/profile/general/ringing.alert.enabled='On'"),
                  QStringLiteral("/com/zavro/profile/general/im.alert.enabled='Off'"),
-                 QStringLiteral("/desktop/vantile-zavro-home/partnerspace/moodset=''"),
-                 QStringLiteral("sync")}));
+                 written(ThemeKeys::partnerSpace, QString()), QStringLiteral("sync")}));
     }
 
     void otherProcessReadsTheKeys()
@@ -142,30 +84,11 @@ private Q_SLOTS:
 
         fixture.set(path);
 
-        for (const QString& key : fixture.keysOf(path).mid(0, themeKeys.size())) {
+        for (const QString& key : ThemeKeys::ofMoodset(fixture.library, path, path)) {
             const int equals = key.indexOf(QLatin1Char('='));
             QCOMPARE(
                 QString::fromUtf8(runDconf({QStringLiteral("read"), key.left(equals)})),
                 key.mid(equals + 1));
-        }
-    }
-
-    void otherProcessHearsOfTheKeysInOrder()
-    {
-        MessageLog log;
-        ThemeFixture fixture;
-        const QString path = fixture.addPicture();
-        const StoreWatcher watcher;
-
-        fixture.set(path);
-
-        QTRY_VERIFY(watcher.announcementOf(themeKeys.last()) >= 0);
-        QVERIFY(watcher.announcementOf(themeKeys.first()) >= 0);
-        for (int i = 1; i < themeKeys.size(); ++i) {
-            QVERIFY2(
-                watcher.announcementOf(themeKeys.at(i))
-                    >= watcher.announcementOf(themeKeys.at(i - 1)),
-                qPrintable(themeKeys.at(i)));
         }
     }
 
@@ -407,10 +330,10 @@ private Q_SLOTS:
         QCOMPARE(
             StoreTrace::take(),
             QStringList(
-                {themeKeys.at(3) + QStringLiteral("='#ff102030'"),
-                 themeKeys.at(4) + QStringLiteral("='%1'").arg(second),
-                 themeKeys.at(5) + QStringLiteral("='#ff000000'"),
-                 themeKeys.at(6) + QStringLiteral("='#80abcdef'")}));
+                {written(ThemeKeys::highlightColor, QStringLiteral("#ff102030")),
+                 written(ThemeKeys::secondaryHighlightColor, second),
+                 written(ThemeKeys::primaryColor, QStringLiteral("#ff000000")),
+                 written(ThemeKeys::secondaryColor, QStringLiteral("#80abcdef"))}));
         QCOMPARE(fixture.takeCreated().size(), 1);
     }
 
@@ -442,8 +365,7 @@ private Q_SLOTS:
 
         MoodsetLibrary::exec(QStringLiteral("DROP TRIGGER refuse_INSERT_moodset;"));
         QCOMPARE(log.takeWarnings().value(1), QStringLiteral("Failed to execute m_insertMoodset."));
-        QVERIFY(ThemeFixture::takeKeys().contains(
-            themeKeys.last() + QStringLiteral("='%1'").arg(path)));
+        QVERIFY(ThemeFixture::takeKeys().contains(written(ThemeKeys::activeMoodset, path)));
         QCOMPARE(fixture.takeCreated(), QList<int>{static_cast<int>(fixture.fileId(path))});
         QCOMPARE(fixture.moodsetRow(path, QStringLiteral("version")), QStringList());
     }
