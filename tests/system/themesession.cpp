@@ -47,7 +47,8 @@ ThemeSession::~ThemeSession()
 
 bool ThemeSession::startAtRest()
 {
-    const QString unread = QStringLiteral("SELECT count(*) FROM file WHERE metadataCurrent = 0");
+    const QString unread = QStringLiteral(
+        "SELECT count(*) FROM file WHERE metadataCurrent = 0 AND fileName GLOB '*.moodset'");
     return m_bundles.isValid() && m_store.isValid() && DaemonSession::startAtRest()
         && QTest::qWaitFor(
                [&] { return library().value(unread).toInt() == 0; }, DaemonProcess::deadlineMs)

@@ -156,7 +156,7 @@ private Q_SLOTS:
             session.daemon.takeWarnings(),
             QStringList(
                 build + QStringLiteral(" using legacy moodset image  \"%1\"").arg(picture)));
-        QCOMPARE(QImage(home).size(), Square);
+        QCOMPARE(QImage(home).size(), QSize(ThemeSession::ScreenWidth, ThemeSession::ScreenHeight));
         QVERIFY(QFile::remove(picture));
         QVERIFY(ThemeSession::set(file));
 
