@@ -16,6 +16,11 @@ StoreWatcher::StoreWatcher()
         SLOT(note(QString, QStringList, QString)));
     // The bus answers in order, so that it knows of the watcher after this.
     bus.interface()->isServiceRegistered(QStringLiteral("ca.desrt.dconf"));
+    // The service may still have to announce what it has changed.
+    if (!catchUp()) {
+        QTest::qFail("The store announces nothing", __FILE__, __LINE__);
+    }
+    m_announcements.clear();
 }
 
 int StoreWatcher::announcementOf(const QString& key) const

@@ -7,7 +7,8 @@
 #include <QStringList>
 
 /// Follows the key/value store as any process can: notes what its service announces, change by
-/// change, from the object's making on. The event loop has to turn.
+/// change, from the object's making on. The event loop has to turn. A service that announces
+/// nothing fails the current test.
 ///
 /// Changes that reach the service while it is at work are one to it, and announced in one. A write
 /// of the value that a key has is no change.
@@ -22,7 +23,6 @@ public:
     [[nodiscard]] QList<QStringList> announcements() const { return m_announcements; }
     /// Which of them has a key; -1 if none has.
     [[nodiscard]] int announcementOf(const QString& key) const;
-    void forget() { m_announcements.clear(); }
 
     /// Waits until all changes that have reached the service are announced. Returns false if that
     /// takes too long.

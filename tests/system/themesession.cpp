@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "themesession.h"
 
+#include "storewatcher.h"
 #include "themekeys.h"
 
 #include <QDBusMessage>
@@ -105,6 +106,13 @@ QStringList ThemeSession::expectedTheme(
     keys.append(ThemeKeys::written(ThemeKeys::partnerSpace, partnerSpace));
     keys.sort();
     return keys;
+}
+
+bool ThemeSession::hasWrittenNothing(StoreWatcher* watcher)
+{
+    const QString path = folders.elsewhere(QStringLiteral("another.png"));
+    return writePicture(path) && set(path) && watcher->catchUp()
+        && watcher->announcements().value(0) == QStringList(ThemeKeys::picture);
 }
 
 QList<int> ThemeSession::takeAnnouncements()

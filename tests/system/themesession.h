@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QUrl>
 
+class StoreWatcher;
+
 /// A user's daemon on a phone with a small screen, whose theme has never been set.
 class ThemeSession : public DaemonSession
 {
@@ -49,6 +51,10 @@ public:
     QStringList expectedTheme(
         const QString& path, const QString& request, const QString& partnerSpace = QString());
     QStringList expectedTheme(const QString& path) { return expectedTheme(path, path); }
+
+    /// Whether a daemon has written nothing to the store since the watcher was made, by another
+    /// picture that becomes the theme: what a daemon writes comes in the order of writing.
+    Q_REQUIRED_RESULT bool hasWrittenNothing(StoreWatcher* watcher);
 
     /// The profile values that other processes read: "/com/zavro/profile/general/key='text'".
     static QStringList profile() { return UserStore::values(profileFolder()); }
