@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "httpserver.h"
 
+#include "failunless.h"
+
 #include <QFile>
 #include <QHostAddress>
 #include <QProcess>
@@ -11,17 +13,10 @@
 
 namespace {
 
-void require(bool condition, const char* what)
-{
-    if (!condition) {
-        QTest::qFail(what, __FILE__, __LINE__);
-    }
-}
-
 QByteArray content(const QString& path)
 {
     QFile file(path);
-    require(file.open(QIODevice::ReadOnly), "Cannot read the server's certificate");
+    failUnless(file.open(QIODevice::ReadOnly), "Cannot read the server's certificate");
     return file.readAll();
 }
 
@@ -33,7 +28,7 @@ HttpServer::HttpServer(Transport transport)
     if (transport == Transport::UntrustedCertificate) {
         makeCertificate();
     }
-    require(listen(QHostAddress::LocalHost), "The server cannot listen");
+    failUnless(listen(QHostAddress::LocalHost), "The server cannot listen");
 }
 
 QUrl HttpServer::url(const QString& path) const
@@ -70,13 +65,27 @@ void HttpServer::hold(const QString& path)
 
 void HttpServer::release(const QString& path)
 {
-    m_held.remove(path);
-    const HeldBody held = m_heldBodies.take(path);
-    require(!held.socket.isNull(), "Nobody waits for the body");
+    const HeldBody held = takeHeldBody(path);
     if (held.socket) {
         held.socket->write(held.rest);
         held.socket->disconnectFromHost();
     }
+}
+
+void HttpServer::breakOff(const QString& path)
+{
+    const HeldBody held = takeHeldBody(path);
+    if (held.socket) {
+        held.socket->abort();
+    }
+}
+
+HttpServer::HeldBody HttpServer::takeHeldBody(const QString& path)
+{
+    m_held.remove(path);
+    HeldBody held = m_heldBodies.take(path);
+    failUnless(!held.socket.isNull(), "Nobody waits for the body");
+    return held;
 }
 
 bool HttpServer::isHolding(const QString& path) const
@@ -92,7 +101,7 @@ void HttpServer::incomingConnection(qintptr descriptor)
         m_unfinished.remove(socket);
         socket->deleteLater();
     });
-    require(socket->setSocketDescriptor(descriptor), "The server cannot take a connection");
+    failUnless(socket->setSocketDescriptor(descriptor), "The server cannot take a connection");
     if (m_transport == Transport::UntrustedCertificate) {
         socket->setSslConfiguration(m_security);
         socket->startServerEncryption();
@@ -111,7 +120,7 @@ void HttpServer::makeCertificate()
          QStringLiteral("-keyout"), key, QStringLiteral("-out"), certificate,
          QStringLiteral("-subj"), QStringLiteral("/CN=127.0.0.1"), QStringLiteral("-addext"),
          QStringLiteral("subjectAltName=IP:127.0.0.1")});
-    require(exitCode == 0, "Cannot make the server's certificate");
+    failUnless(exitCode == 0, "Cannot make the server's certificate");
     m_security = QSslConfiguration::defaultConfiguration();
     m_security.setPrivateKey(QSslKey(content(key), QSsl::Ec));
     m_security.setLocalCertificate(QSslCertificate(content(certificate)));

@@ -38,10 +38,12 @@ public:
     /// Cuts the connections of requests for a path.
     void hangUp(const QString& path);
 
-    /// Keeps back the second half of the bodies for a path until release().
+    /// Keeps back the second half of the body for a path until release() or breakOff().
     void hold(const QString& path);
     /// Sends what was kept back.
     void release(const QString& path);
+    /// Cuts the connection instead.
+    void breakOff(const QString& path);
     /// Whether a request for a held path has come.
     [[nodiscard]] bool isHolding(const QString& path) const;
 
@@ -64,6 +66,7 @@ private:
     };
 
     void makeCertificate();
+    HeldBody takeHeldBody(const QString& path);
     void read(QTcpSocket* socket);
     void reply(QTcpSocket* socket, const QString& path);
 

@@ -166,3 +166,14 @@ QSize DaemonSession::pictureSize(const QString& path)
     return rows.isEmpty() ? QSize()
                           : QSize(rows.constFirst().at(0).toInt(), rows.constFirst().at(1).toInt());
 }
+
+QStringList DaemonSession::rowExistsWarnings()
+{
+    return {
+        QStringLiteral("bool FileManager::readEvent()"),
+        QStringLiteral("Failed to execute m_fileInsert."),
+        QStringLiteral("QSqlError(\"19\", \"Unable to fetch row\", \"UNIQUE constraint failed: "
+                       "file.directoryId, file.fileName\")"),
+        QStringLiteral("\"INSERT INTO file (directoryId, mimeType, fileName, modificationTime, "
+                       "permissions, metadataCurrent) VALUES (?, ?, ?, ?, 3, 0);\"")};
+}

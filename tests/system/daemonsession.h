@@ -77,6 +77,9 @@ public:
     /// The size of a picture in the library; an invalid size if it has no row in `image`.
     QSize pictureSize(const QString& path);
 
+    /// What the log tells of a change on the disk that brought a row for a name which has one.
+    static QStringList rowExistsWarnings();
+
     UserFolders folders;
     BusClient client;
     DaemonProcess daemon;

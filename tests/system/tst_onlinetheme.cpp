@@ -46,13 +46,7 @@ struct OnlineSession : ThemeSession
     /// its row by then.
     bool takeWarningsOfTheWatch()
     {
-        const QStringList expected{
-            QStringLiteral("bool FileManager::readEvent()"),
-            QStringLiteral("Failed to execute m_fileInsert."),
-            QStringLiteral("QSqlError(\"19\", \"Unable to fetch row\", \"UNIQUE constraint failed: "
-                           "file.directoryId, file.fileName\")"),
-            QStringLiteral("\"INSERT INTO file (directoryId, mimeType, fileName, modificationTime, "
-                           "permissions, metadataCurrent) VALUES (?, ?, ?, ?, 3, 0);\"")};
+        const QStringList expected = rowExistsWarnings();
         return daemon.waitForLine(expected.last()) && daemon.takeWarnings() == expected;
     }
 

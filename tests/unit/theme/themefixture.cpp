@@ -5,6 +5,7 @@
 #include "content/moodsetcontent.h"
 #include "daemonprocess.h"
 #include "dconfcommand.h"
+#include "failunless.h"
 #include "mgconfitem.h"
 #include "picturefile.h"
 #include "storetrace.h"
@@ -18,13 +19,6 @@
 namespace {
 
 const QLatin1String ProfileRoot("/com/zavro/profile/");
-
-void require(bool condition, const char* what)
-{
-    if (!condition) {
-        QTest::qFail(what, __FILE__, __LINE__);
-    }
-}
 
 /// The path of the database, which is made with the first manager.
 QString databasePath()
@@ -50,7 +44,7 @@ ThemeFixture::ThemeFixture()
     , m_created(&theme, &SystemTheme::moodsetCreated)
 {
     folder.makeDirectory(QStringLiteral("pictures"));
-    require(
+    failUnless(
         DaemonProcess::setPicturesFolder(folder.path(QStringLiteral("pictures"))),
         "Cannot set the pictures folder");
     StoreTrace::take();
@@ -66,7 +60,7 @@ ThemeFixture::~ThemeFixture()
 QString ThemeFixture::addPicture(const QString& name)
 {
     const QString path = folder.path(name);
-    require(writePicture(path, QSize(40, 30)), "Cannot write the picture");
+    failUnless(writePicture(path, QSize(40, 30)), "Cannot write the picture");
     return path;
 }
 
@@ -94,7 +88,7 @@ QList<int> ThemeFixture::takeCreated()
 
 QList<int> ThemeFixture::waitForCreated()
 {
-    require(QTest::qWaitFor([this] { return !m_created.isEmpty(); }), "No moodset was made");
+    failUnless(QTest::qWaitFor([this] { return !m_created.isEmpty(); }), "No moodset was made");
     return takeCreated();
 }
 

@@ -1,36 +1,18 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "httpserver.h"
 #include "messagelog.h"
 #include "moodsetlibrary.h"
+#include "onlinefixture.h"
 #include "storetrace.h"
-#include "themefixture.h"
-#include "themekeys.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QImageReader>
 #include <QtTest>
 
-#include <memory>
-
 namespace {
 
 const QString ReadyFunction = QStringLiteral("void SystemTheme::onlineImageReady(QNetworkReply*)");
-
-/// A picture of one colour, as a server sends it.
-QByteArray picture(const char* format = "png", const QColor& color = Qt::red)
-{
-    QImage image(40, 30, QImage::Format_RGB32);
-    image.fill(color);
-    QByteArray data;
-    QBuffer buffer(&data);
-    if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, format)) {
-        QTest::qFail("Cannot make the picture", __FILE__, __LINE__);
-    }
-    return data;
-}
 
 QString errorIn(const QUrl& url, const QString& error)
 {
@@ -45,17 +27,6 @@ QString notSaved(const QString& path)
     return QStringLiteral("Failed to save online image... \"%1\"").arg(path);
 }
 
-/// The first key as it is written for a request.
-QString request(const QString& path)
-{
-    return ThemeKeys::written(ThemeKeys::picture, path);
-}
-
-QStringList onlinePictures(const ThemeFixture& fixture)
-{
-    return QDir(fixture.onlinePicture(QString())).entryList(QDir::Files, QDir::Name);
-}
-
 } // namespace
 
 /// What becomes of requests for pictures on the network.
@@ -67,29 +38,21 @@ private Q_SLOTS:
     void downloadedPictureComesIntoForce()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/a.png"), picture());
+        OnlineFixture fixture;
 
-        fixture.set(server.url(QStringLiteral("/a.png")));
+        fixture.set(fixture.url);
 
         QCOMPARE(fixture.waitForCreated().size(), 1);
-        const QString path = fixture.onlinePicture(QStringLiteral("online_img0.jpg"));
-        QCOMPARE(
-            ThemeFixture::takeKeys(),
-            fixture.keysOf(path, QString()) + ThemeFixture::partnerSpaceKeys());
+        QCOMPARE(ThemeFixture::takeKeys(), fixture.keysOfDownload(fixture.saved));
         QCOMPARE(
             fixture.moodsetRow(
-                path, QStringLiteral("homeWallpaper, ringerVolume, enabledSounds, version")),
+                fixture.saved,
+                QStringLiteral("homeWallpaper, ringerVolume, enabledSounds, version")),
             QStringList(
-                {ThemeFixture::wallpaper(path, QStringLiteral("hp.jpg")), QStringLiteral("80"),
-                 QStringLiteral("-1"), QStringLiteral("2")}));
-        QCOMPARE(
-            fixture.library.value(
-                QStringLiteral("SELECT source FROM download WHERE fileId = ?"),
-                {fixture.fileId(path)}),
-            QVariant(server.url(QStringLiteral("/a.png")).toString()));
-        QCOMPARE(onlinePictures(fixture), QStringList(QStringLiteral("online_img0.jpg")));
+                {ThemeFixture::wallpaper(fixture.saved, QStringLiteral("hp.jpg")),
+                 QStringLiteral("80"), QStringLiteral("-1"), QStringLiteral("2")}));
+        QCOMPARE(fixture.origin(fixture.saved), fixture.url.toString());
+        QCOMPARE(fixture.savedPictures(), QStringList(QStringLiteral("online_img0.jpg")));
     }
 
     void pictureOfAnyFormatIsSavedAsJpeg_data()
@@ -104,14 +67,13 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, format);
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/a"), picture(format.constData()));
+        OnlineFixture fixture;
+        fixture.server.answer(fixture.path, OnlineFixture::picture(format.constData()));
 
-        fixture.create(server.url(QStringLiteral("/a")));
+        fixture.create(fixture.url);
 
         QCOMPARE(fixture.waitForCreated().size(), 1);
-        QImageReader reader(fixture.onlinePicture(QStringLiteral("online_img0.jpg")));
+        QImageReader reader(fixture.saved);
         QCOMPARE(reader.format(), QByteArray("jpeg"));
         QCOMPARE(reader.size(), QSize(40, 30));
     }
@@ -119,11 +81,9 @@ private Q_SLOTS:
     void createdDownloadLeavesTheSystemAlone()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/a.png"), picture());
+        OnlineFixture fixture;
 
-        fixture.create(server.url(QStringLiteral("/a.png")));
+        fixture.create(fixture.url);
 
         QCOMPARE(fixture.waitForCreated().size(), 1);
         QCOMPARE(StoreTrace::take(), QStringList());
@@ -132,71 +92,60 @@ private Q_SLOTS:
     void pictureInsideTheUrlNeedsNoNetwork()
     {
         MessageLog log;
-        ThemeFixture fixture;
+        OnlineFixture fixture;
         const QUrl url(
-            QStringLiteral("data:image/png;base64,") + QString::fromLatin1(picture().toBase64()));
+            QStringLiteral("data:image/png;base64,")
+            + QString::fromLatin1(OnlineFixture::picture().toBase64()));
 
         fixture.set(url);
 
         QCOMPARE(fixture.waitForCreated().size(), 1);
-        const QString path = fixture.onlinePicture(QStringLiteral("online_img0.jpg"));
-        QCOMPARE(
-            ThemeFixture::takeKeys(),
-            fixture.keysOf(path, QString()) + ThemeFixture::partnerSpaceKeys());
+        QCOMPARE(ThemeFixture::takeKeys(), fixture.keysOfDownload(fixture.saved));
     }
 
     void knownUrlIsNotDownloadedAgain()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/a.png"), picture());
-        fixture.create(server.url(QStringLiteral("/a.png")));
+        OnlineFixture fixture;
+        fixture.create(fixture.url);
         QCOMPARE(fixture.waitForCreated().size(), 1);
-        const QString path = fixture.onlinePicture(QStringLiteral("online_img0.jpg"));
 
-        fixture.set(server.url(QStringLiteral("/a.png")));
+        fixture.set(fixture.url);
 
+        QCOMPARE(ThemeFixture::takeKeys(), fixture.keysOfDownload(fixture.saved));
         QCOMPARE(
-            ThemeFixture::takeKeys(),
-            fixture.keysOf(path, QString()) + ThemeFixture::partnerSpaceKeys());
-        QCOMPARE(fixture.takeCreated(), QList<int>{static_cast<int>(fixture.fileId(path))});
-        QCOMPARE(server.requests(), QStringList(QStringLiteral("/a.png")));
-        QCOMPARE(onlinePictures(fixture), QStringList(QStringLiteral("online_img0.jpg")));
+            fixture.takeCreated(), QList<int>{static_cast<int>(fixture.fileId(fixture.saved))});
+        QCOMPARE(fixture.server.requests(), QStringList(fixture.path));
+        QCOMPARE(fixture.savedPictures(), QStringList(QStringLiteral("online_img0.jpg")));
     }
 
     void knownUrlOfAPictureThatIsGoneFails()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/a.png"), picture());
-        fixture.create(server.url(QStringLiteral("/a.png")));
+        OnlineFixture fixture;
+        fixture.create(fixture.url);
         QCOMPARE(fixture.waitForCreated().size(), 1);
-        QVERIFY(QFile::remove(fixture.onlinePicture(QStringLiteral("online_img0.jpg"))));
+        QVERIFY(QFile::remove(fixture.saved));
 
-        fixture.set(server.url(QStringLiteral("/a.png")));
+        fixture.set(fixture.url);
 
         QCOMPARE(StoreTrace::take(), QStringList());
         QCOMPARE(fixture.takeCreated(), QList<int>());
-        QCOMPARE(server.requests(), QStringList(QStringLiteral("/a.png")));
+        QCOMPARE(fixture.server.requests(), QStringList(fixture.path));
     }
 
     void urlThatIsUnderWayIsDownloadedTwice()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/a.png"), picture());
+        OnlineFixture fixture;
 
-        fixture.set(server.url(QStringLiteral("/a.png")));
-        fixture.set(server.url(QStringLiteral("/a.png")));
+        fixture.set(fixture.url);
+        fixture.set(fixture.url);
 
         QTRY_COMPARE(
-            onlinePictures(fixture),
+            fixture.savedPictures(),
             QStringList({QStringLiteral("online_img0.jpg"), QStringLiteral("online_img1.jpg")}));
-        QCOMPARE(
-            server.requests(), QStringList({QStringLiteral("/a.png"), QStringLiteral("/a.png")}));
+        QCOMPARE(fixture.server.requests(), QStringList({fixture.path, fixture.path}));
         QTRY_COMPARE(
             fixture.moodsetRow(
                 fixture.onlinePicture(QStringLiteral("online_img1.jpg")),
@@ -229,7 +178,7 @@ private Q_SLOTS:
         QFETCH(QStringList, present);
         QFETCH(QString, added);
         MessageLog log;
-        ThemeFixture fixture;
+        OnlineFixture fixture;
         for (const QString& name : present) {
             const QString path = QStringLiteral("pictures/") + name;
             if (name.endsWith(QLatin1Char('/'))) {
@@ -238,10 +187,8 @@ private Q_SLOTS:
                 fixture.folder.write(path);
             }
         }
-        HttpServer server;
-        server.answer(QStringLiteral("/a.png"), picture());
 
-        fixture.create(server.url(QStringLiteral("/a.png")));
+        fixture.create(fixture.url);
 
         QCOMPARE(fixture.waitForCreated().size(), 1);
         QCOMPARE(QImage(fixture.onlinePicture(added)).size(), QSize(40, 30));
@@ -251,28 +198,18 @@ private Q_SLOTS:
     void overwrittenPictureHasItsNewOrigin()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        for (const QString& path :
-             {QStringLiteral("/a"), QStringLiteral("/b"), QStringLiteral("/c")}) {
-            server.answer(path, picture());
-        }
-        for (const QString& path : {QStringLiteral("/a"), QStringLiteral("/b")}) {
-            fixture.create(server.url(path));
-            QCOMPARE(fixture.waitForCreated().size(), 1);
-        }
+        OnlineFixture fixture;
+        fixture.download(QStringLiteral("/b.png"));
+        fixture.download(QStringLiteral("/c.png"));
         const QString second = fixture.onlinePicture(QStringLiteral("online_img1.jpg"));
         const qint64 id = fixture.fileId(second);
-        QVERIFY(QFile::remove(fixture.onlinePicture(QStringLiteral("online_img0.jpg"))));
+        QVERIFY(QFile::remove(fixture.saved));
 
-        fixture.create(server.url(QStringLiteral("/c")));
+        fixture.create(fixture.url);
 
         QCOMPARE(fixture.waitForCreated(), QList<int>{static_cast<int>(id)});
-        QCOMPARE(onlinePictures(fixture), QStringList(QStringLiteral("online_img1.jpg")));
-        QCOMPARE(
-            fixture.library.value(
-                QStringLiteral("SELECT source FROM download WHERE fileId = ?"), {id}),
-            QVariant(server.url(QStringLiteral("/c")).toString()));
+        QCOMPARE(fixture.savedPictures(), QStringList(QStringLiteral("online_img1.jpg")));
+        QCOMPARE(fixture.origin(second), fixture.url.toString());
     }
 
     void errorOfTheServer_data()
@@ -295,46 +232,40 @@ private Q_SLOTS:
         QFETCH(QByteArray, status);
         QFETCH(QString, error);
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/a.png"), picture(), status);
+        OnlineFixture fixture;
+        fixture.server.answer(fixture.path, OnlineFixture::picture(), status);
 
-        const QUrl url = server.url(QStringLiteral("/a.png"));
-        fixture.set(url);
+        fixture.set(fixture.url);
 
-        verifyFailure(&fixture, &log, {errorIn(url, error.arg(url.toString()))});
+        verifyFailure(&fixture, &log, {errorIn(fixture.url, error.arg(fixture.url.toString()))});
     }
 
     void serverThatHangsUp()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.hangUp(QStringLiteral("/a.png"));
+        OnlineFixture fixture;
+        fixture.server.hangUp(fixture.path);
 
-        const QUrl url = server.url(QStringLiteral("/a.png"));
-        fixture.set(url);
+        fixture.set(fixture.url);
 
-        verifyFailure(&fixture, &log, {errorIn(url, QStringLiteral("Connection closed"))});
+        verifyFailure(&fixture, &log, {errorIn(fixture.url, QStringLiteral("Connection closed"))});
     }
 
     void serverThatDoesNotListen()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        auto server = std::make_unique<HttpServer>();
-        const QUrl url = server->url(QStringLiteral("/a.png"));
-        server.reset();
+        OnlineFixture fixture;
+        fixture.server.close();
 
-        fixture.set(url);
+        fixture.set(fixture.url);
 
-        verifyFailure(&fixture, &log, {errorIn(url, QStringLiteral("Connection refused"))});
+        verifyFailure(&fixture, &log, {errorIn(fixture.url, QStringLiteral("Connection refused"))});
     }
 
     void schemeThatNobodyKnows()
     {
         MessageLog log;
-        ThemeFixture fixture;
+        OnlineFixture fixture;
         const QUrl url(QStringLiteral("pigeon://loft/a.png"));
 
         fixture.set(url);
@@ -346,32 +277,28 @@ private Q_SLOTS:
     void certificateThatNobodyTrusts()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server(HttpServer::Transport::UntrustedCertificate);
-        server.answer(QStringLiteral("/a.png"), picture());
+        OnlineFixture fixture(HttpServer::Transport::UntrustedCertificate);
 
-        const QUrl url = server.url(QStringLiteral("/a.png"));
-        fixture.set(url);
+        fixture.set(fixture.url);
 
-        verifyFailure(&fixture, &log, {errorIn(url, QStringLiteral("SSL handshake failed"))});
-        QCOMPARE(server.requests(), QStringList());
+        verifyFailure(
+            &fixture, &log, {errorIn(fixture.url, QStringLiteral("SSL handshake failed"))});
+        QCOMPARE(fixture.server.requests(), QStringList());
     }
 
     void redirectIsNotFollowed()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/b.png"), picture());
-        server.answer(
-            QStringLiteral("/a.png"), QByteArray(), "302 Found",
-            "Location: " + server.url(QStringLiteral("/b.png")).toEncoded() + "\r\n");
+        OnlineFixture fixture;
+        fixture.server.answer(QStringLiteral("/b.png"), OnlineFixture::picture());
+        fixture.server.answer(
+            fixture.path, QByteArray(), "302 Found",
+            "Location: " + fixture.server.url(QStringLiteral("/b.png")).toEncoded() + "\r\n");
 
-        fixture.set(server.url(QStringLiteral("/a.png")));
+        fixture.set(fixture.url);
 
-        verifyFailure(
-            &fixture, &log, {notSaved(fixture.onlinePicture(QStringLiteral("online_img0.jpg")))});
-        QCOMPARE(server.requests(), QStringList(QStringLiteral("/a.png")));
+        verifyFailure(&fixture, &log, {notSaved(fixture.saved)});
+        QCOMPARE(fixture.server.requests(), QStringList(fixture.path));
     }
 
     void bodyThatIsNoPicture_data()
@@ -392,40 +319,33 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, body);
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/a.jpg"), body);
+        OnlineFixture fixture;
+        fixture.server.answer(fixture.path, body);
 
-        fixture.set(server.url(QStringLiteral("/a.jpg")));
+        fixture.set(fixture.url);
 
-        verifyFailure(
-            &fixture, &log, {notSaved(fixture.onlinePicture(QStringLiteral("online_img0.jpg")))});
+        verifyFailure(&fixture, &log, {notSaved(fixture.saved)});
     }
 
     void picturesFolderThatIsMissing()
     {
         MessageLog log;
-        ThemeFixture fixture;
+        OnlineFixture fixture;
         fixture.folder.remove(QStringLiteral("pictures"));
-        HttpServer server;
-        server.answer(QStringLiteral("/a.png"), picture());
 
-        fixture.set(server.url(QStringLiteral("/a.png")));
+        fixture.set(fixture.url);
 
-        verifyFailure(
-            &fixture, &log, {notSaved(fixture.onlinePicture(QStringLiteral("online_img0.jpg")))});
+        verifyFailure(&fixture, &log, {notSaved(fixture.saved)});
         QVERIFY(!QDir(fixture.onlinePicture(QString())).exists());
     }
 
     void pictureThatGetsNoRowStaysAFile()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/a.png"), picture());
+        OnlineFixture fixture;
         MoodsetLibrary::exec(refuse(QStringLiteral("INSERT"), QStringLiteral("file")));
 
-        fixture.set(server.url(QStringLiteral("/a.png")));
+        fixture.set(fixture.url);
 
         QStringList warnings;
         QTRY_VERIFY(!(warnings += log.takeWarnings()).isEmpty());
@@ -435,7 +355,7 @@ private Q_SLOTS:
             warnings.mid(4),
             QStringList(
                 {ReadyFunction, QStringLiteral("Failed to insert new image into database")}));
-        QCOMPARE(onlinePictures(fixture), QStringList(QStringLiteral("online_img0.jpg")));
+        QCOMPARE(fixture.savedPictures(), QStringList(QStringLiteral("online_img0.jpg")));
         QCOMPARE(StoreTrace::take(), QStringList());
         QCOMPARE(fixture.takeCreated(), QList<int>());
     }
@@ -443,193 +363,44 @@ private Q_SLOTS:
     void pictureWhoseOriginIsNotKeptComesIntoForce()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        server.answer(QStringLiteral("/a.png"), picture());
+        OnlineFixture fixture;
         MoodsetLibrary::exec(refuse(QStringLiteral("INSERT"), QStringLiteral("download")));
 
-        fixture.set(server.url(QStringLiteral("/a.png")));
+        fixture.set(fixture.url);
 
         QCOMPARE(fixture.waitForCreated().size(), 1);
         MoodsetLibrary::exec(QStringLiteral("DROP TRIGGER refuse_INSERT_download;"));
         const QStringList warnings = log.takeWarnings();
         QCOMPARE(warnings.size(), 4);
         QCOMPARE(warnings.at(1), QStringLiteral("Failed to execute m_insertDownload."));
-        const QString path = fixture.onlinePicture(QStringLiteral("online_img0.jpg"));
-        QCOMPARE(
-            ThemeFixture::takeKeys(),
-            fixture.keysOf(path, QString()) + ThemeFixture::partnerSpaceKeys());
-    }
-
-    void slowBodyIsWaitedFor()
-    {
-        MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        startSlowly(&server, QStringLiteral("/a.png"));
-        fixture.set(server.url(QStringLiteral("/a.png")));
-        QTRY_VERIFY(server.isHolding(QStringLiteral("/a.png")));
-        QCOMPARE(StoreTrace::take(), QStringList());
-
-        server.release(QStringLiteral("/a.png"));
-
-        QCOMPARE(fixture.waitForCreated().size(), 1);
-        const QString path = fixture.onlinePicture(QStringLiteral("online_img0.jpg"));
-        QCOMPARE(
-            ThemeFixture::takeKeys(),
-            fixture.keysOf(path, QString()) + ThemeFixture::partnerSpaceKeys());
-    }
-
-    /// Which request a download belongs to is not kept, so that both come into force.
-    void crossingDownloadsComeIntoForceAsTheyEnd()
-    {
-        MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        const QStringList paths{QStringLiteral("/a.png"), QStringLiteral("/b.png")};
-        for (const QString& path : paths) {
-            startSlowly(&server, path);
-            fixture.set(server.url(path));
-            QTRY_VERIFY(server.isHolding(path));
-        }
-
-        QStringList sources;
-        for (const QString& path : {paths.at(1), paths.at(0)}) {
-            server.release(path);
-            QCOMPARE(fixture.waitForCreated().size(), 1);
-            const QString file =
-                fixture.onlinePicture(QStringLiteral("online_img%1.jpg").arg(sources.size()));
-            QCOMPARE(
-                ThemeFixture::takeKeys(),
-                fixture.keysOf(file, QString()) + ThemeFixture::partnerSpaceKeys());
-            sources.append(fixture.library
-                               .value(
-                                   QStringLiteral("SELECT source FROM download WHERE fileId = ?"),
-                                   {fixture.fileId(file)})
-                               .toString());
-        }
-
-        QCOMPARE(
-            sources,
-            QStringList({server.url(paths.at(1)).toString(), server.url(paths.at(0)).toString()}));
-    }
-
-    void downloadThatACreationOvertakesIsOnlyStored()
-    {
-        MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        startSlowly(&server, QStringLiteral("/a.png"));
-        fixture.set(server.url(QStringLiteral("/a.png")));
-        QTRY_VERIFY(server.isHolding(QStringLiteral("/a.png")));
-
-        const QString other = fixture.addPicture();
-        fixture.create(other);
-        QCOMPARE(fixture.takeCreated(), QList<int>{static_cast<int>(fixture.fileId(other))});
-        server.release(QStringLiteral("/a.png"));
-
-        QCOMPARE(fixture.waitForCreated().size(), 1);
-        QCOMPARE(StoreTrace::take(), QStringList());
-        QCOMPARE(
-            fixture.moodsetRow(
-                fixture.onlinePicture(QStringLiteral("online_img0.jpg")),
-                QStringLiteral("version")),
-            QStringList(QStringLiteral("2")));
-    }
-
-    void createdDownloadThatOvertakesIsOnlyStoredToo()
-    {
-        MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        startSlowly(&server, QStringLiteral("/a.png"));
-        server.answer(QStringLiteral("/b.png"), picture());
-        fixture.set(server.url(QStringLiteral("/a.png")));
-        QTRY_VERIFY(server.isHolding(QStringLiteral("/a.png")));
-
-        fixture.create(server.url(QStringLiteral("/b.png")));
-        QCOMPARE(fixture.waitForCreated().size(), 1);
-        server.release(QStringLiteral("/a.png"));
-
-        QCOMPARE(fixture.waitForCreated().size(), 1);
-        QCOMPARE(StoreTrace::take(), QStringList());
-    }
-
-    /// The first key then holds the request that overtook.
-    void downloadThatAnActivationOvertakesComesIntoForceAfterIt()
-    {
-        MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        startSlowly(&server, QStringLiteral("/a.png"));
-        fixture.set(server.url(QStringLiteral("/a.png")));
-        QTRY_VERIFY(server.isHolding(QStringLiteral("/a.png")));
-        const QString other = fixture.addPicture();
-        fixture.set(other);
-        QCOMPARE(fixture.takeCreated().size(), 1);
-        QCOMPARE(ThemeFixture::takeKeys().value(0), request(other));
-
-        server.release(QStringLiteral("/a.png"));
-
-        QCOMPARE(fixture.waitForCreated().size(), 1);
-        const QString path = fixture.onlinePicture(QStringLiteral("online_img0.jpg"));
-        QCOMPARE(
-            ThemeFixture::takeKeys(),
-            fixture.keysOf(path, other) + ThemeFixture::partnerSpaceKeys());
+        QCOMPARE(ThemeFixture::takeKeys(), fixture.keysOfDownload(fixture.saved));
     }
 
     void requestAfterAFailedDownloadWorks()
     {
         MessageLog log;
-        ThemeFixture fixture;
-        HttpServer server;
-        const QUrl url = server.url(QStringLiteral("/a.png"));
-        fixture.set(url);
-        verifyFailure(
-            &fixture, &log,
-            {errorIn(
-                url,
-                QStringLiteral("Error transferring %1 - server replied: Not Found")
-                    .arg(url.toString()))});
-        server.answer(QStringLiteral("/a.png"), picture());
+        OnlineFixture fixture;
+        fixture.server.answer(fixture.path, "no picture");
+        fixture.set(fixture.url);
+        verifyFailure(&fixture, &log, {notSaved(fixture.saved)});
+        fixture.server.answer(fixture.path, OnlineFixture::picture());
 
-        fixture.set(url);
+        fixture.set(fixture.url);
 
         QCOMPARE(fixture.waitForCreated().size(), 1);
-        QCOMPARE(ThemeFixture::takeKeys().value(0), request(QString()));
-    }
-
-    void downloadUnderWayIsDroppedAtTheEnd()
-    {
-        MessageLog log;
-        HttpServer server;
-        startSlowly(&server, QStringLiteral("/a.png"));
-        {
-            ThemeFixture fixture;
-            fixture.set(server.url(QStringLiteral("/a.png")));
-            QTRY_VERIFY(server.isHolding(QStringLiteral("/a.png")));
-        }
-
-        QCOMPARE(log.takeWarnings(), QStringList());
-        QCOMPARE(StoreTrace::take(), QStringList());
+        QCOMPARE(ThemeFixture::takeKeys(), fixture.keysOfDownload(fixture.saved));
     }
 
 private:
-    static void startSlowly(HttpServer* server, const QString& path)
-    {
-        server->answer(path, picture());
-        server->hold(path);
-    }
-
     /// Waits for the warnings of a request that fails, which has no effect but these.
-    static void verifyFailure(ThemeFixture* fixture, MessageLog* log, const QStringList& expected)
+    static void verifyFailure(OnlineFixture* fixture, MessageLog* log, const QStringList& expected)
     {
         QStringList warnings;
         QTRY_VERIFY(!(warnings += log->takeWarnings()).isEmpty());
         QCOMPARE(warnings, expected);
         QCOMPARE(StoreTrace::take(), QStringList());
         QCOMPARE(fixture->takeCreated(), QList<int>());
-        QCOMPARE(onlinePictures(*fixture), QStringList());
+        QCOMPARE(fixture->savedPictures(), QStringList());
     }
 };
 
