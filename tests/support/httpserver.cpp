@@ -78,6 +78,8 @@ void HttpServer::breakOff(const QString& path)
     if (held.socket) {
         held.socket->abort();
     }
+    // The client asks again.
+    hangUp(path);
 }
 
 HttpServer::HeldBody HttpServer::takeHeldBody(const QString& path)

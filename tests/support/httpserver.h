@@ -42,7 +42,7 @@ public:
     void hold(const QString& path);
     /// Sends what was kept back.
     void release(const QString& path);
-    /// Cuts the connection instead.
+    /// Cuts the connection instead, and those of later requests for the path.
     void breakOff(const QString& path);
     /// Whether a request for a held path has come.
     [[nodiscard]] bool isHolding(const QString& path) const;

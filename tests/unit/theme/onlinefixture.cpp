@@ -26,18 +26,18 @@ QByteArray OnlineFixture::picture(const char* format)
     return data;
 }
 
-void OnlineFixture::setSlowly(const QString& path)
+void OnlineFixture::setSlowly(const QString& place)
 {
-    server.answer(path, picture());
-    server.hold(path);
-    set(server.url(path));
-    failUnless(QTest::qWaitFor([&] { return server.isHolding(path); }), "Nobody asked for it");
+    server.answer(place, picture());
+    server.hold(place);
+    set(server.url(place));
+    failUnless(QTest::qWaitFor([&] { return server.isHolding(place); }), "Nobody asked for it");
 }
 
-void OnlineFixture::download(const QString& path)
+void OnlineFixture::download(const QString& place)
 {
-    server.answer(path, picture());
-    create(server.url(path));
+    server.answer(place, picture());
+    create(server.url(place));
     waitForCreated();
 }
 

@@ -17,11 +17,10 @@ struct OnlineFixture : ThemeFixture
     /// A picture of 40 x 30 pixels, as a server sends it.
     static QByteArray picture(const char* format = "png");
 
-    /// Lets the server begin to send a picture for a path and then wait, and asks for that picture;
-    /// returns when the server has been asked.
-    void setSlowly(const QString& path);
-    /// Downloads a picture to its end.
-    void download(const QString& path);
+    /// Asks for a picture at a place of the server, which sends its first half and then waits.
+    void setSlowly(const QString& place);
+    /// Creates the moodset of a picture at a place of the server.
+    void download(const QString& place);
 
     /// The names in the pictures folder.
     [[nodiscard]] QStringList savedPictures() const;

@@ -350,11 +350,16 @@ private Q_SLOTS:
         QStringList warnings;
         QTRY_VERIFY(!(warnings += log.takeWarnings()).isEmpty());
         MoodsetLibrary::exec(QStringLiteral("DROP TRIGGER refuse_INSERT_file;"));
-        QCOMPARE(warnings.value(1), QStringLiteral("Failed to execute m_fileInsert."));
         QCOMPARE(
-            warnings.mid(4),
-            QStringList(
-                {ReadyFunction, QStringLiteral("Failed to insert new image into database")}));
+            warnings,
+            refusedWarnings(
+                QStringLiteral("qint64 FileManager::insertFile(const QString&)"),
+                QStringLiteral("Failed to execute m_fileInsert."),
+                QStringLiteral("INSERT INTO file (directoryId, mimeType, fileName, "
+                               "modificationTime, permissions, metadataCurrent) "
+                               "VALUES (?, ?, ?, ?, 3, 0);"))
+                + QStringList(
+                    {ReadyFunction, QStringLiteral("Failed to insert new image into database")}));
         QCOMPARE(fixture.savedPictures(), QStringList(QStringLiteral("online_img0.jpg")));
         QCOMPARE(StoreTrace::take(), QStringList());
         QCOMPARE(fixture.takeCreated(), QList<int>());
@@ -370,9 +375,13 @@ private Q_SLOTS:
 
         QCOMPARE(fixture.waitForCreated().size(), 1);
         MoodsetLibrary::exec(QStringLiteral("DROP TRIGGER refuse_INSERT_download;"));
-        const QStringList warnings = log.takeWarnings();
-        QCOMPARE(warnings.size(), 4);
-        QCOMPARE(warnings.at(1), QStringLiteral("Failed to execute m_insertDownload."));
+        QCOMPARE(
+            log.takeWarnings(),
+            refusedWarnings(
+                QStringLiteral("bool DownloadManager::create(qint64, QUrl)"),
+                QStringLiteral("Failed to execute m_insertDownload."),
+                QStringLiteral(
+                    "INSERT OR REPLACE INTO download ( fileId, source) VALUES (?, ?);")));
         QCOMPARE(ThemeFixture::takeKeys(), fixture.keysOfDownload(fixture.saved));
     }
 

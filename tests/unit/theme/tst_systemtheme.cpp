@@ -364,7 +364,16 @@ private Q_SLOTS:
         fixture.set(path);
 
         MoodsetLibrary::exec(QStringLiteral("DROP TRIGGER refuse_INSERT_moodset;"));
-        QCOMPARE(log.takeWarnings().value(1), QStringLiteral("Failed to execute m_insertMoodset."));
+        QCOMPARE(
+            log.takeWarnings(),
+            refusedWarnings(
+                QStringLiteral("bool MoodsetManager::create(const Moodset&)"),
+                QStringLiteral("Failed to execute m_insertMoodset."),
+                QStringLiteral(
+                    "INSERT INTO moodset ( fileId, homeWallpaper, applicationWallpaper, "
+                    "highlightColor, secondaryHighlightColor, primaryColor, secondaryColor, "
+                    "ringerVolume, enabledSounds, favorite, partnerSpace, version) "
+                    "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?);")));
         QVERIFY(ThemeFixture::takeKeys().contains(written(ThemeKeys::activeMoodset, path)));
         QCOMPARE(fixture.takeCreated(), QList<int>{static_cast<int>(fixture.fileId(path))});
         QCOMPARE(fixture.moodsetRow(path, QStringLiteral("version")), QStringList());
