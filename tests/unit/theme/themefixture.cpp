@@ -7,6 +7,7 @@
 #include "dconfcommand.h"
 #include "failunless.h"
 #include "mgconfitem.h"
+#include "moodsetlibrary.h"
 #include "picturefile.h"
 #include "storetrace.h"
 #include "themekeys.h"
@@ -47,6 +48,8 @@ ThemeFixture::ThemeFixture()
     failUnless(
         DaemonProcess::setPicturesFolder(folder.path(QStringLiteral("pictures"))),
         "Cannot set the pictures folder");
+    // A server can get the port of an earlier one, whose pictures are gone.
+    MoodsetLibrary::exec(QStringLiteral("DELETE FROM download;"));
     StoreTrace::take();
 }
 

@@ -17,7 +17,8 @@
 #include <memory>
 
 /// A theme with the daemon's managers, its database and its store, which has no values but those of
-/// a small screen, and a folder for what goes into it. The pictures folder is empty.
+/// a small screen, and a folder for what goes into it. The pictures folder is empty, and the
+/// database knows of no downloads.
 class ThemeFixture
 {
 public:
