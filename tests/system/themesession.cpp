@@ -99,11 +99,10 @@ bool ThemeSession::edit(const QString& path, const QVariantMap& values)
         BusClient::call(QStringLiteral("saveAttributes"), {moodsetType, fileId(path), values}));
 }
 
-QStringList ThemeSession::expectedTheme(
-    const QString& path, const QString& request, const QString& partnerSpace)
+QStringList ThemeSession::expectedTheme(const QString& path, const QString& request)
 {
     QStringList keys = ThemeKeys::ofMoodset(library(), path, request);
-    keys.append(ThemeKeys::written(ThemeKeys::partnerSpace, partnerSpace));
+    keys.append(ThemeKeys::written(ThemeKeys::partnerSpace, QString()));
     keys.sort();
     return keys;
 }

@@ -48,12 +48,12 @@ public:
     /// The theme that other processes read in the store, as expectedTheme() gives it.
     static QStringList theme() { return UserStore::values(QStringLiteral("/desktop/")); }
     /// The keys of a moodset that has come into force by a request for `request`, after its row.
-    QStringList expectedTheme(
-        const QString& path, const QString& request, const QString& partnerSpace = QString());
+    /// It has no partner space.
+    QStringList expectedTheme(const QString& path, const QString& request);
     QStringList expectedTheme(const QString& path) { return expectedTheme(path, path); }
 
-    /// Whether a daemon has written nothing to the store since the watcher was made, by another
-    /// picture that becomes the theme: what a daemon writes comes in the order of writing.
+    /// Whether the daemon has written nothing to the store since the watcher was made. For this,
+    /// another picture becomes the theme: what a daemon writes comes in the order of writing.
     Q_REQUIRED_RESULT bool hasWrittenNothing(StoreWatcher* watcher);
 
     /// The profile values that other processes read: "/com/zavro/profile/general/key='text'".
