@@ -54,11 +54,9 @@ class HugePicturesTest : public QObject
 private Q_SLOTS:
     void hugePictureLeavesTheThemeAlone_data()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("PNG") << pngBomb(Huge);
+        hugePictureOnTheNetworkIsNotSaved_data();
+        // Its bits fit, but not the pixels to be scaled.
         QTest::newRow("whole PNG") << completePngBomb(Huge);
-        QTest::newRow("BMP") << bmpBomb(Huge);
-        QTest::newRow("GIF") << gifBomb(Huge);
     }
 
     void hugePictureLeavesTheThemeAlone()
@@ -77,7 +75,14 @@ private Q_SLOTS:
         QVERIFY(session.goesOn());
     }
 
-    void hugePictureOnTheNetworkIsNotSaved_data() { hugePictureLeavesTheThemeAlone_data(); }
+    void hugePictureOnTheNetworkIsNotSaved_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("PNG") << pngBomb(Huge);
+        QTest::newRow("BMP") << bmpBomb(Huge);
+        QTest::newRow("GIF") << gifBomb(Huge);
+    }
+
     void hugePictureOnTheNetworkIsNotSaved()
     {
         QFETCH(QByteArray, content);
