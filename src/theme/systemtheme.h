@@ -36,8 +36,8 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Makes a moodset from a URL, or finds the one that it has, and stores it; with `makeCurrent`
     /// it also comes into force. A request for the same URL as the last one with `makeCurrent`
-    /// counts as one with it. A download's moodset comes into force only if no other request was
-    /// made meanwhile.
+    /// counts as one with it. Whether a download's moodset comes into force is decided at its end,
+    /// by the latest request: it does if that was one with `makeCurrent`, whatever its URL.
     void generateMoodset(const QUrl& imageUrl, bool makeCurrent);
 
 private Q_SLOTS:

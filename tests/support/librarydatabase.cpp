@@ -78,3 +78,25 @@ QVariant LibraryDatabase::value(const QString& statement, const QVariantList& va
     }
     return result.first().first();
 }
+
+qint64 LibraryDatabase::fileId(const QString& path) const
+{
+    const Rows files = rows(
+        QStringLiteral("SELECT file.id FROM file JOIN directory ON directory.id = directoryId "
+                       "WHERE directory.path || '/' || fileName = ?"),
+        {path});
+    return files.isEmpty() ? 0 : files.constFirst().constFirst().toLongLong();
+}
+
+QStringList LibraryDatabase::moodset(const QString& path, const QString& columns) const
+{
+    QStringList texts;
+    const Rows moodsets = rows(
+        QStringLiteral("SELECT %1 FROM moodset WHERE fileId = ?").arg(columns), {fileId(path)});
+    for (const QVariantList& row : moodsets) {
+        for (const QVariant& value : row) {
+            texts.append(value.toString());
+        }
+    }
+    return texts;
+}

@@ -3,6 +3,7 @@
 
 #include <QSqlDatabase>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <QVector>
 
@@ -30,6 +31,12 @@ public:
     /// The first column of the only row that statement selects; an invalid value, and a failed
     /// test, if it selects any other number of rows.
     QVariant value(const QString& statement, const QVariantList& values = {}) const;
+
+    /// The id of a file's row; 0 if it has none.
+    qint64 fileId(const QString& path) const;
+
+    /// Columns of the moodset of a file, as texts; empty if it has none.
+    QStringList moodset(const QString& path, const QString& columns) const;
 
 private:
     QString m_connectionName;

@@ -69,6 +69,17 @@ bool DaemonSession::startOnBus()
     return folders.isValid() && daemon.start() && daemon.waitForName() && BusClient::ping();
 }
 
+bool DaemonSession::startAtRest()
+{
+    const QString idle = QStringLiteral("InstallManager idle in");
+    const int before = daemon.lines().filter(idle).size();
+    return startOnBus()
+        && QTest::qWaitFor(
+               [&] { return daemon.lines().filter(idle).size() > before; },
+               DaemonProcess::deadlineMs)
+        && waitUntilFollowed();
+}
+
 bool DaemonSession::restart()
 {
     return daemon.terminate() && start();
@@ -97,14 +108,18 @@ bool DaemonSession::waitUntilComplete()
 
 bool DaemonSession::forgetAnnouncements()
 {
+    const bool areAll = waitUntilAnnounced();
+    client.forgetAnnouncements();
+    return areAll;
+}
+
+bool DaemonSession::waitUntilAnnounced()
+{
     // The types of a burst are announced in ascending order, so that this one comes last.
-    constexpr int lastType = 4;
-    client.forgetAnnouncements();
-    BusClient::send(QStringLiteral("saveAttributes"), {lastType, 0LL, QVariantMap()});
-    const bool announced = QTest::qWaitFor(
-        [&] { return client.announcements().contains(lastType); }, DaemonProcess::deadlineMs);
-    client.forgetAnnouncements();
-    return announced;
+    BusClient::send(QStringLiteral("saveAttributes"), {LastAnnouncedType, 0LL, QVariantMap()});
+    return QTest::qWaitFor(
+        [&] { return client.announcements().contains(LastAnnouncedType); },
+        DaemonProcess::deadlineMs);
 }
 
 const LibraryDatabase& DaemonSession::library()
@@ -146,11 +161,7 @@ QStringList DaemonSession::diskFiles() const
 
 qint64 DaemonSession::fileId(const QString& path)
 {
-    const LibraryDatabase::Rows rows = library().rows(
-        QStringLiteral("SELECT file.id FROM file JOIN directory ON directory.id = directoryId "
-                       "WHERE directory.path || '/' || fileName = ?"),
-        {path});
-    return rows.isEmpty() ? 0 : rows.constFirst().constFirst().toLongLong();
+    return library().fileId(path);
 }
 
 QSize DaemonSession::pictureSize(const QString& path)
@@ -159,4 +170,15 @@ QSize DaemonSession::pictureSize(const QString& path)
         QStringLiteral("SELECT width, height FROM image WHERE fileId = ?"), {fileId(path)});
     return rows.isEmpty() ? QSize()
                           : QSize(rows.constFirst().at(0).toInt(), rows.constFirst().at(1).toInt());
+}
+
+QStringList DaemonSession::rowExistsWarnings()
+{
+    return {
+        QStringLiteral("bool FileManager::readEvent()"),
+        QStringLiteral("Failed to execute m_fileInsert."),
+        QStringLiteral("QSqlError(\"19\", \"Unable to fetch row\", \"UNIQUE constraint failed: "
+                       "file.directoryId, file.fileName\")"),
+        QStringLiteral("\"INSERT INTO file (directoryId, mimeType, fileName, modificationTime, "
+                       "permissions, metadataCurrent) VALUES (?, ?, ?, ?, 3, 0);\"")};
 }

@@ -33,6 +33,9 @@ public:
     /// Starts the daemon, and waits until it answers on the bus.
     bool startOnBus();
 
+    /// Starts the daemon, and waits until it is done with bundles and with files.
+    bool startAtRest();
+
     /// Ends the daemon with SIGTERM, and starts it again as start() does.
     bool restart();
 
@@ -44,8 +47,13 @@ public:
     /// picture.
     bool waitUntilComplete();
 
-    /// Waits until all changes so far have been announced, and forgets it. The daemon must be idle,
-    /// and have no announcement of type 4 to make.
+    /// Waits until all changes so far have been announced, of which the last type, which is
+    /// announced besides, tells. The daemon must be idle, and have no announcement of that type to
+    /// make.
+    bool waitUntilAnnounced();
+    static constexpr int LastAnnouncedType = 4;
+
+    /// The same, and forgets it.
     bool forgetAnnouncements();
 
     /// The database, which exists once the daemon has been idle or on the bus.
@@ -69,6 +77,9 @@ public:
 
     /// The size of a picture in the library; an invalid size if it has no row in `image`.
     QSize pictureSize(const QString& path);
+
+    /// What the log tells of a change on the disk that brought a row for a name which has one.
+    static QStringList rowExistsWarnings();
 
     UserFolders folders;
     BusClient client;

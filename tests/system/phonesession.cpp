@@ -1,26 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "phonesession.h"
 
-#include "dconfcommand.h"
-
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTest>
 
 namespace {
 
-const QString InstallPath = QStringLiteral("/usr/share/moodset/");
-const QString Bundle = InstallPath + QStringLiteral("coast-light");
-
-bool run(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedChannels);
-    process.start(program, arguments);
-    return process.waitForFinished(DaemonProcess::deadlineMs)
-        && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-}
+const QString Bundle = InstalledBundles::folder() + QStringLiteral("coast-light");
 
 QString wizardMarkerPath()
 {
@@ -39,27 +26,17 @@ Phone::Phone()
 
 PhoneSession::PhoneSession(const QString& executable)
     : DaemonSession(executable)
+    , m_bundles(folders)
 {
-    // The store's service has the machine's folder, whoever the user is.
-    const QString config = qEnvironmentVariable("XDG_CONFIG_HOME");
-    const QString stored =
-        qEnvironmentVariable("PRIVATE_MACHINE") + QStringLiteral("/config/dconf");
-    const QString mime = folders.data() + QStringLiteral("/mime");
     QFile marker(wizardMarkerPath());
     m_isReady =
-        isThere && QDir().mkpath(stored) && QFile::link(stored, config + QStringLiteral("/dconf"))
-        && QDir().mkpath(mime + QStringLiteral("/packages"))
-        && QFile::copy(
-            QStringLiteral(MIME_DEFINITION), mime + QStringLiteral("/packages/moodsetd.xml"))
-        && run(QStringLiteral("update-mime-database"), {mime}) && marker.open(QIODevice::WriteOnly);
+        isThere && m_bundles.isValid() && m_store.isValid() && marker.open(QIODevice::WriteOnly);
 }
 
 PhoneSession::~PhoneSession()
 {
     daemon.terminate();
     QFile::remove(wizardMarkerPath());
-    QDir(Bundle).removeRecursively();
-    runDconf({QStringLiteral("reset"), QStringLiteral("-f"), QStringLiteral("/desktop/")});
 }
 
 bool PhoneSession::startOnPhone()
@@ -70,9 +47,7 @@ bool PhoneSession::startOnPhone()
 
 bool PhoneSession::installBundle(bool isFavorite)
 {
-    if (!run(
-            QStringLiteral("cp"),
-            {QStringLiteral("-r"), QStringLiteral(SAMPLE_BUNDLES "/coast-light"), InstallPath})) {
+    if (!InstalledBundles::installSample(QStringLiteral("coast-light"))) {
         return false;
     }
     store.send(
@@ -100,8 +75,7 @@ int PhoneSession::sounds()
 
 QString PhoneSession::stored(const QString& key)
 {
-    return QString::fromUtf8(
-        runDconf({QStringLiteral("read"), QStringLiteral("/desktop/zavro/theme/") + key}));
+    return UserStore::value(QStringLiteral("/desktop/zavro/theme/") + key);
 }
 
 bool PhoneSession::isMoodset()

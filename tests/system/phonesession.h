@@ -2,7 +2,9 @@
 #pragma once
 
 #include "daemonsession.h"
+#include "installedbundles.h"
 #include "playedphone.h"
+#include "userstore.h"
 
 #include <QString>
 
@@ -29,7 +31,7 @@ public:
     static const QString MoodsetFile;
 
     explicit PhoneSession(const QString& executable = QString());
-    /// Ends the daemon, and removes what later sessions would find.
+    /// Ends the daemon.
     ~PhoneSession();
     Q_DISABLE_COPY_MOVE(PhoneSession)
 
@@ -51,6 +53,8 @@ public:
 private:
     bool isMoodset();
 
+    const InstalledBundles m_bundles;
+    const UserStore m_store;
     bool m_isReady;
     int m_sounds = 0;
 };

@@ -1,30 +1,19 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "command.h"
 #include "daemonsession.h"
+#include "installedbundles.h"
 #include "openedfiles.h"
 
 #include <QDir>
-#include <QDirIterator>
-#include <QProcess>
 #include <QTest>
 
 namespace {
 
-const QString InstallPath = QStringLiteral("/usr/share/moodset/");
-
-bool run(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedChannels);
-    process.start(program, arguments);
-    return process.waitForFinished(DaemonProcess::deadlineMs)
-        && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-}
+const QString InstallPath = InstalledBundles::folder();
 
 bool write(const QString& path, const QByteArray& content)
 {
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly)
-        && file.write(content) == content.size();
+    return InstalledBundles::write(path, content);
 }
 
 /// Gives a file a time of change that no other has.
@@ -40,7 +29,7 @@ bool makeOlder(const QString& path)
 /// Calls a method of the daemon's interface with gdbus, a client without Qt.
 bool callWithoutQt(const QString& method, const QStringList& arguments)
 {
-    return run(
+    return runCommand(
         QStringLiteral("gdbus"),
         QStringList{
             QStringLiteral("call"), QStringLiteral("--session"), QStringLiteral("--dest"),
@@ -64,53 +53,14 @@ bool writePackage(const QString& package, const QByteArray& displayName)
 /// A daemon that knows the file types of bundles, and the bundles in /usr/share.
 struct BundleSession : DaemonSession
 {
-    BundleSession()
-    {
-        const QString mime = folders.data() + QStringLiteral("/mime");
-        m_ready =
-            QDir().mkpath(mime + QStringLiteral("/packages"))
-            && QFile::copy(
-                QStringLiteral(MIME_DEFINITION), mime + QStringLiteral("/packages/moodsetd.xml"))
-            && run(QStringLiteral("update-mime-database"), {mime});
-    }
-    ~BundleSession()
-    {
-        for (const auto& path :
-             {QStringLiteral("/usr/share/moodset"), QStringLiteral("/usr/share/sounds"),
-              QStringLiteral("/usr/share/translations")}) {
-            QDirIterator entries(path, QDir::AllEntries | QDir::NoDotAndDotDot);
-            while (entries.hasNext()) {
-                const QString entry = entries.next();
-                entries.fileInfo().isDir() ? QDir(entry).removeRecursively() : QFile::remove(entry);
-            }
-        }
-    }
-    Q_DISABLE_COPY_MOVE(BundleSession)
-
-    bool startWithBundles() { return m_ready && startOnBus(); }
-    static bool installSample(const QString& name)
-    {
-        return run(
-            QStringLiteral("cp"),
-            {QStringLiteral("-r"), QStringLiteral(SAMPLE_BUNDLES "/") + name, InstallPath});
-    }
-    /// Starts the daemon, and waits until it is done with bundles and with files.
-    bool startAtRest()
-    {
-        const QString idle = QStringLiteral("InstallManager idle in");
-        const int before = daemon.lines().filter(idle).size();
-        return startWithBundles()
-            && QTest::qWaitFor(
-                   [&] { return daemon.lines().filter(idle).size() > before; },
-                   DaemonProcess::deadlineMs)
-            && waitUntilFollowed();
-    }
+    bool startWithBundles() { return m_bundles.isValid() && startOnBus(); }
+    bool startAtRest() { return m_bundles.isValid() && DaemonSession::startAtRest(); }
     bool startWithSamplesAtRest()
     {
         for (const auto& name :
              {QStringLiteral("coast-light"), QStringLiteral("first-snow"),
               QStringLiteral("autumn-walk")}) {
-            if (!installSample(name)) {
+            if (!InstalledBundles::installSample(name)) {
                 return false;
             }
         }
@@ -150,7 +100,7 @@ struct BundleSession : DaemonSession
     }
 
 private:
-    bool m_ready = false;
+    const InstalledBundles m_bundles{folders};
 };
 
 } // namespace
@@ -229,7 +179,7 @@ private Q_SLOTS:
         QVERIFY(session.startWithBundles());
         QVERIFY(writePackage(QStringLiteral("new"), "New"));
 
-        QVERIFY(run(
+        QVERIFY(runCommand(
             QStringLiteral("gdbus"),
             {QStringLiteral("emit"), QStringLiteral("--session"), QStringLiteral("--object-path"),
              QStringLiteral("/StoreClient"), QStringLiteral("--signal"),
@@ -249,7 +199,7 @@ private Q_SLOTS:
     void editSurvivesANewVersionOfThePackage()
     {
         BundleSession session;
-        QVERIFY(BundleSession::installSample(QStringLiteral("coast-light")));
+        QVERIFY(InstalledBundles::installSample(QStringLiteral("coast-light")));
         QVERIFY(session.startWithBundles());
         const QString path = InstallPath + QStringLiteral("coast-light/coast-light.moodset");
         QTRY_COMPARE_WITH_TIMEOUT(session.tones(path).size(), 3, DaemonProcess::deadlineMs);
@@ -441,7 +391,7 @@ private Q_SLOTS:
     void newLocaleTranslatesTheName()
     {
         BundleSession session;
-        QVERIFY(BundleSession::installSample(QStringLiteral("coast-light")));
+        QVERIFY(InstalledBundles::installSample(QStringLiteral("coast-light")));
         QVERIFY(QFile::copy(
             QStringLiteral(GERMAN_CATALOGUE),
             QStringLiteral("/usr/share/translations/moodset-coast-light-de.qm")));

@@ -40,18 +40,6 @@ private:
                 QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime);
     }
 
-    /// What the log tells of events that brought a row for a name which has one.
-    static QStringList insertWarnings()
-    {
-        return {
-            QStringLiteral("bool FileManager::readEvent()"),
-            QStringLiteral("Failed to execute m_fileInsert."),
-            QStringLiteral("QSqlError(\"19\", \"Unable to fetch row\", \"UNIQUE constraint failed: "
-                           "file.directoryId, file.fileName\")"),
-            QStringLiteral("\"INSERT INTO file (directoryId, mimeType, fileName, modificationTime, "
-                           "permissions, metadataCurrent) VALUES (?, ?, ?, ?, 3, 0);\"")};
-    }
-
 private Q_SLOTS:
     void entersFilesThatAreWritten()
     {
@@ -322,10 +310,10 @@ private Q_SLOTS:
         QVERIFY(rename(session.folders.elsewhere(QStringLiteral("a.png")), replaced));
         QVERIFY(rename(session.folders.elsewhere(QStringLiteral("b.png")), lost));
         session.daemon.resume();
-        QVERIFY(session.daemon.waitForLine(insertWarnings().constLast()));
+        QVERIFY(session.daemon.waitForLine(DaemonSession::rowExistsWarnings().constLast()));
         QVERIFY(session.waitUntilFollowed());
 
-        QCOMPARE(session.daemon.takeWarnings(), insertWarnings());
+        QCOMPARE(session.daemon.takeWarnings(), DaemonSession::rowExistsWarnings());
         QCOMPARE(session.pictureSize(replaced), m_size);
         QCOMPARE(session.fileId(lost), 0);
         QVERIFY(session.restart());

@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "daemonsession.h"
-#include "dconfcommand.h"
 #include "decompressionbomb.h"
+#include "httpserver.h"
 #include "picturefile.h"
+#include "themesession.h"
 
 #include <QFile>
 #include <QImage>
 #include <QImageWriter>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QTest>
-#include <QUrl>
 
 namespace {
 
+const QString Path = QStringLiteral("/a.png");
 const QSize Huge(30000, 30000);
 const QSize Megapixels48(8000, 6000);
 const QSize Megapixels108(12000, 9000);
@@ -34,18 +32,12 @@ qint64 unitAddressSpace()
     return 0;
 }
 
-bool writeFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
-}
-
 /// The head of a WebP picture of one pixel, and behind it nothing, for almost all that the daemon
 /// may have. The plugin for WebP reads a whole file before it decodes it.
 bool writeFileLargerThanMemory(const QString& path)
 {
     constexpr qint64 lessThanAnIdleDaemonHas = 64 * 1024 * 1024;
-    return writeFile(path, QByteArray("RIFF\xf8\xff\xff\x3fWEBPVP8X\x0a\0\0\0", 20))
+    return InstalledBundles::write(path, QByteArray("RIFF\xf8\xff\xff\x3fWEBPVP8X\x0a\0\0\0", 20))
         && QFile::resize(path, unitAddressSpace() - lessThanAnIdleDaemonHas);
 }
 
@@ -58,57 +50,21 @@ bool writeLargePicture(const QString& path, const QSize& size, bool isProgressiv
     return writer.write(image);
 }
 
-/// Answers each request with one body.
-class PictureServer : public QTcpServer
+/// A user whose daemon has the addresses of its unit, and whose phone has a large screen.
+struct LimitedSession : ThemeSession
 {
-public:
-    explicit PictureServer(const QByteArray& body)
+    LimitedSession()
     {
-        connect(this, &QTcpServer::newConnection, this, [this, body] {
-            QTcpSocket* const socket = nextPendingConnection();
-            socket->write("HTTP/1.0 200 OK\r\n\r\n" + body);
-            socket->disconnectFromHost();
-        });
-        if (!listen(QHostAddress::LocalHost)) {
-            QTest::qFail("The server cannot listen", __FILE__, __LINE__);
-        }
-    }
-
-    [[nodiscard]] QString url() const
-    {
-        return QStringLiteral("http://127.0.0.1:%1/a.png").arg(serverPort());
-    }
-};
-
-/// A user whose daemon has the addresses of its unit.
-struct LimitedSession : DaemonSession
-{
-    LimitedSession() { daemon.limitAddressSpace(unitAddressSpace()); }
-
-    /// Asks for a moodset as a client does; false if the daemon does not answer.
-    static bool set(const QString& url)
-    {
-        return BusClient::call(QStringLiteral("setMoodset"), {url}).type()
-            == QDBusMessage::ReplyMessage;
-    }
-    static bool setFile(const QString& path) { return set(QUrl::fromLocalFile(path).toString()); }
-
-    /// The moodset in force. The store's service has the machine's folder, whoever the user is.
-    static QString activeMoodset()
-    {
-        const QByteArray ofUser = qgetenv("XDG_CONFIG_HOME");
-        qputenv("XDG_CONFIG_HOME", qgetenv("PRIVATE_MACHINE") + "/config");
-        const QByteArray value = runDconf(
-            {QStringLiteral("read"), QStringLiteral("/desktop/zavro/theme/active_moodset")});
-        qputenv("XDG_CONFIG_HOME", ofUser);
-        return QString::fromUtf8(value.mid(1, value.size() - 2));
+        daemon.limitAddressSpace(unitAddressSpace());
+        UserStore::write(QStringLiteral("/vantile/screen/primary/width"), QStringLiteral("1080"));
+        UserStore::write(QStringLiteral("/vantile/screen/primary/height"), QStringLiteral("2520"));
     }
 
     /// Whether a picture that fits comes into force.
-    bool setsGoodPicture() const
+    bool setsGoodPicture()
     {
         const QString path = folders.elsewhere(QStringLiteral("good.png"));
-        return writePicture(path, QSize(200, 300)) && setFile(path) && activeMoodset() == path;
+        return writePicture(path) && set(path) && theme() == expectedTheme(path);
     }
 };
 
@@ -128,13 +84,12 @@ private Q_SLOTS:
         QFETCH(QStringList, messages);
         LimitedSession session;
         const QString path = session.folders.elsewhere(QStringLiteral("bomb.jpg"));
-        QVERIFY(writeFile(path, bytes));
-        QVERIFY(session.start());
-        const QString before = LimitedSession::activeMoodset();
+        QVERIFY(InstalledBundles::write(path, bytes));
+        QVERIFY(session.startAtRest());
 
-        QVERIFY(LimitedSession::setFile(path));
+        QVERIFY(ThemeSession::set(path));
 
-        QCOMPARE(LimitedSession::activeMoodset(), before);
+        QCOMPARE(ThemeSession::theme(), QStringList());
         QVERIFY(session.setsGoodPicture());
         QCOMPARE(session.daemon.takeWarnings(), messages);
     }
@@ -144,21 +99,22 @@ private Q_SLOTS:
         LimitedSession session;
         const QString path = session.folders.elsewhere(QStringLiteral("a.webp"));
         QVERIFY(writeFileLargerThanMemory(path));
-        QVERIFY(session.start());
+        QVERIFY(session.startAtRest());
 
-        QVERIFY(LimitedSession::setFile(path));
+        QVERIFY(ThemeSession::set(path));
 
-        QVERIFY(LimitedSession::activeMoodset() != path);
+        QCOMPARE(ThemeSession::theme(), QStringList());
         QVERIFY(session.setsGoodPicture());
     }
 
     void daemonOutlivesADownloadedBomb()
     {
         LimitedSession session;
-        const PictureServer server(pngBomb(Huge));
-        QVERIFY(session.start());
+        HttpServer server;
+        server.answer(Path, pngBomb(Huge));
+        QVERIFY(session.startAtRest());
 
-        QVERIFY(LimitedSession::set(server.url()));
+        QVERIFY(ThemeSession::set(server.url(Path)));
 
         const QString warning =
             QStringLiteral("Failed to save online image... \"%1\"")
@@ -172,16 +128,18 @@ private Q_SLOTS:
     {
         LimitedSession session;
         const UserFolders& folders = session.folders;
-        QVERIFY(writeFile(folders.picture(QStringLiteral("a.png")), pngBomb(Huge)));
-        QVERIFY(writeFile(folders.picture(QStringLiteral("b.png")), completePngBomb(Huge)));
-        QVERIFY(writeFile(folders.picture(QStringLiteral("c.jpg")), jpegBomb(Huge)));
-        QVERIFY(writeFile(folders.picture(QStringLiteral("d.jpg")), jpegBomb(Huge, true)));
-        QVERIFY(writeFile(folders.picture(QStringLiteral("e.bmp")), bmpBomb(Huge)));
-        QVERIFY(writeFile(folders.picture(QStringLiteral("f.gif")), gifBomb(Huge)));
+        QVERIFY(InstalledBundles::write(folders.picture(QStringLiteral("a.png")), pngBomb(Huge)));
+        QVERIFY(InstalledBundles::write(
+            folders.picture(QStringLiteral("b.png")), completePngBomb(Huge)));
+        QVERIFY(InstalledBundles::write(folders.picture(QStringLiteral("c.jpg")), jpegBomb(Huge)));
+        QVERIFY(InstalledBundles::write(
+            folders.picture(QStringLiteral("d.jpg")), jpegBomb(Huge, true)));
+        QVERIFY(InstalledBundles::write(folders.picture(QStringLiteral("e.bmp")), bmpBomb(Huge)));
+        QVERIFY(InstalledBundles::write(folders.picture(QStringLiteral("f.gif")), gifBomb(Huge)));
         QVERIFY(writeFileLargerThanMemory(folders.picture(QStringLiteral("g.webp"))));
         QVERIFY(writePicture(folders.picture(QStringLiteral("h.png")), QSize(3, 2)));
 
-        QVERIFY(session.start());
+        QVERIFY(session.startAtRest());
 
         const auto size = [&](const char* name) {
             return session.pictureSize(folders.picture(QLatin1String(name)));
@@ -216,11 +174,11 @@ private Q_SLOTS:
         LimitedSession session;
         const QString path = session.folders.elsewhere(name);
         QVERIFY(writeLargePicture(path, size, isProgressive));
-        QVERIFY(session.start());
+        QVERIFY(session.startAtRest());
 
-        QVERIFY(LimitedSession::setFile(path));
+        QVERIFY(ThemeSession::set(path));
 
-        QCOMPARE(LimitedSession::activeMoodset(), path);
+        QCOMPARE(ThemeSession::theme(), session.expectedTheme(path));
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
     }
 };

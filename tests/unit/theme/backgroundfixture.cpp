@@ -5,6 +5,7 @@
 #include "exifbuilder.h"
 #include "paintedpicture.h"
 #include "theme/systembackgroundimage.h"
+#include "themekeys.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -65,11 +66,7 @@ QString BackgroundFixture::legacyDirectory()
 
 QString BackgroundFixture::homeWallpaperName(const QString& source)
 {
-    quint32 hash = 0;
-    for (const QChar unit : source) {
-        hash = 31 * hash + unit.unicode();
-    }
-    return QLatin1Char('/') + QString::number(hash, 16) + QStringLiteral("hp.jpg");
+    return QLatin1Char('/') + wallpaperName(source, QStringLiteral("hp.jpg"));
 }
 
 QStringList BackgroundFixture::filesIn(const QString& folder)

@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "storewatcher.h"
+#include "themekeys.h"
+#include "themesession.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTest>
+
+namespace {
+
+const QString Highlight = QStringLiteral("highlightColor");
+
+/// A daemon with one picture, which is the theme.
+struct PictureSession : ThemeSession
+{
+    bool startWithTheme()
+    {
+        return writePicture(path) && startAtRest() && set(path)
+            && takeAnnouncements() == QList<int>{1};
+    }
+
+    const QString path = folders.picture(QStringLiteral("a.png"));
+};
+
+/// A daemon with one bundle, which is the theme.
+struct BundleSession : ThemeSession
+{
+    bool startWithTheme()
+    {
+        return write("#ff010203") && startAtRest() && set(path)
+            && takeAnnouncements() == QList<int>{1};
+    }
+
+    static bool write(const QByteArray& highlightColor)
+    {
+        return writeBundle(
+            QStringLiteral("a"),
+            R"({"wallpaper": "w.png", "version": 2, "ringerVolume": 20, "highlightColor": ")"
+                + highlightColor + R"("})");
+    }
+
+    static bool install()
+    {
+        return BusClient::call(QStringLiteral("installPackage"), {package()}).type()
+            == QDBusMessage::ReplyMessage;
+    }
+
+    static QString package() { return InstalledBundles::folder() + QLatin1Char('a'); }
+
+    const QString path = bundleFile(QStringLiteral("a"));
+};
+
+const QString Foreign = QStringLiteral("'foreign'");
+
+/// Lets another process write all keys of the theme but the one that names it, so that it shows
+/// which of them the daemon writes anew.
+void overwriteTheme()
+{
+    for (const QString& key : ThemeKeys::names()) {
+        if (key != ThemeKeys::picture) {
+            UserStore::write(key, Foreign);
+        }
+    }
+}
+
+/// The keys that are as the other process wrote them.
+QStringList foreignKeys()
+{
+    QStringList keys;
+    for (const QString& key : ThemeKeys::names()) {
+        if (UserStore::value(key) == Foreign) {
+            keys.append(key);
+        }
+    }
+    return keys;
+}
+
+/// The keys that are no colours, less the one that names the theme.
+QStringList otherKeys()
+{
+    return {ThemeKeys::homeWallpaper, ThemeKeys::applicationWallpaper, ThemeKeys::activeMoodset};
+}
+
+} // namespace
+
+/// What other processes see when the theme changes, and when it does not.
+class ThemeChangesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// What is written while the store's service deals with the first key can come at once.
+    void keysAreAnnouncedInTheirOrder()
+    {
+        ThemeSession session;
+        const QString path = session.folders.picture(QStringLiteral("a.png"));
+        QVERIFY(ThemeSession::writePicture(path));
+        QVERIFY(session.startAtRest());
+        StoreWatcher watcher;
+
+        QVERIFY(ThemeSession::set(path));
+
+        QVERIFY(watcher.catchUp());
+        const QStringList& keys = ThemeKeys::names();
+        QCOMPARE(watcher.announcements().value(0), QStringList(keys.first()));
+        for (int i = 1; i < keys.size(); ++i) {
+            QVERIFY2(
+                watcher.announcementOf(keys.at(i)) >= watcher.announcementOf(keys.at(i - 1)),
+                qPrintable(keys.at(i)));
+        }
+        QVERIFY(
+            watcher.announcementOf(ThemeKeys::partnerSpace)
+            > watcher.announcementOf(ThemeKeys::activeMoodset));
+    }
+
+    void secondRequestForTheThemeChangesNothing()
+    {
+        PictureSession session;
+        QVERIFY(session.startWithTheme());
+        const QString columns = QStringLiteral("*");
+        const QStringList row = session.library().moodset(session.path, columns);
+        StoreWatcher watcher;
+
+        QVERIFY(ThemeSession::set(session.path));
+
+        QVERIFY(watcher.catchUp());
+        QCOMPARE(watcher.announcements(), QList<QStringList>());
+        QCOMPARE(session.library().moodset(session.path, columns), row);
+        QCOMPARE(session.takeAnnouncements(), QList<int>{1});
+    }
+
+    void secondRequestForTheThemeWritesItsWallpapersAnew()
+    {
+        PictureSession session;
+        QVERIFY(session.startWithTheme());
+        const QString home = ThemeSession::homeWallpaper(session.path);
+        const QString application = ThemeSession::applicationWallpaper(session.path);
+        QVERIFY(QFile::remove(home) && QFile::remove(application));
+
+        QVERIFY(ThemeSession::set(session.path));
+
+        QVERIFY(QFileInfo(home).size() > 0);
+        QVERIFY(QFileInfo(application).size() > 0);
+    }
+
+    void secondRequestTakesBackWhatOthersWrote()
+    {
+        PictureSession session;
+        QVERIFY(session.startWithTheme());
+        const QStringList theme = ThemeSession::theme();
+        UserStore::write(ThemeKeys::primaryColor, QStringLiteral("'#ff123456'"));
+
+        QVERIFY(ThemeSession::set(session.path));
+
+        QCOMPARE(ThemeSession::theme(), theme);
+    }
+
+    void editOfTheThemeRewritesItsColours()
+    {
+        PictureSession session;
+        QVERIFY(session.startWithTheme());
+        const QStringList profile = ThemeSession::profile();
+        overwriteTheme();
+
+        QVERIFY(session.edit(
+            session.path,
+            {{Highlight, QStringLiteral("#010203")}, {QStringLiteral("ringerVolume"), 5}}));
+
+        QTRY_COMPARE_WITH_TIMEOUT(foreignKeys(), otherKeys(), DaemonProcess::deadlineMs);
+        QCOMPARE(UserStore::value(ThemeKeys::highlightColor), QStringLiteral("'#ff010203'"));
+        QCOMPARE(
+            UserStore::value(ThemeKeys::secondaryHighlightColor), QStringLiteral("'#ffcc6666'"));
+        QCOMPARE(UserStore::value(ThemeKeys::primaryColor), QStringLiteral("'#ffffffff'"));
+        QCOMPARE(UserStore::value(ThemeKeys::secondaryColor), QStringLiteral("'#b0ffffff'"));
+        QCOMPARE(ThemeSession::profile(), profile);
+        QCOMPARE(session.takeAnnouncements(), QList<int>{1});
+    }
+
+    void editOfAnotherMoodsetLeavesTheThemeAlone()
+    {
+        PictureSession session;
+        QVERIFY(session.startWithTheme());
+        const QString other = session.folders.elsewhere(QStringLiteral("b.png"));
+        QVERIFY(ThemeSession::writePicture(other));
+        QVERIFY(ThemeSession::create(other));
+        StoreWatcher watcher;
+
+        QVERIFY(session.edit(other, {{Highlight, QStringLiteral("#010203")}}));
+        // What the daemon writes comes in the order of writing.
+        QVERIFY(session.edit(session.path, {{Highlight, QStringLiteral("#040506")}}));
+
+        QTRY_VERIFY_WITH_TIMEOUT(!watcher.announcements().isEmpty(), DaemonProcess::deadlineMs);
+        QCOMPARE(
+            watcher.announcements(), QList<QStringList>{QStringList(ThemeKeys::highlightColor)});
+        QCOMPARE(UserStore::value(ThemeKeys::highlightColor), QStringLiteral("'#ff040506'"));
+    }
+
+    void editIsFollowedAfterARestart()
+    {
+        PictureSession session;
+        QVERIFY(session.startWithTheme());
+        QVERIFY(session.daemon.terminate());
+        QVERIFY(session.startAtRest());
+
+        QVERIFY(session.edit(session.path, {{Highlight, QStringLiteral("#010203")}}));
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+            UserStore::value(ThemeKeys::highlightColor), QStringLiteral("'#ff010203'"),
+            DaemonProcess::deadlineMs);
+    }
+
+    /// They are the library's, which keeps those of the first version.
+    void newVersionOfTheThemesPackageRewritesItsColours()
+    {
+        BundleSession session;
+        QVERIFY(session.startWithTheme());
+        const QStringList profile = ThemeSession::profile();
+        overwriteTheme();
+        QVERIFY(BundleSession::write("#ff040506"));
+
+        QVERIFY(BundleSession::install());
+
+        QTRY_COMPARE_WITH_TIMEOUT(foreignKeys(), otherKeys(), DaemonProcess::deadlineMs);
+        QCOMPARE(UserStore::value(ThemeKeys::highlightColor), QStringLiteral("'#ff010203'"));
+        QCOMPARE(ThemeSession::profile(), profile);
+    }
+
+    void brokenVersionOfTheThemesPackageLeavesTheThemeAlone()
+    {
+        BundleSession session;
+        QVERIFY(session.startWithTheme());
+        overwriteTheme();
+        StoreWatcher watcher;
+        QVERIFY(InstalledBundles::write(session.path, "{"));
+
+        QVERIFY(BundleSession::install());
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.library().moodset(session.path, QStringLiteral("version")), QStringList(),
+            DaemonProcess::deadlineMs);
+        QVERIFY(session.hasWrittenNothing(&watcher));
+        // A text without its end, at the end of the file.
+        QCOMPARE(
+            session.daemon.takeWarnings(),
+            QStringList(QStringLiteral("Failed to parse moodset 1 1")));
+    }
+
+    void removedPackageOfTheThemeLeavesTheThemeAlone()
+    {
+        BundleSession session;
+        QVERIFY(session.startWithTheme());
+        overwriteTheme();
+        StoreWatcher watcher;
+
+        QVERIFY(QDir(BundleSession::package()).removeRecursively());
+
+        QTRY_COMPARE_WITH_TIMEOUT(session.fileId(session.path), 0, DaemonProcess::deadlineMs);
+        QVERIFY(session.hasWrittenNothing(&watcher));
+        QCOMPARE(session.daemon.takeWarnings(), QStringList());
+    }
+
+    void createdMoodsetLeavesTheThemeAlone()
+    {
+        PictureSession session;
+        QVERIFY(session.startWithTheme());
+        const QString other = session.folders.elsewhere(QStringLiteral("b.png"));
+        QVERIFY(ThemeSession::writePicture(other));
+        const QStringList theme = ThemeSession::theme();
+
+        QVERIFY(ThemeSession::create(other));
+
+        QCOMPARE(ThemeSession::theme(), theme);
+        QVERIFY(session.takeAnnouncements().contains(1));
+        QCOMPARE(
+            session.library().moodset(other, QStringLiteral("homeWallpaper")),
+            QStringList(ThemeSession::homeWallpaper(other)));
+    }
+
+    void badRequestLeavesTheThemeAlone_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("text as a picture") << QStringLiteral("b.jpg") << QByteArray("text");
+        QTest::newRow("drawing with text")
+            << QStringLiteral("b.svg")
+            << QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'>"
+                          "<text y='9'>a</text></svg>");
+        QTest::newRow("moodset that is no JSON") << QStringLiteral("b.moodset") << QByteArray("{");
+        QTest::newRow("missing picture") << QStringLiteral("none.jpg") << QByteArray();
+    }
+
+    void badRequestLeavesTheThemeAlone()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, content);
+        PictureSession session;
+        QVERIFY(session.startWithTheme());
+        const QStringList theme = ThemeSession::theme();
+        const QString path = session.folders.elsewhere(name);
+        QVERIFY(content.isEmpty() || InstalledBundles::write(path, content));
+
+        QVERIFY(ThemeSession::set(path));
+
+        QCOMPARE(ThemeSession::theme(), theme);
+        QVERIFY(!session.takeAnnouncements().contains(1));
+        QCOMPARE(session.daemon.takeWarnings(), QStringList());
+    }
+
+    void themeThatWasAnsweredForSurvivesAKill()
+    {
+        BundleSession session;
+        QVERIFY(BundleSession::write("#ff010203"));
+        QVERIFY(session.startAtRest());
+        QVERIFY(ThemeSession::set(session.path));
+
+        QVERIFY(session.daemon.kill());
+
+        QCOMPARE(ThemeSession::theme(), session.expectedTheme(session.path));
+        QCOMPARE(ThemeSession::profile().size(), 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(ThemeChangesTest)
+
+#include "tst_themechanges.moc"
