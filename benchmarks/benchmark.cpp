@@ -80,7 +80,8 @@ public:
         makeCorpus("pictures", m_settings.pictures, 0);
         makeCorpus("small", m_settings.smallPictures, 0);
         makeCorpus("large", m_settings.largePictures, 0);
-        makeCorpus("incoming", m_settings.movedPictures, m_settings.largePictures);
+        // Their names are none of those that they are moved among.
+        makeCorpus("incoming", m_settings.movedPictures, m_settings.pictures);
         // Brings the files' first pages into memory, for all that follow.
         measureFloor(nullptr);
         for (int round = 1; round <= m_settings.rounds; ++round) {

@@ -22,8 +22,10 @@ struct SquareFloor
     Cost read;
     /// Encoding that square as a JPEG, in memory.
     Cost encode;
+    /// Encoding it darkened, as home wallpapers are.
+    Cost encodeDarkened;
 };
 
-/// Reads a picture once and encodes its square twice, of which the mean counts. Ends this process
-/// if it cannot.
+/// Reads a picture once and encodes its square, as it is and darkened. Ends this process if it
+/// cannot.
 SquareFloor measureSquare(const QString& picture, int side);
