@@ -1,36 +1,55 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "encodedpicture.h"
+#include "httpserver.h"
+#include "paintedpicture.h"
 #include "phonesession.h"
 #include "picturefile.h"
 
 #include <QFile>
 #include <QTest>
+#include <QUrl>
 
 namespace {
 
-const QString Picture = QStringLiteral("a.png");
+bool becomesActive(const QString& path)
+{
+    return QTest::qWaitFor(
+        [&path] {
+            return PhoneSession::stored(QStringLiteral("active_moodset"))
+                == QLatin1Char('\'') + path + QLatin1Char('\'');
+        },
+        DaemonProcess::deadlineMs);
+}
+
+bool makeActive(const QUrl& url, const QString& path)
+{
+    BusClient::call(QStringLiteral("setMoodset"), {url.toString()});
+    return becomesActive(path);
+}
+
+/// The watch of the pictures folder comes upon the saved picture when that has its row.
+bool downloadTheme(PhoneSession& session)
+{
+    const QString place = QStringLiteral("/a.jpg");
+    const QStringList expected = DaemonSession::rowExistsWarnings();
+    HttpServer server;
+    server.answer(place, encodedPicture(quadrantPicture(QSize(120, 90)), "jpeg"));
+    const QString saved = session.folders.picture(QStringLiteral("online_img0.jpg"));
+    return makeActive(server.url(place), saved) && session.daemon.waitForLine(expected.last())
+        && session.daemon.takeWarnings() == expected;
+}
 
 /// Has the daemon do something of everything it is there for.
 bool useEverySubsystem(PhoneSession& session)
 {
-    const QString picture = session.folders.picture(Picture);
+    const QString picture = session.folders.picture(QStringLiteral("a.png"));
     if (!writePicture(picture, QSize(120, 90)) || !session.startOnPhone()
         || !session.waitUntilComplete() || !session.installBundle(true)) {
         return false;
     }
     session.attach();
-    const auto isActive = [](const QString& path) {
-        return QTest::qWaitFor(
-            [&path] {
-                return PhoneSession::stored(QStringLiteral("active_moodset"))
-                    == QLatin1Char('\'') + path + QLatin1Char('\'');
-            },
-            DaemonProcess::deadlineMs);
-    };
-    if (!isActive(PhoneSession::MoodsetFile)) {
-        return false;
-    }
-    BusClient::call(QStringLiteral("setMoodset"), {QUrl::fromLocalFile(picture).toString()});
-    if (!isActive(picture)) {
+    if (!becomesActive(PhoneSession::MoodsetFile) || !downloadTheme(session)
+        || !makeActive(QUrl::fromLocalFile(picture), picture)) {
         return false;
     }
     BusClient::call(
