@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "fuzztarget.h"
 
+#include <QFile>
 #include <QString>
 
 #include <algorithm>
@@ -39,6 +40,14 @@ void require(bool holds, const char* property)
         fprintf(stderr, "does not hold: %s\n", property);
         abort();
     }
+}
+
+void writeFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    require(
+        file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush(),
+        "file can be written");
 }
 
 void allowNoWarningsBut(std::initializer_list<const char*> texts)

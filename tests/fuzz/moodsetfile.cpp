@@ -5,7 +5,6 @@
 #include "fuzztarget.h"
 #include "moodset/tones.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 namespace {
@@ -45,11 +44,7 @@ void runTarget(const QByteArray& input)
     static const QTemporaryDir folder;
     static const QString path = folder.filePath(QStringLiteral("a.moodset"));
     allowNoWarningsBut({});
-    QFile file(path);
-    require(
-        file.open(QIODevice::WriteOnly) && file.write(input) == input.size(),
-        "file can be written");
-    file.close();
+    writeFile(path, input);
 
     Moodset moodset(new MoodsetData(1, QUrl::fromLocalFile(path)));
     if (readMoodsetFile(moodset, path)) {

@@ -3,7 +3,6 @@
 #include "fuzztarget.h"
 #include "quillmetadata.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 namespace {
@@ -25,11 +24,7 @@ void runTarget(const QByteArray& input)
     static const QTemporaryDir folder;
     static const QString path = folder.filePath(QStringLiteral("picture"));
     allowNoWarningsBut({});
-    QFile file(path);
-    require(
-        file.open(QIODevice::WriteOnly) && file.write(input) == input.size(),
-        "file can be written");
-    file.close();
+    writeFile(path, input);
 
     const QuillMetadata all(path);
     const QuillMetadata exif(path, QuillMetadata::ExifFormat);

@@ -5,7 +5,6 @@
 #include "fuzztarget.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -27,10 +26,7 @@ QString ScratchLibrary::path(const QString& name) const
 void ScratchLibrary::write(const QString& name, const QByteArray& content) const
 {
     require(QDir().mkpath(QFileInfo(path(name)).path()), "folder can be made");
-    QFile file(path(name));
-    require(
-        file.open(QIODevice::WriteOnly) && file.write(content) == content.size(),
-        "file can be written");
+    writeFile(path(name), content);
 }
 
 qint64 ScratchLibrary::addFile(const QString& name, const QString& mimeType)

@@ -1,31 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "decompressionbomb.h"
 
+#include "byteorder.h"
+
 #include "encodedpicture.h"
 #include "exifbuilder.h"
 
 #include <QColor>
 #include <QImage>
 #include <QTest>
-#include <QtEndian>
 
 namespace {
-
-template <typename Number>
-QByteArray bigEndian(Number number)
-{
-    QByteArray bytes(int(sizeof(Number)), '\0');
-    qToBigEndian(number, bytes.data());
-    return bytes;
-}
-
-template <typename Number>
-QByteArray littleEndian(Number number)
-{
-    QByteArray bytes(int(sizeof(Number)), '\0');
-    qToLittleEndian(number, bytes.data());
-    return bytes;
-}
 
 /// Rows of zeros in the form that PNG files store them.
 QByteArray compressedZeros(int length)

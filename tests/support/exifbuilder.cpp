@@ -1,31 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "exifbuilder.h"
 
+#include "byteorder.h"
+
 #include <QBuffer>
 #include <QImage>
-#include <QtEndian>
 
 namespace {
 
 constexpr int kTiffHeaderSize = 8;
 constexpr int kEntrySize = 12;
 constexpr quint16 kExifPointer = 0x8769;
-
-template <typename Number>
-QByteArray bigEndian(Number number)
-{
-    QByteArray bytes(int(sizeof(Number)), '\0');
-    qToBigEndian(number, bytes.data());
-    return bytes;
-}
-
-template <typename Number>
-QByteArray littleEndian(Number number)
-{
-    QByteArray bytes(int(sizeof(Number)), '\0');
-    qToLittleEndian(number, bytes.data());
-    return bytes;
-}
 
 QByteArray evenSized(const QByteArray& bytes)
 {

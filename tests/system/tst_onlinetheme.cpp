@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "encodedpicture.h"
 #include "httpserver.h"
 #include "storewatcher.h"
 #include "themekeys.h"
 #include "themesession.h"
 
-#include <QBuffer>
 #include <QImage>
 #include <QTest>
 
@@ -14,14 +14,12 @@ namespace {
 
 const QString Path = QStringLiteral("/a.png");
 
-/// A green picture, as a server sends it; empty if it cannot be made.
+/// A green picture, as a server sends it.
 QByteArray picture()
 {
     QImage image(40, 30, QImage::Format_RGB32);
     image.fill(Qt::green);
-    QByteArray data;
-    QBuffer buffer(&data);
-    return buffer.open(QIODevice::WriteOnly) && image.save(&buffer, "png") ? data : QByteArray();
+    return encodedPicture(image, "png");
 }
 
 /// A daemon with a server that has a picture.

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "onlinefixture.h"
 
+#include "encodedpicture.h"
 #include "failunless.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QImage>
 #include <QTest>
@@ -18,12 +18,7 @@ QByteArray OnlineFixture::picture(const char* format)
 {
     QImage image(40, 30, QImage::Format_RGB32);
     image.fill(Qt::red);
-    QByteArray data;
-    QBuffer buffer(&data);
-    failUnless(
-        buffer.open(QIODevice::WriteOnly) && image.save(&buffer, format),
-        "Cannot make the picture");
-    return data;
+    return encodedPicture(image, format);
 }
 
 void OnlineFixture::setSlowly(const QString& place)

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QByteArray>
+#include <QtEndian>
+
+/// The bytes of a number, most significant first.
+template <typename Number>
+QByteArray bigEndian(Number number)
+{
+    QByteArray bytes(int(sizeof(Number)), '\0');
+    qToBigEndian(number, bytes.data());
+    return bytes;
+}
+
+/// The bytes of a number, least significant first.
+template <typename Number>
+QByteArray littleEndian(Number number)
+{
+    QByteArray bytes(int(sizeof(Number)), '\0');
+    qToLittleEndian(number, bytes.data());
+    return bytes;
+}
