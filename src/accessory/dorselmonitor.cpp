@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "dorselmonitor.h"
 
-#include "content/contentmanager.h"
-#include "content/moodsetcontent.h"
+#include "accessorylog.h"
 #include "moodset/moodsetmanager.h"
 #include "ngfclient.h"
 #include "partnerspacemanager.h"
@@ -11,7 +10,6 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileSystemWatcher>
@@ -37,28 +35,19 @@ const QLatin1String StoreInterface("com.zavro.zavrostore");
 
 const QLatin1String WizardMarker(".zavro-startupwizard-usersession-done");
 
-/// The session has this long to come up before a cover changes its look.
-constexpr int FirstCheckDelay = 5000; // milliseconds
-
 bool isSet(const MGConfItem& flag, int defaultValue)
 {
     return flag.value(defaultValue).toInt() == 1;
 }
 
-/// The manager of moodsets, or null.
-MoodsetManager* moodsetManager()
-{
-    return static_cast<MoodsetManager*>(ContentManager::managerFromType(MoodsetContent::Moodset));
-}
-
-/// The value in a reply to "Get"; invalid in an error, whose first argument is a text.
+/// The value in a reply to "Get". It is invalid in an error, whose first argument is a text.
 QVariant value(const QDBusMessage& reply)
 {
     return reply.arguments().value(0).value<QDBusVariant>().variant();
 }
 
-/// The properties in a "PropertiesChanged". Anything but a map of them is none: the bus library
-/// ends processes that read an argument as what it is not.
+/// The properties in a "PropertiesChanged". The map is empty if the argument is not a map, because
+/// the bus library ends a process that reads an argument as another type.
 QVariantMap properties(const QDBusMessage& message)
 {
     const QVariant argument = message.arguments().value(1);
@@ -76,7 +65,7 @@ DorselMonitor* DorselMonitor::instance()
     return &monitor;
 }
 
-DorselMonitor::DorselMonitor(QObject* parent)
+DorselMonitor::DorselMonitor(QObject* parent, int firstCheckDelay)
     : QObject(parent)
     , m_ngfClient(new Ngf::Client(this))
     , m_activeDorselId(QStringLiteral("/desktop/zavro/theme/dorselid"))
@@ -92,7 +81,7 @@ DorselMonitor::DorselMonitor(QObject* parent)
     const int ready = value(propertyValue(ReadyProperty)).toInt();
     if (!id.isEmpty() && id != activeDorselId()) {
         setActiveDorselId(id);
-        scheduleFirstCheck();
+        scheduleFirstCheck(firstCheckDelay);
     }
     m_ready = ready;
     followServices();
@@ -141,7 +130,7 @@ bool DorselMonitor::followDORSELIDchanges() const
     return isSet(m_followDorselId, 0);
 }
 
-// A QDBusInterface would first wait for the store client to describe itself.
+// This does not use QDBusInterface, which would first wait for the store client to describe itself.
 void DorselMonitor::notifyStore()
 {
     if (m_ready == 0 || activeDorselId().isEmpty() || !dorselInstallEnabled()) {
@@ -154,21 +143,21 @@ void DorselMonitor::notifyStore()
     QDBusMessage call = QDBusMessage::createMethodCall(
         StoreService, StorePath, StoreInterface, QStringLiteral("dorselConnected"));
     call << activeDorselId();
-    // A store client that does not answer is not missed.
+    // The daemon works the same if the store client does not answer.
     QDBusConnection::sessionBus().call(call);
 }
 
 void DorselMonitor::playSound()
 {
     if (!m_ngfClient->isConnected()) {
-        qWarning() << "void DorselMonitor::playSound()";
-        qWarning() << "NgfClient not connected!";
+        qCWarning(accessoryLog) << "void DorselMonitor::playSound()";
+        qCWarning(accessoryLog) << "NgfClient not connected!";
         return;
     }
     m_ngfClient->play(QStringLiteral("dorsel_attach"));
 }
 
-// Without a QDBusInterface for the same reason: a daemon that hangs would hold up the start longer.
+// This does not use QDBusInterface either: a daemon that hangs would block the start even longer.
 QDBusMessage DorselMonitor::propertyValue(const QString& name)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(
@@ -176,9 +165,9 @@ QDBusMessage DorselMonitor::propertyValue(const QString& name)
     call << QString(CoverService) << name;
     const QDBusMessage reply = QDBusConnection::systemBus().call(call);
     if (reply.type() == QDBusMessage::ErrorMessage) {
-        qWarning() << "QDBusMessage DorselMonitor::propertyValue(const QString&)";
-        qWarning() << "Failed to read DORSELD property: " << reply.errorName() << ": "
-                   << reply.errorMessage();
+        qCWarning(accessoryLog) << "QDBusMessage DorselMonitor::propertyValue(const QString&)";
+        qCWarning(accessoryLog) << "Failed to read DORSELD property: " << reply.errorName() << ": "
+                                << reply.errorMessage();
     }
     return reply;
 }
@@ -186,8 +175,8 @@ QDBusMessage DorselMonitor::propertyValue(const QString& name)
 void DorselMonitor::propertiesChanged(const QDBusMessage& message)
 {
     if (message.arguments().value(0).toString() != CoverService) {
-        qWarning() << "void DorselMonitor::propertiesChanged(const QDBusMessage&)"
-                   << "PropertiesChanged from a wrong service" << message.interface();
+        qCWarning(accessoryLog) << "void DorselMonitor::propertiesChanged(const QDBusMessage&)"
+                                << "PropertiesChanged from a wrong service" << message.interface();
         return;
     }
     const QVariantMap changes = properties(message);
@@ -213,8 +202,8 @@ void DorselMonitor::deviceLockStateChanged(const QDBusMessage& message)
 
 void DorselMonitor::statusFail(const quint32& id)
 {
-    qWarning() << "void DorselMonitor::statusFail(const quint32&)"
-               << "NGF Client failure: " << id;
+    qCWarning(accessoryLog) << "void DorselMonitor::statusFail(const quint32&)"
+                            << "NGF Client failure: " << id;
 }
 
 void DorselMonitor::checkDorselStatus()
@@ -228,7 +217,7 @@ void DorselMonitor::checkDorselStatus()
         }
         return;
     }
-    MoodsetManager* const manager = moodsetManager();
+    MoodsetManager* const manager = MoodsetManager::fromRegistry();
     const Moodset moodset = manager ? manager->moodsetFromDorselId(activeDorselId()) : Moodset();
     if (!moodset) {
         playSound();
@@ -253,17 +242,17 @@ void DorselMonitor::homeDirChanged()
     }
     checkDorselStatus();
     if (m_homeDirWatcher) {
-        // More changes may come before it goes, and one is enough.
+        // More changes may come before the watcher is deleted, and one check is enough.
         m_homeDirWatcher->disconnect(this);
         m_homeDirWatcher->deleteLater();
         m_homeDirWatcher = nullptr;
     }
 }
 
-void DorselMonitor::scheduleFirstCheck()
+void DorselMonitor::scheduleFirstCheck(int delay)
 {
     if (startupWizardFinished()) {
-        QTimer::singleShot(FirstCheckDelay, this, &DorselMonitor::checkDorselStatus);
+        QTimer::singleShot(delay, this, &DorselMonitor::checkDorselStatus);
         return;
     }
     m_homeDirWatcher = new QFileSystemWatcher(this);
@@ -282,7 +271,7 @@ void DorselMonitor::followServices()
     bus.connect(
         LockService, LockPath, LockInterface, QStringLiteral("stateChanged"), this,
         SLOT(deviceLockStateChanged(QDBusMessage)));
-    // A failure calls nothing, so that a lock that is not there is open.
+    // Nothing is called on failure, so a lock that is not there counts as open.
     bus.callWithCallback(
         QDBusMessage::createMethodCall(
             LockService, LockPath, LockInterface, QStringLiteral("state")),
@@ -295,10 +284,10 @@ void DorselMonitor::restorePartnerSpace() const
     if (!startupWizardFinished() || path.isEmpty()) {
         return;
     }
-    MoodsetManager* const manager = moodsetManager();
+    MoodsetManager* const manager = MoodsetManager::fromRegistry();
     if (!manager) {
-        qWarning() << "DorselMonitor::DorselMonitor(QObject*)";
-        qWarning() << "NULL MoodsetManager...";
+        qCWarning(accessoryLog) << "DorselMonitor::DorselMonitor(QObject*)";
+        qCWarning(accessoryLog) << "NULL MoodsetManager...";
         return;
     }
     const Moodset moodset = manager->moodsetFromUrl(QUrl::fromLocalFile(path));

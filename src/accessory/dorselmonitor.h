@@ -15,70 +15,75 @@ class Client;
 
 /// Follows the phone's back cover, whose tag carries an id.
 ///
-/// A cover whose id belongs to one of the user's favourite moodsets makes that the active one, with
-/// a sound. For a cover whose id belongs to no moodset, the store client is told, which can offer
-/// the cover's content; while the phone is locked, that waits. Nothing of this happens before the
-/// first-run wizard has finished.
+/// If a cover's id belongs to one of the user's favourite moodsets, that moodset becomes the active
+/// one, with a sound. If the id belongs to no moodset, the monitor tells the store client, which
+/// can offer the cover's content; while the phone is locked, this waits. None of this happens
+/// before the first-run wizard has finished.
 ///
-/// The id on the phone is kept in the key/value store, so that a cover that stays on over a restart
+/// The id on the phone is kept in the key/value store, so a cover that stays on during a restart
 /// changes nothing. Main thread only. The questions to the back-cover daemon and the call of the
-/// store client are synchronous and hold up the event loop until they are answered, or for the
-/// bus's 25 s.
+/// store client are synchronous: they block the event loop until the answer comes, for 25 s at
+/// most.
 class DorselMonitor : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The process's one monitor, made at the first call, after the application object.
+    /// The only monitor of the process, made at the first call. The application object must exist.
     static DorselMonitor* instance();
 
-    /// Reads the state of the cover, and restores the partner space of the active moodset.
-    explicit DorselMonitor(QObject* parent = nullptr);
+    /// How long the session has to start before a cover changes its look, in milliseconds.
+    static constexpr int FirstCheckDelay = 5000;
+
+    /// Reads the state of the cover, and restores the partner space of the active moodset. If the
+    /// cover has changed since the last start, it is checked after `firstCheckDelay` milliseconds.
+    explicit DorselMonitor(QObject* parent = nullptr, int firstCheckDelay = FirstCheckDelay);
     ~DorselMonitor() override;
 
     /// The id of the cover on the phone; empty for none.
     QString activeDorselId() const;
-    /// Stores an id. If it is not the one that is stored, the next check may act upon it.
+    /// Stores an id. If it differs from the stored one, the next check may act on it.
     void setActiveDorselId(const QString& id);
     void clearActiveDorselId();
 
     bool startupWizardFinished() const;
-    /// Whether the store client may be told of covers.
+    /// Whether the store client may be told about covers.
     bool dorselInstallEnabled() const;
-    /// Whether the id is forgotten when the cover goes.
+    /// Whether the id is forgotten when the cover is taken off.
     bool followDORSELIDchanges() const;
 
-    /// Tells the store client of the cover, at once or when the phone is unlocked.
+    /// Tells the store client about the cover, at once or when the phone is unlocked.
     void notifyStore();
-    /// Plays the sound of a cover that is attached.
+    /// Plays the sound of an attached cover.
     void playSound();
 
-    /// A property of the back-cover daemon: the reply to the call of "Get", or an error message (a
-    /// warning).
+    /// The reply to "Get" for a property of the back-cover daemon. On failure it is an error
+    /// message, and a warning is logged.
     QDBusMessage propertyValue(const QString& name);
 
 Q_SIGNALS:
-    /// The moodset of a cover is to be the active one; the URL of its file.
+    /// Emitted with the URL of a moodset's file, if that moodset should become the active one
+    /// because of the cover.
     void activeMoodset(const QString& url);
 
 public Q_SLOTS:
-    /// Takes what the back-cover daemon says of its properties.
+    /// Handles a change of the back-cover daemon's properties.
     void propertiesChanged(const QDBusMessage& message);
-    /// Takes the state of the device lock, from its signal or its reply.
+    /// Handles the state of the device lock, from its signal or from its reply.
     void deviceLockStateChanged(const QDBusMessage& message);
     /// Logs a feedback event that has failed.
     void statusFail(const quint32& id);
-    /// Decides what the cover means.
+    /// Decides what to do about the cover.
     void checkDorselStatus();
-    /// Makes the check that has waited for the first-run wizard.
+    /// Runs the check that was waiting for the first-run wizard.
     void homeDirChanged();
 
 private:
-    void scheduleFirstCheck();
+    void scheduleFirstCheck(int delay);
     void followServices();
     void restorePartnerSpace() const;
 
-    /// The last known "Ready" of the back-cover daemon: it has read the tag.
+    /// The last known value of the back-cover daemon's "Ready": whether it has read the tag.
     int m_ready = -1;
     Ngf::Client* m_ngfClient;
     MGConfItem m_activeDorselId;
@@ -86,10 +91,10 @@ private:
     MGConfItem m_followDorselId;
     MGConfItem m_activeMoodset;
     bool m_deviceLocked = false;
-    /// The stored id has changed, and no check has acted upon it.
+    /// Whether the stored id has changed and no check has acted on it yet.
     bool m_dorselIdChanged = false;
-    /// The store client is to be called when the phone is unlocked.
+    /// Whether to call the store client when the phone is unlocked.
     bool m_storeNotifyPending = false;
-    /// Waits for the first-run wizard; null when there is nothing to wait for.
+    /// Waits for the first-run wizard. It is null if there is nothing to wait for.
     QFileSystemWatcher* m_homeDirWatcher = nullptr;
 };

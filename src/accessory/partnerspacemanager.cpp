@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "partnerspacemanager.h"
 
+#include "accessorylog.h"
 #include "mgconfitem.h"
 
-#include <QDebug>
 #include <QFile>
 
 namespace {
@@ -13,8 +13,8 @@ QString desktopEntry(const QString& name)
 {
     QString path = QStringLiteral("/usr/share/applications/") + name + QStringLiteral(".desktop");
     if (!QFile::exists(path)) {
-        qWarning() << "void PartnerSpaceManager::setPartnerSpace(const QString&)"
-                   << "Failed to find .desktop file for partner space!" << path;
+        qCWarning(accessoryLog) << "void PartnerSpaceManager::setPartnerSpace(const QString&)"
+                                << "Failed to find .desktop file for partner space!" << path;
         return QString();
     }
     return path;

@@ -6,10 +6,10 @@
 #include <QColor>
 #include <QString>
 
-/// The text form of a colour in the database: "#" and eight hexadecimal digits, alpha first. An
-/// invalid colour gives the text of opaque black.
+/// A colour as text in the database: "#" and eight hexadecimal digits, alpha first. An invalid
+/// colour gives the text of opaque black.
 MOODSET_CONTENT_EXPORT QString colorToString(const QColor& color);
 
-/// The colour that a text names, in any form that QColor::setNamedColor() understands; an invalid
-/// colour for any other text.
+/// The colour that a text names, in any form that QColor::setNamedColor() understands. Any other
+/// text gives an invalid colour.
 MOODSET_CONTENT_EXPORT QColor colorFromString(const QString& name);

@@ -11,9 +11,9 @@
 /// One row of the content database as a record: a detached snapshot that does not follow the
 /// database.
 ///
-/// A record publishes its fields under numbered roles, as a list model does; each class documents
-/// its own numbers. Records live on the heap and are shared by Content and ContentSpecialization
-/// handles, which may cross threads; a shared record is never written to.
+/// A record gives its fields numbered roles, as a list model does; each class documents its own
+/// numbers. Records are on the heap and are shared by Content and ContentSpecialization handles,
+/// which may be passed between threads. A shared record is never changed.
 class MOODSET_CONTENT_EXPORT ContentData : public QSharedData
 {
 public:
@@ -24,13 +24,13 @@ public:
     /// A new record of the same class with the same values, owned by the caller.
     virtual ContentData* clone() const = 0;
 
-    /// The value of a role, or an invalid variant for a number that the class does not know.
+    /// The value of a role, or an invalid variant if the class does not know the number.
     virtual QVariant data(int role) const = 0;
 
-    /// Writes the value of a role; false if the role is unknown or not to be written.
+    /// Sets the value of a role. False if the role is unknown or read-only.
     virtual bool setData(int role, const QVariant& value);
 
-    /// The row's `file.id`; 0 never names a row.
+    /// The row's `file.id`. No row has the id 0.
     qint64 id;
     /// The full path as a file URL.
     QUrl url;

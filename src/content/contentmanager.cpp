@@ -1,14 +1,23 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "contentmanager.h"
 
+#include "contentlog.h"
+#include "dbmanager.h"
 #include "errorwarning.h"
+#include "moodsetcontent.h"
 #include "queryagent.h"
 #include "queryagentdatabase.h"
-#include "service/albumgallery.h"
 #include "sqlbatch.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
+
+namespace {
+
+ContentManager::Factory managerFactory = nullptr;
+ContentManager::Announcer changeAnnouncer = nullptr;
+
+} // namespace
 
 ContentManager::ContentManager(QueryAgentDatabase& database)
     : m_database(database)
@@ -51,27 +60,70 @@ bool ContentManager::rollback(const QSqlQuery& query, const char* function, cons
     return m_database.rollback();
 }
 
-bool ContentManager::openTransaction(const char* function)
+ContentManager* ContentManager::managerFromType(int type)
+{
+    DbManager* const database = DbManager::instance();
+    const auto key = static_cast<MoodsetContent::Type>(type);
+    ContentManager* const known = database->manager(key);
+    if (known || !managerFactory) {
+        return known;
+    }
+    // The constructor of a manager may ask for other managers, so this looks the entry up again.
+    ContentManager* const made = managerFactory(type, *database);
+    database->manager(key) = made;
+    return made;
+}
+
+QList<ContentManager*> ContentManager::scannerManagers()
+{
+    return {managerFromType(MoodsetContent::Image)};
+}
+
+void ContentManager::setFactory(Factory factory)
+{
+    managerFactory = factory;
+}
+
+void ContentManager::setAnnouncer(Announcer announcer)
+{
+    changeAnnouncer = announcer;
+}
+
+bool ContentManager::openTransaction(const char* function, const char* message)
 {
     if (m_database.transaction()) {
         return true;
     }
-    warnOfError(m_database.lastError(), function, "Failed to open transation on database");
+    warnOfError(m_database.lastError(), function, message);
+    return false;
+}
+
+void ContentManager::beginTransaction()
+{
+    m_database.transaction();
+}
+
+bool ContentManager::commit(const char* function)
+{
+    if (m_database.commit()) {
+        return true;
+    }
+    if (m_database.isOpen()) {
+        qCWarning(contentLog) << function << "Failed to commit transaction"
+                              << m_database.lastError();
+        // This fails if SQLite has already rolled back, as it does on a full disk.
+        m_database.rollback();
+    }
     return false;
 }
 
 bool ContentManager::prepare(std::initializer_list<Statement> statements, const char* function)
 {
     for (const Statement& statement : statements) {
-        if (statement.query.prepare(statement.text)) {
-            continue;
+        if (!statement.query.prepare(statement.text)) {
+            rollback(statement.query, function, statement.message);
+            return false;
         }
-        if (statement.message) {
-            rollback(
-                statement.reported ? *statement.reported : statement.query, function,
-                statement.message);
-        }
-        return false;
     }
     return true;
 }
@@ -128,5 +180,7 @@ bool ContentManager::updateFirst(QList<ContentManager*>* managers)
 
 void ContentManager::notifyContentChanged(int type)
 {
-    AlbumGallery::notifyContentChanged(type);
+    if (changeAnnouncer) {
+        changeAnnouncer(type);
+    }
 }

@@ -14,9 +14,9 @@ class SqlBatch;
 
 /// Writes one kind of content to the database.
 ///
-/// There is one manager for each kind, made on first demand and alive until the process ends; see
-/// managerFromType(). All of them share the daemon's one read-write connection and belong to the
-/// main thread. Failures come back as false, 0 or null and are reported in the log.
+/// There is one manager for each kind. It is made when it is first needed and lives until the
+/// process ends; see managerFromType(). All managers share the daemon's one read-write connection
+/// and belong to the main thread. They report failures in the log and return false, 0 or null.
 class ContentManager
 {
 public:
@@ -27,59 +27,86 @@ public:
     ContentManager(const ContentManager&) = delete;
     ContentManager& operator=(const ContentManager&) = delete;
 
-    /// The kind of file that the manager handles, as a glob on MIME types; empty for none.
+    /// The MIME types that the manager handles, as a glob. Empty if it handles none.
     virtual QString mimeType() const;
-    /// Does one bounded turn of pending work; true if there is more to do.
+    /// Does one limited turn of pending work. True if there is more to do.
     virtual bool updateMetaData();
-    /// Applies a partial change to the content `id`; false if it failed or the kind knows no
-    /// changes.
+    /// Changes the given attributes of the content `id`, and no others. False if this failed or the
+    /// kind allows no changes.
     virtual bool save(qint64 id, const QVariantMap& values);
-    /// Removes the content `id`; false if it failed or the kind knows no removal.
+    // GCC wants the exception at the hidden function, which is this one; see
+    // DownloadManager::remove().
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+    /// Removes the content `id`. False if this failed or the kind allows no removal.
     virtual bool remove(qint64 id);
+#pragma GCC diagnostic pop
 
     /// Reports a failed statement: `function` is the caller's signature, `message` names the
     /// statement.
     void warn(const QSqlQuery& query, const char* function, const char* message);
-    /// Reports a failed statement as warn() does and rolls the open transaction back; the result of
-    /// the rollback.
+    /// Reports a failed statement as warn() does, and rolls the open transaction back. True if the
+    /// rollback succeeded.
     bool rollback(const QSqlQuery& query, const char* function, const char* message);
 
-    /// The manager of a MoodsetContent::Type, made on the first request, or null for a number that
-    /// has none. The first request for any number brings the database up.
+    /// The manager of a MoodsetContent::Type, made at the first request. It is null if the number
+    /// has no manager, and always null while no factory is set. The first request for any number
+    /// opens the database and upgrades it. A class of managers that others need has a function
+    /// fromRegistry(), which follows the same rules.
     static ContentManager* managerFromType(int type);
     /// The managers whose updateMetaData() runs after files have changed; they are not owned.
     static QList<ContentManager*> scannerManagers();
 
+    /// Makes the manager of a MoodsetContent::Type; null for a number that has none.
+    using Factory = ContentManager* (*)(int type, QueryAgentDatabase& database);
+    /// Tells clients that content of a MoodsetContent::Type has changed.
+    using Announcer = void (*)(int type);
+    /// The service sets these two when it starts, because this library does not know the classes of
+    /// most managers or the way to the clients. Without an announcer, changes are not announced.
+    static void setFactory(Factory factory);
+    static void setAnnouncer(Announcer announcer);
+
 protected:
-    /// A statement that a constructor prepares.
+    /// The columns of the managers' queries for files that are not up to date.
+    enum ModifiedColumn : int { ModifiedId, ModifiedDirectory, ModifiedName };
+
+    /// A statement that a constructor prepares, and the warning if this fails.
     struct Statement
     {
         QSqlQuery& query;
         QString text;
-        /// What to say when it cannot be prepared; null says nothing and rolls nothing back.
         const char* message;
-        /// The query whose error is reported, where that is not `query`.
-        const QSqlQuery* reported = nullptr;
     };
 
-    /// Opens the transaction in which a constructor prepares its statements; reports a failure.
-    bool openTransaction(const char* function);
-    /// Prepares statements in order up to the first that fails, which is reported and rolled back.
+    /// Opens a transaction. A failure is reported.
+    bool openTransaction(
+        const char* function, const char* message = "Failed to open transation on database");
+    /// Opens the transaction of a change, which ends in one of these ways:
+    /// - commit() succeeds: the whole change is stored.
+    /// - commit() fails, as on a full disk: nothing is stored, and no transaction stays open.
+    /// - A statement fails and is rolled back: nothing is stored, and commit() is not called.
+    /// - A statement fails without a rollback, as some do: the transaction stays open. The next
+    ///   change then begins inside it, and both end together.
+    void beginTransaction();
+    /// Commits the open transaction. A failure is reported and rolled back. If the connection is
+    /// not open, nothing is reported, because every statement before has failed already.
+    bool commit(const char* function);
+    /// Prepares statements in order until one fails. A failure is reported and rolled back.
     bool prepare(std::initializer_list<Statement> statements, const char* function);
     /// Binds a value to each of a statement's placeholders, in their order.
     static void bind(QSqlQuery& query, std::initializer_list<QVariant> values);
-    /// Runs a bound statement that gives no rows; a failure is reported.
+    /// Runs a bound statement that returns no rows. A failure is reported.
     bool run(QSqlQuery& query, const char* function, const char* message);
-    /// Does what run() does inside the open transaction; a failure also rolls that back.
+    /// Does what run() does, inside the open transaction. A failure also rolls it back.
     bool runInTransaction(QSqlQuery& query, const char* function, const char* message);
-    /// Runs a batch inside the open transaction; a failure is reported and rolled back. An empty
-    /// batch is a success without a statement.
+    /// Runs a batch inside the open transaction. A failure is reported and rolled back. An empty
+    /// batch succeeds and runs no statement.
     bool runBatch(
         const SqlBatch& batch, QSqlQuery& query, const char* function, const char* message);
-    /// Does one turn of the first of `managers`, which leaves the list when it has no more to do;
-    /// true if there is more to do for any of them.
+    /// Does one turn of the first of `managers`, and removes it from the list if it has no more
+    /// work. True if any of them has more to do.
     static bool updateFirst(QList<ContentManager*>* managers);
-    /// Tells clients, in a while, that content of a MoodsetContent::Type has changed.
+    /// Tells clients, after a short delay, that content of a MoodsetContent::Type has changed.
     static void notifyContentChanged(int type);
 
     QSqlDatabase m_database;

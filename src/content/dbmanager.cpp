@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "dbmanager.h"
 
+#include "contentlog.h"
 #include "contentmanager.h"
 #include "databaseschema.h"
 #include "errorwarning.h"
 #include "queryagent.h"
 
-#include <QDebug>
+#include <freedescriptors.h>
+
 #include <QDir>
-#include <QFileInfo>
 #include <QLocale>
 #include <QSettings>
 #include <QSqlError>
@@ -19,25 +20,47 @@ namespace {
 
 const char* const Constructor = "DbManager::DbManager()";
 
-/// How often a file is tried before the daemon goes on with what it has.
+const char* const SchemaFailure =
+    "DbManager::DbManager: Failed to create DB schema. Can't continue!";
+
+/// How often to try the file before the daemon continues with what it has.
 constexpr int OpenAttempts = 2;
 
-/// The statement's text comes before the error here, unlike in QueryAgent::warn().
+/// For the database, its log and its index, and for the directory while a file in it is made.
+constexpr int DatabaseDescriptors = 4;
+
+/// Unlike QueryAgent::warn(), this logs the statement's text before the error.
 void warnOfQueryTextFirst(const QSqlQuery& query, const char* function, const char* message)
 {
-    qWarning() << function;
-    qWarning() << message;
-    qWarning() << query.lastQuery();
-    qWarning() << query.lastError();
+    qCWarning(contentLog) << function;
+    qCWarning(contentLog) << message;
+    qCWarning(contentLog) << query.lastQuery();
+    qCWarning(contentLog) << query.lastError();
 }
 
-/// The statement's text stands as it is, without quotes.
+/// The statement's text is logged without quotes.
 void warnOfSchemaStatement(const QSqlQuery& query, const char* function, const QString& statement)
 {
-    qWarning() << function;
-    qWarning() << "Initialization failed";
-    qWarning().noquote() << statement;
-    qWarning() << query.lastError();
+    qCWarning(contentLog) << function;
+    qCWarning(contentLog) << "Initialization failed";
+    qCWarning(contentLog).noquote() << statement;
+    qCWarning(contentLog) << query.lastError();
+}
+
+/// Runs all statements, even after one has failed. False if any has failed.
+bool execSchemaStatements(
+    const QSqlDatabase& database, const char* function, const QStringList& statements)
+{
+    bool success = true;
+    QSqlQuery query(database);
+    for (const QString& statement : statements) {
+        if (!query.exec(statement)) {
+            success = false;
+            warnOfSchemaStatement(query, function, statement);
+        }
+    }
+    query.finish();
+    return success;
 }
 
 } // namespace
@@ -50,29 +73,34 @@ DbManager* DbManager::instance()
 
 DbManager::DbManager()
 {
-    const QFileInfo file(filePath());
-    const QString path = file.path() + QDir::separator();
-    const QDir directory(path);
-    bool exists = directory.exists(file.fileName());
+    const QDir directory(directoryPath());
+    bool exists = directory.exists(fileName());
     if (!exists && !directory.mkpath(QStringLiteral("."))) {
-        qWarning() << "DbManager::DbManager: failed to create directory for db!";
+        qCWarning(contentLog) << "DbManager::DbManager: failed to create directory for db!";
         return;
     }
-    setDatabaseName(directory.absoluteFilePath(file.fileName()));
+    setDatabaseName(directory.absoluteFilePath(fileName()));
     for (int attempts = OpenAttempts; attempts > 0; --attempts) {
+        const bool canOpen = areDescriptorsFree(DatabaseDescriptors);
         if (openCurrentSchema(exists)) {
             break;
         }
-        deleteFiles(directory, path);
+        // That says nothing against the file, which the next start can open.
+        if (!canOpen) {
+            qCWarning(contentLog) << Constructor << "Too few file descriptors are left for"
+                                  << databaseName();
+            break;
+        }
+        deleteFiles(directory);
         exists = false;
     }
-    qDebug() << Constructor << "Moodset DB Fine...";
+    qCDebug(contentLog) << Constructor << "Moodset DB Fine...";
     scheduleTranslationUpdate();
 }
 
 DbManager::~DbManager()
 {
-    // The managers' statements die with the connection; they are not used in destructors.
+    // The managers' statements become invalid with the connection. Destructors do not use them.
     if (isOpen()) {
         close();
     }
@@ -85,16 +113,16 @@ ContentManager*& DbManager::manager(MoodsetContent::Type type)
     return m_managers[type];
 }
 
-/// Opens the file and brings it to the current schema; false if it is of no use.
+/// Opens the file and upgrades it to the current schema. False if the file is unusable.
 bool DbManager::openCurrentSchema(bool exists)
 {
-    // A file that cannot be opened shows when its version is read.
+    // If the file cannot be opened, reading its version fails.
     open();
     if (!exists && !createDatabaseSchema(*this)) {
-        qCritical() << "DbManager::DbManager: Failed to create DB schema. Can't continue!";
+        qCCritical(contentLog) << SchemaFailure;
     }
     QSqlQuery query(*this);
-    // A connection without them still works, if more slowly.
+    // If this fails, the connection still works, but more slowly.
     query.exec(QStringLiteral("PRAGMA temp_store = MEMORY;"));
     query.exec(QStringLiteral("PRAGMA journal_mode = WAL;"));
     if (!query.exec(QStringLiteral("PRAGMA user_version;"))) {
@@ -102,13 +130,37 @@ bool DbManager::openCurrentSchema(bool exists)
         return false;
     }
     const int version = query.next() ? query.value(0).toInt() : 0;
-    // An unfinished read would keep the write-ahead log from being reset.
+    // While a read is unfinished, SQLite cannot reset the write-ahead log.
     query.finish();
+    if (exists && version == DatabaseSchema::Version) {
+        completeDatabaseSchema();
+    }
     return bringToCurrentSchema(version);
 }
 
-/// The outcome of a migration does not count: a file that could not be migrated is kept as it is,
-/// and the next start tries again.
+/// Makes what a file of the current version lacks. The version is the first thing that is written
+/// into a new file, and then the process can be killed or the disk can be full. What cannot be made
+/// now is tried again at the next start.
+void DbManager::completeDatabaseSchema()
+{
+    const char* const function = "void DbManager::completeDatabaseSchema()";
+    QSqlQuery query(*this);
+    if (!query.exec(QStringLiteral("SELECT name FROM sqlite_master;"))) {
+        QueryAgent::warn(query, function, "Failed to query the schema");
+        return;
+    }
+    QStringList names;
+    while (query.next()) {
+        names.append(query.value(0).toString());
+    }
+    query.finish();
+    if (!execSchemaStatements(*this, function, DatabaseSchema::completion(names))) {
+        qCCritical(contentLog) << SchemaFailure;
+    }
+}
+
+/// Ignores whether a migration succeeded: if it failed, the file stays as it is, and the next start
+/// tries again.
 bool DbManager::bringToCurrentSchema(int version)
 {
     switch (version) {
@@ -123,36 +175,27 @@ bool DbManager::bringToCurrentSchema(int version)
     case DatabaseSchema::Version:
         return true;
     default:
-        qWarning() << "Database version outdated or non-existent";
+        qCWarning(contentLog) << "Database version outdated or non-existent";
         return false;
     }
 }
 
-void DbManager::deleteFiles(QDir directory, const QString& path)
+void DbManager::deleteFiles(QDir directory)
 {
-    qWarning() << Constructor << "Nuking moodset database due previous errors!";
-    qWarning() << "Delete: " << path;
-    const QString name = QFileInfo(databaseName()).fileName();
+    qCWarning(contentLog) << Constructor << "Nuking moodset database due previous errors!";
+    qCWarning(contentLog) << "Delete: " << directoryPath();
     close();
-    // A file that cannot be removed shows at the next attempt.
-    directory.remove(name);
-    directory.remove(name + QStringLiteral("-shm"));
-    directory.remove(name + QStringLiteral("-wal"));
+    // If the file cannot be removed, the next attempt fails.
+    directory.remove(fileName());
+    directory.remove(fileName() + QStringLiteral("-shm"));
+    directory.remove(fileName() + QStringLiteral("-wal"));
 }
 
 bool DbManager::createDatabaseSchema(const QSqlDatabase& database)
 {
-    bool success = true;
-    QSqlQuery query(database);
-    for (const QString& statement : DatabaseSchema::statements()) {
-        if (!query.exec(statement)) {
-            success = false;
-            warnOfSchemaStatement(
-                query, "bool DbManager::createDatabaseSchema(const QSqlDatabase&)", statement);
-        }
-    }
-    query.finish();
-    return success;
+    return execSchemaStatements(
+        database, "bool DbManager::createDatabaseSchema(const QSqlDatabase&)",
+        DatabaseSchema::statements());
 }
 
 bool DbManager::updateSchema_v7to8()
@@ -172,7 +215,7 @@ bool DbManager::updateSchema_v8to10()
 bool DbManager::migrate(
     const char* function, const char* note, const QString& alteration, const QString& version)
 {
-    qDebug() << function << note;
+    qCDebug(contentLog) << function << note;
     QSqlQuery query(*this);
     if (!query.exec(alteration)) {
         warnOfSchemaStatement(query, function, alteration);
@@ -206,7 +249,7 @@ bool DbManager::updateSchemaVersion(const QString& version)
     const bool success = query.exec(QStringLiteral("PRAGMA user_version=%1;").arg(written));
     if (success) {
         query.finish();
-        qDebug() << function << "Updated moodset database to version: " << written;
+        qCDebug(contentLog) << function << "Updated moodset database to version: " << written;
     } else {
         warnOfQueryTextFirst(query, function, "Failed to update version!");
         query.finish();
@@ -214,10 +257,10 @@ bool DbManager::updateSchemaVersion(const QString& version)
     return success;
 }
 
-/// Display names in packaged content are translated, so they are read again in a new locale.
+/// Packaged content has translated display names, so it is read again when the locale has changed.
 void DbManager::scheduleTranslationUpdate()
 {
-    // A local object, so that the value is on the disk before a signal can end the process.
+    // The object is local, so the value is on the disk before a signal can end the process.
     QSettings settings(QStringLiteral("Zavro"), QStringLiteral("moodsetd"));
     const QString key = QStringLiteral("locale");
     const QString locale = QLocale().name();

@@ -1,25 +1,31 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "downloadmanager.h"
 
+#include "moodsetcontent.h"
+
 #include <QVariant>
 
 DownloadManager::DownloadManager(QueryAgentDatabase& database)
     : ContentManager(database)
-    , m_insertDownload(m_database)
-    , m_deleteDownload(m_database)
 {
     const char* const function = "DownloadManager::DownloadManager(QueryAgentDatabase&)";
-    if (openTransaction(function)) {
-        prepare(
+    const bool isRolledBack =
+        openTransaction(function)
+        && !prepare(
             {{m_insertDownload,
               QStringLiteral("INSERT OR REPLACE INTO download ( fileId, source) VALUES (?, ?);"),
               "Failed to prepare m_insertDownload."},
              {m_deleteDownload, QStringLiteral("DELETE FROM download WHERE fileId = ?;"),
               "Failed to prepare m_deleteDownload."}},
             function);
+    if (!isRolledBack) {
+        commit(function);
     }
-    // Also after a failure, when there may be nothing to commit.
-    m_database.commit();
+}
+
+DownloadManager* DownloadManager::fromRegistry()
+{
+    return static_cast<DownloadManager*>(managerFromType(MoodsetContent::Download));
 }
 
 bool DownloadManager::create(qint64 fileId, QUrl source)

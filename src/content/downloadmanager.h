@@ -6,23 +6,29 @@
 #include <QSqlQuery>
 #include <QUrl>
 
-/// Remembers for a file that came from the network the URL it came from, so that content can be
-/// found by its source.
+/// Stores the URL that a downloaded file came from, so that content can be found by its source.
 class DownloadManager : public ContentManager
 {
 public:
     explicit DownloadManager(QueryAgentDatabase& database);
 
-    /// Records `source` as the origin of the file `fileId`, in place of any other; there need be no
-    /// such file. Joins the caller's transaction.
+    /// The registry's download manager.
+    static DownloadManager* fromRegistry();
+
+    /// Stores `source` as the origin of the file `fileId` and replaces any other. The file need not
+    /// exist. This is part of the caller's transaction.
     bool create(qint64 fileId, QUrl source);
-    /// Records the value of "source", a URL, as create() does; all other keys are ignored.
+    /// Stores the value of "source", a URL, as create() does. All other keys are ignored.
     bool save(qint64 id, const QVariantMap& values) override;
-    /// Forgets the origin of the file `fileId`. No override of remove(qint64), which stays without
-    /// effect here: rows otherwise go with their files.
+    // This hides remove(qint64) on purpose: a DownloadManager removes origins, never content.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+    /// Forgets the origin of the file `fileId`. This does not override remove(qint64), which does
+    /// nothing here, because rows normally disappear with their files.
     bool remove(int fileId);
+#pragma GCC diagnostic pop
 
 private:
-    QSqlQuery m_insertDownload;
-    QSqlQuery m_deleteDownload;
+    QSqlQuery m_insertDownload{m_database};
+    QSqlQuery m_deleteDownload{m_database};
 };

@@ -3,6 +3,6 @@
 
 class QSqlError;
 
-/// Reports a database error in three warnings: the signature of the function that met it, the
-/// message, and the error. Where the statement's text is to follow, QueryAgent::warn() does it.
+/// Reports a database error in three warnings: the signature of the function, the message, and the
+/// error. QueryAgent::warn() also logs the statement's text.
 void warnOfError(const QSqlError& error, const char* function, const char* message);

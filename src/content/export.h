@@ -3,7 +3,7 @@
 
 #include <QtGlobal>
 
-/// Marks what the content library shows to those who link it.
+/// Exports a class or function of the content library.
 #ifdef MOODSET_CONTENT_LIBRARY
 #define MOODSET_CONTENT_EXPORT Q_DECL_EXPORT
 #else

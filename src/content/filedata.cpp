@@ -19,6 +19,10 @@ FileData* FileData::clone() const
 QVariant FileData::data(int role) const
 {
     switch (role) {
+    case ModificationTimeRole:
+        return modificationTime();
+    case WritableRole:
+        return (permissions & WritePermission) != 0;
     case ContentIdRole:
         return id;
     case UrlRole:
@@ -43,4 +47,27 @@ QHash<int, QByteArray> FileData::roleNames()
             {MimeTypeRole, "mimeType"},   {FileNameRole, "fileName"},
             {FilePathRole, "filePath"},   {DisplayNameRole, "displayName"},
             {ReadOnlyRole, "readOnly"}};
+}
+
+QHash<int, QByteArray> FileData::modelRoleNames(QHash<int, QByteArray> names)
+{
+    names.insert(ModificationTimeRole, "modificationTime");
+    names.insert(WritableRole, "writable");
+    return names;
+}
+
+bool FileData::hasSameFields(const FileData& other) const
+{
+    return id == other.id && type == other.type && modified == other.modified
+        && permissions == other.permissions && url == other.url && mimeType == other.mimeType
+        && fileName == other.fileName && displayName == other.displayName;
+}
+
+QDateTime FileData::modificationTime() const
+{
+    if (modified == 0) {
+        return {};
+    }
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(modified, Qt::UTC);
+    return {time.date(), time.time()};
 }

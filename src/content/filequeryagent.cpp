@@ -2,6 +2,7 @@
 #include "filequeryagent.h"
 
 #include "filerow.h"
+#include "storedtime.h"
 
 #include <QSqlQuery>
 #include <QUrl>
@@ -12,11 +13,12 @@
 namespace {
 
 /// All statements for files begin with this.
-QString select(const QString& tail)
+QString select(const QString& tail, bool withModificationTime = false)
 {
     return QStringLiteral("SELECT file.id, directory.path || '/' || file.fileName, file.mimeType, "
-                          "file.fileName, file.displayName, file.permissions "
-                          "FROM file INNER JOIN directory on file.directoryId = directory.id ")
+                          "file.fileName, file.displayName, file.permissions")
+        + FileRow::modificationTimeColumn(withModificationTime)
+        + QStringLiteral(" FROM file INNER JOIN directory on file.directoryId = directory.id ")
         + tail;
 }
 
@@ -24,6 +26,14 @@ Content fileFromRow(const QSqlQuery& query)
 {
     auto* const file = FileRow::newRecord<FileData>(query);
     FileRow::fill(file, query);
+    return Content(file);
+}
+
+Content fileWithTimeFromRow(const QSqlQuery& query)
+{
+    auto* const file = FileRow::newRecord<FileData>(query);
+    FileRow::fill(file, query);
+    file->modified = storedMilliseconds(query.value(FileRow::Count));
     return Content(file);
 }
 
@@ -98,8 +108,9 @@ Content FileQueryAgent::querySingleFile(QSqlQuery& query)
 bool FileQueryAgent::query(Recipient* recipient, const Parameters& parameters)
 {
     const Condition condition = conditionFor(parameters);
-    QSqlQuery query =
-        prepareQuery(select(condition.clause + QStringLiteral(" ORDER BY file.fileName;")));
+    QSqlQuery query = prepareQuery(select(
+        condition.clause + QStringLiteral(" ORDER BY file.fileName;"),
+        parameters.modificationTimes));
     for (int i = 0; i < condition.values.size(); ++i) {
         query.bindValue(i, condition.values.at(i));
     }
@@ -111,6 +122,6 @@ bool FileQueryAgent::query(Recipient* recipient, const Parameters& parameters)
             "Failed to execute file query");
         return false;
     }
-    deliver(query, recipient, fileFromRow);
+    deliver(query, recipient, parameters.modificationTimes ? fileWithTimeFromRow : fileFromRow);
     return true;
 }

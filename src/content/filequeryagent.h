@@ -4,7 +4,8 @@
 #include "filedata.h"
 #include "queryagent.h"
 
-/// Reads files. Listings go by file name and read the parameters `mimeType` and `directories`.
+/// Reads files. Listings are sorted by file name and use the parameters `mimeType` and
+/// `directories`.
 class MOODSET_CONTENT_EXPORT FileQueryAgent : public QueryAgentSpecialization<FileData>
 {
 public:
@@ -14,6 +15,6 @@ public:
     Content queryByUrl(const QUrl& url) override;
     bool query(Recipient* recipient, const Parameters& parameters) override;
 
-    /// Runs a bound query for one row of a file.
+    /// Runs a bound query that returns one row of a file.
     Content querySingleFile(QSqlQuery& query);
 };

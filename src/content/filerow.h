@@ -15,6 +15,12 @@ enum Column : int { Id, Path, MimeType, FileName, DisplayName, Permissions, Coun
 /// Fills the fields of a file from a row.
 void fill(FileData* file, const QSqlQuery& query);
 
+/// What follows "SELECT ..., ", or an empty text, where the modification time comes last.
+inline QString modificationTimeColumn(bool isWanted)
+{
+    return isWanted ? QStringLiteral(", file.modificationTime") : QString();
+}
+
 /// A new record of class T for a row, with its id and URL set.
 template <typename T>
 T* newRecord(const QSqlQuery& query)

@@ -125,3 +125,16 @@ QHash<int, QByteArray> MoodsetData::roleNames()
         {DorselIdRole, "dorselId"},
         {VersionRole, "version"}};
 }
+
+bool MoodsetData::hasSameFields(const MoodsetData& other) const
+{
+    return FileData::hasSameFields(other) && favorite == other.favorite
+        && ringerVolume == other.ringerVolume && enabledSounds == other.enabledSounds
+        && version == other.version && displayName == other.displayName
+        && homeWallpaper == other.homeWallpaper
+        && applicationWallpaper == other.applicationWallpaper && partnerSpace == other.partnerSpace
+        && dorselId == other.dorselId && highlightColor == other.highlightColor
+        && secondaryHighlightColor == other.secondaryHighlightColor
+        && primaryColor == other.primaryColor && secondaryColor == other.secondaryColor
+        && timestamp == other.timestamp && resources == other.resources;
+}

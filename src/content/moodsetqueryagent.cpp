@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "moodsetqueryagent.h"
 
+#include "filerow.h"
 #include "moodsetrow.h"
+#include "storedtime.h"
 
 #include <QSqlQuery>
 #include <QUrl>
@@ -13,8 +15,8 @@ const char* const SingleFunction = "Content MoodsetQueryAgent::querySingleMoodse
 const char* const ListFunction = "virtual bool MoodsetQueryAgent::query(QueryAgent::Recipient*, "
                                  "const QueryAgent::Parameters&)";
 
-/// A statement for one moodset; the tail is its WHERE clause.
-QString select(const QString& tail)
+/// A statement for one moodset; `tail` is its WHERE clause.
+QString selectMoodsets(const QString& tail)
 {
     return QStringLiteral(
                "SELECT file.id, directory.path || '/' || file.fileName AS filePath, file.mimeType, "
@@ -38,7 +40,7 @@ QString selectResources()
         "INNER JOIN directory on file.directoryId = directory.id WHERE resource.fileId = ?");
 }
 
-/// Makes the table that fixes a listing's order by its rowid.
+/// Makes the table that fixes the order of a listing: its rowids are in this order.
 QString createTable(const QString& table, int favoriteFilter)
 {
     const QString tail = favoriteFilter == QueryAgent::Parameters::AllMoodsets
@@ -47,18 +49,19 @@ QString createTable(const QString& table, int favoriteFilter)
     return QStringLiteral("CREATE TEMPORARY TABLE %1 AS SELECT * FROM moodset").arg(table) + tail;
 }
 
-QString selectListing(const QString& table)
+QString selectListing(const QString& table, bool withModificationTime)
 {
-    return QStringLiteral(
-               "SELECT file.id, directory.path || '/' || file.fileName AS filePath, file.mimeType, "
-               "file.fileName, file.permissions, file.displayName, dorselid.dorselId, %1.favorite, "
-               "%1.homeWallpaper, %1.applicationWallpaper, %1.highlightColor, "
-               "%1.secondaryHighlightColor, %1.primaryColor, %1.secondaryColor, %1.ringerVolume, "
-               "%1.enabledSounds, %1.partnerSpace, %1.version "
-               "FROM %1 INNER JOIN file ON %1.fileId = file.id "
-               "INNER JOIN directory on file.directoryId = directory.id "
-               "LEFT OUTER JOIN dorselid ON %1.fileId = dorselid.fileId ORDER BY %1.rowid;")
-        .arg(table);
+    const QString columns = QStringLiteral(
+        "SELECT file.id, directory.path || '/' || file.fileName AS filePath, file.mimeType, "
+        "file.fileName, file.permissions, file.displayName, dorselid.dorselId, %1.favorite, "
+        "%1.homeWallpaper, %1.applicationWallpaper, %1.highlightColor, "
+        "%1.secondaryHighlightColor, %1.primaryColor, %1.secondaryColor, %1.ringerVolume, "
+        "%1.enabledSounds, %1.partnerSpace, %1.version");
+    const QString tables = QStringLiteral(
+        " FROM %1 INNER JOIN file ON %1.fileId = file.id "
+        "INNER JOIN directory on file.directoryId = directory.id "
+        "LEFT OUTER JOIN dorselid ON %1.fileId = dorselid.fileId ORDER BY %1.rowid;");
+    return (columns + FileRow::modificationTimeColumn(withModificationTime) + tables).arg(table);
 }
 
 QString selectListingResources(const QString& table)
@@ -86,13 +89,21 @@ Content moodsetFromRow(const QSqlQuery& query)
     return Content(moodset);
 }
 
+Content moodsetWithTimeFromRow(const QSqlQuery& query)
+{
+    constexpr int column = 18;
+    Moodset moodset(moodsetFromRow(query));
+    moodset->modified = storedMilliseconds(query.value(column));
+    return moodset;
+}
+
 } // namespace
 
-/// The resources of moodsets, in the order of the moodsets they belong to.
+/// The resources of moodsets, in the order of the moodsets that they belong to.
 struct MoodsetQueryAgent::ResourceCursor
 {
     QSqlQuery query;
-    /// The moodset of the row that the query stands on; 0 when there is none.
+    /// The moodset of the query's present row, or 0 if there is no row.
     qint64 fileId = 0;
 
     void next() { fileId = query.next() ? query.value(0).toLongLong() : 0; }
@@ -105,7 +116,7 @@ MoodsetQueryAgent::MoodsetQueryAgent(QueryAgentDatabase& database)
 
 Content MoodsetQueryAgent::queryById(qint64 id)
 {
-    QSqlQuery query = prepareQuery(select(QStringLiteral("WHERE file.id = ?;")));
+    QSqlQuery query = prepareQuery(selectMoodsets(QStringLiteral("WHERE file.id = ?;")));
     query.bindValue(0, id);
     return querySingleMoodset(query);
 }
@@ -113,8 +124,9 @@ Content MoodsetQueryAgent::queryById(qint64 id)
 Content MoodsetQueryAgent::queryByUrl(const QUrl& url)
 {
     QSqlQuery query = prepareQueryByUrl(
-        url, select(QStringLiteral("WHERE directory.path = ? AND file.fileName = ?;")),
-        select(QStringLiteral("WHERE file.id IN (SELECT fileId FROM download WHERE source = ?);")));
+        url, selectMoodsets(QStringLiteral("WHERE directory.path = ? AND file.fileName = ?;")),
+        selectMoodsets(
+            QStringLiteral("WHERE file.id IN (SELECT fileId FROM download WHERE source = ?);")));
     return querySingleMoodset(query);
 }
 
@@ -133,7 +145,7 @@ Content MoodsetQueryAgent::querySingleMoodset(QSqlQuery& query)
     ResourceCursor cursor{prepareQuery(selectResources())};
     cursor.query.bindValue(0, moodset.data()->id);
     if (!cursor.query.exec()) {
-        // The moodset's query is reported, not the resources'.
+        // The warning names the moodset's query, not the one of the resources.
         warn(query, SingleFunction, "Failed to execute resource query");
         return moodset;
     }
@@ -143,8 +155,8 @@ Content MoodsetQueryAgent::querySingleMoodset(QSqlQuery& query)
     return moodset;
 }
 
-/// Gives each moodset the resources that the cursor comes to. A resource of a moodset that is not
-/// among `contents` stops the cursor for good.
+/// Gives each moodset the resources that follow in the cursor. If a resource belongs to a moodset
+/// that is not in `contents`, the cursor stays there for good.
 void MoodsetQueryAgent::readResources(ResourceCursor* cursor, Content* contents, int count)
 {
     for (int i = 0; i < count && cursor->fileId != 0; ++i) {
@@ -152,7 +164,7 @@ void MoodsetQueryAgent::readResources(ResourceCursor* cursor, Content* contents,
             continue;
         }
         Moodset moodset(contents[i]);
-        // Now the only handle, so that writing through it copies nothing.
+        // Only `moodset` holds the record now, so writing through it does not copy the record.
         contents[i] = Content();
         while (cursor->fileId == moodset.constData()->id) {
             moodset->resources.insert(
@@ -175,7 +187,7 @@ bool MoodsetQueryAgent::query(Recipient* recipient, const Parameters& parameters
         return false;
     }
     create.finish();
-    list(recipient, table);
+    list(recipient, table, parameters.modificationTimes);
     QSqlQuery drop = prepareQuery(QStringLiteral("DROP TABLE %1").arg(table));
     if (!drop.exec()) {
         warn(drop, ListFunction, "Failed to drop temporary moodset table");
@@ -183,10 +195,10 @@ bool MoodsetQueryAgent::query(Recipient* recipient, const Parameters& parameters
     return true;
 }
 
-/// Delivers the moodsets of the temporary table. A failure is reported, and ends the listing.
-void MoodsetQueryAgent::list(Recipient* recipient, const QString& table)
+/// Delivers the moodsets of the temporary table. A failure is reported and ends the listing.
+void MoodsetQueryAgent::list(Recipient* recipient, const QString& table, bool withModificationTimes)
 {
-    QSqlQuery listing = prepareQuery(selectListing(table));
+    QSqlQuery listing = prepareQuery(selectListing(table, withModificationTimes));
     ResourceCursor cursor{prepareQuery(selectListingResources(table))};
     if (!listing.exec()) {
         warn(listing, ListFunction, "Failed to execute moodset query");
@@ -194,14 +206,16 @@ void MoodsetQueryAgent::list(Recipient* recipient, const QString& table)
     }
     if (cursor.query.exec()) {
         cursor.next();
-        deliver(listing, recipient, moodsetFromRow, [&cursor](QVector<Content>* batch) {
-            readResources(&cursor, batch->data(), batch->size());
-        });
+        deliver(
+            listing, recipient, withModificationTimes ? moodsetWithTimeFromRow : moodsetFromRow,
+            [&cursor](QVector<Content>* batch) {
+                readResources(&cursor, batch->data(), batch->size());
+            });
     } else {
-        // The listing's query is reported, not the resources'.
+        // The warning names the query of the listing, not the one of the resources.
         warn(listing, ListFunction, "Failed to execute resource query");
     }
-    // Either may stand on a row still, and the table cannot be dropped under it.
+    // SQLite cannot drop the table while a query still has a row of it.
     listing.finish();
     cursor.query.finish();
 }

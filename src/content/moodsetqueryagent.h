@@ -4,13 +4,13 @@
 #include "moodsetdata.h"
 #include "queryagent.h"
 
-/// Reads moodsets with their resources. Listings read the parameter `favoriteFilter`: favourites
-/// come first, and each group goes by its time stamps. The records' own `timestamp` stays null.
+/// Reads moodsets with their resources. Listings use the parameter `favoriteFilter`. Favourites
+/// come first, and each group is sorted by the time stamps. The records' own `timestamp` stays
+/// null.
 ///
-/// A listing lays its order down in a temporary table, so only one can run at a time on a
-/// connection, and none while any other listing of that thread is unfinished, for instance from
-/// inside the recipient of a file listing: its table could then not be dropped, and all later ones
-/// would fail.
+/// A listing keeps its order in a temporary table, which SQLite cannot drop while another listing
+/// of the same connection is unfinished. So a connection can run only one moodset listing at a
+/// time, and none inside the recipient of another listing: all later moodset listings would fail.
 class MOODSET_CONTENT_EXPORT MoodsetQueryAgent : public QueryAgentSpecialization<MoodsetData>
 {
 public:
@@ -20,12 +20,12 @@ public:
     Content queryByUrl(const QUrl& url) override;
     bool query(Recipient* recipient, const Parameters& parameters) override;
 
-    /// Runs a bound query for one row of a moodset, and reads its resources.
+    /// Runs a bound query that returns one row of a moodset, and reads its resources.
     Content querySingleMoodset(QSqlQuery& query);
 
 private:
     struct ResourceCursor;
 
     static void readResources(ResourceCursor* cursor, Content* contents, int count);
-    void list(Recipient* recipient, const QString& table);
+    void list(Recipient* recipient, const QString& table, bool withModificationTimes);
 };

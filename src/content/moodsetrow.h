@@ -8,12 +8,12 @@
 #include <QUrl>
 #include <QVariant>
 
-/// What rows about moodsets have in common, for the statements that read them.
+/// Code that the statements about moodsets have in common.
 namespace MoodsetRow {
 
-/// Fills what makes up the look and the sound from the columns favorite, homeWallpaper,
+/// Fills the fields of the look and the sound from the columns favorite, homeWallpaper,
 /// applicationWallpaper, highlightColor, secondaryHighlightColor, primaryColor, secondaryColor,
-/// ringerVolume, enabledSounds, partnerSpace and version, which begin at `column`.
+/// ringerVolume, enabledSounds, partnerSpace and version. `column` is the number of the first one.
 inline void fillLook(MoodsetData* moodset, const QSqlQuery& query, int column)
 {
     const auto next = [&] { return query.value(column++); };
@@ -31,8 +31,8 @@ inline void fillLook(MoodsetData* moodset, const QSqlQuery& query, int column)
     moodset->version = next().toInt();
 }
 
-/// A resource's map from the columns path, fileName and displayName of its file, which begin at
-/// `column`.
+/// The map of a resource, from the columns path, fileName and displayName of its file. `column` is
+/// the number of the first one.
 inline QVariantMap resource(const QSqlQuery& query, int column)
 {
     return {

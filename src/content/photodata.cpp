@@ -35,3 +35,9 @@ QHash<int, QByteArray> PhotoData::roleNames()
     names.insert(OrientationRole, "orientation");
     return names;
 }
+
+bool PhotoData::hasSameFields(const PhotoData& other) const
+{
+    return FileData::hasSameFields(other) && width == other.width && height == other.height
+        && orientation == other.orientation && dateTaken == other.dateTaken;
+}

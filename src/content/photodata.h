@@ -10,11 +10,10 @@ class MOODSET_CONTENT_EXPORT PhotoData : public FileData
 {
 public:
     enum Role : int {
-        DateTakenRole = 7, ///< QDateTime, null where the picture does not say
+        DateTakenRole = 7, ///< QDateTime, null if the picture does not contain it
         WidthRole = 8, ///< int, pixels as stored, before rotation; -1 for an unreadable picture
         HeightRole = 9, ///< int, likewise
-        OrientationRole =
-            10 ///< int, Exif orientation from 1 to 8, 0 where the picture does not say
+        OrientationRole = 10 ///< int, Exif orientation from 1 to 8, 0 if the picture has none
     };
 
     static constexpr MoodsetContent::Type contentType = MoodsetContent::Image;
@@ -25,6 +24,9 @@ public:
     QVariant data(int role) const override;
 
     static QHash<int, QByteArray> roleNames();
+
+    /// Whether all fields are the same.
+    bool hasSameFields(const PhotoData& other) const;
 
     QDateTime dateTaken;
     int width = 0;

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "queryagent.h"
 
+#include "contentlog.h"
 #include "filequeryagent.h"
 #include "moodsetqueryagent.h"
 #include "photoqueryagent.h"
 #include "queryagentdatabase.h"
 
-#include <QDebug>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QThreadStorage>
@@ -15,17 +15,23 @@
 
 namespace {
 
-/// The calling thread's read-only connection, not opened yet when it is made.
+/// The threads' connections, which end with their threads.
+QThreadStorage<QueryAgentDatabase*>& connections()
+{
+    static QThreadStorage<QueryAgentDatabase*> storage;
+    return storage;
+}
+
+/// The calling thread's read-only connection. It is made at the first call, not yet opened.
 QueryAgentDatabase& threadDatabase()
 {
-    static QThreadStorage<QueryAgentDatabase> storage;
-    const bool isNew = !storage.hasLocalData();
-    QueryAgentDatabase& database = storage.localData();
-    if (isNew) {
-        database.setDatabaseName(QueryAgentDatabase::filePath());
-        database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+    if (!connections().hasLocalData()) {
+        auto* const database = new QueryAgentDatabase;
+        database->setDatabaseName(QueryAgentDatabase::filePath());
+        database->setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+        connections().setLocalData(database);
     }
-    return database;
+    return *connections().localData();
 }
 
 QueryAgent* makeAgent(MoodsetContent::Type type, QueryAgentDatabase& database)
@@ -62,12 +68,19 @@ QueryAgent* QueryAgent::agentFor(MoodsetContent::Type type)
         return agent;
     }
     if (!database.isOpen() && !database.open()) {
-        qWarning() << "Failed to open moodset database";
-        qWarning() << database.lastError();
+        qCWarning(contentLog) << "Failed to open moodset database";
+        qCWarning(contentLog) << database.lastError();
         return nullptr;
     }
     agent = makeAgent(type, database);
     return agent;
+}
+
+void QueryAgent::closeConnection()
+{
+    if (connections().hasLocalData()) {
+        connections().setLocalData(nullptr);
+    }
 }
 
 QString QueryAgent::threadId() const
@@ -93,10 +106,10 @@ QSqlQuery QueryAgent::prepareQuery(const QString& statement)
 
 void QueryAgent::warn(const QSqlQuery& query, const char* function, const char* message)
 {
-    qWarning() << function;
-    qWarning() << message;
-    qWarning() << query.lastError();
-    qWarning() << query.lastQuery();
+    qCWarning(contentLog) << function;
+    qCWarning(contentLog) << message;
+    qCWarning(contentLog) << query.lastError();
+    qCWarning(contentLog) << query.lastQuery();
 }
 
 QSqlQuery QueryAgent::prepareQueryByUrl(
@@ -131,6 +144,11 @@ void QueryAgent::deliver(
         }
         if (recipient) {
             recipient->receive(batch);
+            if (hasMore && !recipient->wantsMore()) {
+                // On its row it would hold on to the state of the database that it has begun with.
+                query.finish();
+                return;
+            }
         }
     }
 }

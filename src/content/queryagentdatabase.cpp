@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Every statement costs 1, so this many are kept.
+/// The cost of each statement is 1, so this is their number.
 constexpr int StatementCacheSize = 20;
 
 int nextThreadId()
@@ -36,9 +36,18 @@ QueryAgentDatabase::~QueryAgentDatabase()
 
 QString QueryAgentDatabase::filePath()
 {
+    return directoryPath() + fileName();
+}
+
+QString QueryAgentDatabase::directoryPath()
+{
     const QStringList pieces{
         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
-        QStringLiteral("system/privileged"), QStringLiteral("Moodsetd"),
-        QStringLiteral("moodsetd.sqlite")};
+        QStringLiteral("system/privileged"), QStringLiteral("Moodsetd"), QString()};
     return pieces.join(QDir::separator());
+}
+
+QString QueryAgentDatabase::fileName()
+{
+    return QStringLiteral("moodsetd.sqlite");
 }

@@ -12,10 +12,10 @@
 
 class QueryAgent;
 
-/// A connection to the content database, with the statements and the agents that live on it.
+/// A connection to the content database, with its statements and agents.
 ///
-/// The object is a QSQLITE connection without a name: it stays in one place and is never looked up.
-/// Copies of its QSqlDatabase handle share the connection. Use from the thread that made it.
+/// The object is a QSQLITE connection without a name; it cannot be copied or looked up by name.
+/// Copies of its QSqlDatabase handle share the connection. Use it on the thread that made it.
 class MOODSET_CONTENT_EXPORT QueryAgentDatabase : public QSqlDatabase
 {
 public:
@@ -28,11 +28,16 @@ public:
 
     /// The path of the database file, the same for the daemon and for readers.
     static QString filePath();
+    /// The directory of that file, with a "/" at its end.
+    static QString directoryPath();
+    /// The name of the file in its directory.
+    static QString fileName();
 
-    /// Prepared statements by their text, the 20 most recently used.
+    /// The 20 prepared statements that were used last; the keys are their texts.
     QCache<QString, QSqlQuery> cache;
-    /// The agents of this connection, owned; an entry may be null.
+    /// The agents of this connection, which owns them. An entry may be null.
     QHash<MoodsetContent::Type, QueryAgent*> agents;
-    /// The serial number of this connection in the process, from 0; no thread id of the system.
+    /// The serial number of this connection in the process, from 0. It is not a thread id of the
+    /// system.
     const int threadId;
 };

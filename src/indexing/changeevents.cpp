@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// What FileManager does when the kernel reports changes in watched directories.
+// The part of FileManager that handles the kernel's reports of changes in watched directories.
 #include "filemanager.h"
+#include "filename.h"
 #include "inotifyrecord.h"
 
-#include "content/errorwarning.h"
+#include "content/storablename.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QFileInfo>
-#include <QSqlError>
 #include <QVariant>
 
 #include <sys/inotify.h>
@@ -21,6 +22,28 @@ bool hasAny(uint32_t mask, uint32_t flags)
     return (mask & flags) != 0;
 }
 
+/// Gives the name of the entry that a record is about. False if no row can store it. This is
+/// reported when the entry appears, but not for later events, such as each write to it.
+bool readName(const InotifyRecord& record, const QString& directory, QString* name)
+{
+    // A directory's row has its path, a file's row its name.
+    const bool isDirectory = hasAny(record.mask, IN_ISDIR);
+    const bool arrives = hasAny(record.mask, isDirectory ? IN_CREATE : IN_CREATE | IN_MOVED_TO);
+    if (!decodeFileName(record.name, name)) {
+        if (arrives) {
+            warnOfUndecodableName(Function, QFile::encodeName(directory) + record.name);
+        }
+        return false;
+    }
+    if (!isStorableName(isDirectory ? directory + *name : *name)) {
+        if (arrives) {
+            warnOfUnstorableName(Function, directory + *name);
+        }
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 struct FileManager::EventChanges
@@ -32,7 +55,7 @@ struct FileManager::EventChanges
     SqlBatch directoryDeletes;
 };
 
-/// Applies all events that wait; false if that failed, when all of their changes are lost.
+/// Applies all events that are waiting. False on failure; all of their changes are lost then.
 bool FileManager::readEvent()
 {
     EventChanges changes;
@@ -49,17 +72,24 @@ bool FileManager::readEvent()
 
 void FileManager::classify(const InotifyRecord& record, EventChanges* changes)
 {
-    const WatchedDirectory directory = m_watchedDirectories.value(record.watch);
+    const WatchedDirectory directory = m_watchedDirectories.directory(record.watch);
     if (directory.path.isEmpty()) {
-        // Dropped events, and what comes after a watch has been removed.
+        // The kernel has dropped events, or the event is from a watch that was removed.
         return;
     }
-    const QString path = directory.path + record.name;
     if (hasAny(record.mask, IN_DELETE_SELF | IN_MOVE_SELF)) {
         changes->directoryDeletes.append({directory.id});
-        removeWatch(record.watch);
-    } else if (hasAny(record.mask, IN_ISDIR)) {
-        // Sub-directories that leave report for themselves; those moved in stay unknown.
+        m_watchedDirectories.remove(record.watch);
+        return;
+    }
+    QString name;
+    if (!readName(record, directory.path, &name)) {
+        return;
+    }
+    const QString path = directory.path + name;
+    if (hasAny(record.mask, IN_ISDIR)) {
+        // A sub-directory that is moved away or deleted has a watch of its own, which reports this.
+        // A sub-directory that is moved in stays unknown.
         if (hasAny(record.mask, IN_CREATE)) {
             m_pendingDirectories.append(path);
             changes->directoryInserts.append({directory.id, path});
@@ -67,21 +97,20 @@ void FileManager::classify(const InotifyRecord& record, EventChanges* changes)
     } else if (hasAny(record.mask, IN_MOVED_TO | IN_CREATE)) {
         const QFileInfo file(path);
         changes->fileInserts.append(
-            {directory.id, m_mimeTypes.typeName(file), record.name, file.lastModified()});
+            {directory.id, m_mimeTypes.typeName(file), name, file.lastModified()});
     } else if (hasAny(record.mask, IN_MOVED_FROM | IN_DELETE)) {
-        changes->fileDeletes.append({directory.id, record.name});
+        changes->fileDeletes.append({directory.id, name});
     } else if (hasAny(record.mask, IN_MODIFY)) {
-        changes->fileUpdates.append({QFileInfo(path).lastModified(), directory.id, record.name});
+        changes->fileUpdates.append({QFileInfo(path).lastModified(), directory.id, name});
     }
 }
 
-/// Writes the changes of one read in one transaction: an update precedes an insert of the same
-/// name, and an insert a deletion.
+/// Writes the changes of one read in one transaction. For the same name, updates come before
+/// inserts, and inserts before deletions.
 bool FileManager::applyEvents(const EventChanges& changes)
 {
-    if (!m_database.transaction()) {
-        warnOfError(m_database.lastError(), Function, "Failed to start transation");
-    }
+    // A failure is reported, but the changes are written anyway.
+    openTransaction(Function, "Failed to start transation");
     if (!runBatch(
             changes.fileUpdates, m_fileMonitorUpdate, Function,
             "Failed to execute m_fileMonitorUpdate.")
@@ -97,7 +126,5 @@ bool FileManager::applyEvents(const EventChanges& changes)
             "Failed to execute m_directoryDelete.")) {
         return false;
     }
-    // A commit that fails shows at the next transaction.
-    m_database.commit();
-    return true;
+    return commit(Function);
 }

@@ -1,15 +1,33 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The scan of one directory, which brings FileManager's rows in line with the directory's entries.
+// The scan of one directory: FileManager compares the directory's entries with its rows.
 #include "directorylisting.h"
 #include "filemanager.h"
+#include "filename.h"
 #include "sortedmerge.h"
+
+#include "content/storablename.h"
 
 #include <QFileInfo>
 #include <QVariant>
 
 namespace {
 
-const char* const Function = "bool FileManager::scanDirectory()";
+const char* const ScanFunction = "bool FileManager::scanDirectory()";
+
+/// The columns of m_fileQuery; all queries here begin with an id.
+enum FileColumn : int { ScannedId, ScannedFileName, ScannedModificationTime };
+
+/// The second column of m_directoryQuery.
+constexpr int Path = 1;
+
+void warnOfUndecodableEntries(const QString& path)
+{
+    for (const UndecodableEntry& entry : listUndecodable(path)) {
+        if (entry.isFile || entry.isDirectory) {
+            warnOfUndecodableName(ScanFunction, entry.path);
+        }
+    }
+}
 
 } // namespace
 
@@ -23,7 +41,7 @@ struct FileManager::ScanChanges
     SqlBatch directoryDeletes;
 };
 
-/// Handles the first directory of the queue; true if more work is to come at once.
+/// Handles the first directory of the queue. True if there is more work to do at once.
 bool FileManager::scanDirectory()
 {
     if (m_pendingDirectories.isEmpty()) {
@@ -32,24 +50,31 @@ bool FileManager::scanDirectory()
     const QString path = m_pendingDirectories.takeFirst();
     qint64 id = 0;
     DirectoryScope scope = AllEntries;
-    // Watched before it is listed, so that no change during the scan is lost.
+    // The directory is watched before it is listed, so no change during the scan is lost.
     if (!watchDirectory(path, &id, &scope)) {
         return !m_pendingDirectories.isEmpty();
     }
-    const DirectoryListing listing = listDirectory(path);
+    const std::optional<DirectoryListing> listing = listDirectory(path);
+    if (!listing) {
+        warnOfUnlisted(ScanFunction, path);
+        return !m_pendingDirectories.isEmpty();
+    }
+    if (scope == AllEntries) {
+        warnOfUndecodableEntries(path);
+    }
     ScanChanges changes;
     bind(m_fileQuery, {id});
     if (!m_fileQuery.exec()) {
-        warn(m_fileQuery, Function, "Failed to execute m_fileQuery");
+        warn(m_fileQuery, ScanFunction, "Failed to execute m_fileQuery");
         return false;
     }
-    mergeFiles(listing.files, id, scope, &changes);
+    mergeFiles(listing->files, id, scope, &changes);
     bind(m_directoryQuery, {id});
     if (!m_directoryQuery.exec()) {
-        warn(m_directoryQuery, Function, "Failed to execute m_directoryQuery");
+        warn(m_directoryQuery, ScanFunction, "Failed to execute m_directoryQuery");
         return false;
     }
-    mergeDirectories(listing.directories, path, scope, &changes);
+    mergeDirectories(listing->directories, path, scope, &changes);
     if (!applyScan(id, changes)) {
         return false;
     }
@@ -62,21 +87,28 @@ void FileManager::mergeFiles(
     ScanChanges* changes)
 {
     const auto added = [&](const FileEntry& entry) {
-        if (scope == AllEntries) {
+        if (scope != AllEntries) {
+            return;
+        }
+        if (isStorableName(entry.fileName)) {
             changes->fileInserts.append(
                 {directoryId, m_mimeTypes.typeName(QFileInfo(entry.path), entry.isRegular),
                  entry.fileName, entry.modified});
+        } else {
+            warnOfUnstorableName(ScanFunction, entry.path);
         }
     };
     const auto matched = [&](const FileEntry& entry) {
-        if (scope < RemovalsOnly && !(entry.modified == m_fileQuery.value(2).toDateTime())) {
-            changes->fileUpdates.append({entry.modified, m_fileQuery.value(0)});
+        if (scope < RemovalsOnly
+            && !(entry.modified == m_fileQuery.value(ScannedModificationTime).toDateTime())) {
+            changes->fileUpdates.append({entry.modified, m_fileQuery.value(ScannedId)});
         }
     };
-    const auto removed = [&] { changes->fileDeletes.append({m_fileQuery.value(0)}); };
+    const auto removed = [&] { changes->fileDeletes.append({m_fileQuery.value(ScannedId)}); };
     mergeSorted(
         entries, [&] { return m_fileQuery.next(); },
-        [&] { return m_fileQuery.value(1).toString().toUtf8(); }, added, matched, removed);
+        [&] { return m_fileQuery.value(ScannedFileName).toString().toUtf8(); }, added, matched,
+        removed);
     m_fileQuery.finish();
 }
 
@@ -84,28 +116,34 @@ void FileManager::mergeDirectories(
     const QVector<DirectoryEntry>& entries, const QString& path, DirectoryScope scope,
     ScanChanges* changes)
 {
-    const auto rowPath = [&] { return m_directoryQuery.value(1).toString(); };
+    const auto rowPath = [&] { return m_directoryQuery.value(Path).toString(); };
     const auto added = [&](const DirectoryEntry& entry) {
-        if (scope == AllEntries) {
+        if (scope != AllEntries) {
+            return;
+        }
+        if (isStorableName(entry.path)) {
             changes->newDirectories.append(entry.path);
             m_pendingDirectories.append(entry.path);
+        } else {
+            warnOfUnstorableName(ScanFunction, entry.path);
         }
     };
     const auto matched = [&](const DirectoryEntry&) { m_pendingDirectories.append(rowPath()); };
-    const auto removed = [&] { changes->directoryDeletes.append({m_directoryQuery.value(0)}); };
+    const auto removed = [&] {
+        changes->directoryDeletes.append({m_directoryQuery.value(ScannedId)});
+    };
     mergeSorted(
         entries, [&] { return m_directoryQuery.next(); },
         [&] { return rowPath().mid(path.size() + 1).toUtf8(); }, added, matched, removed);
     m_directoryQuery.finish();
 }
 
-/// Writes what a scan has found, in one transaction.
+/// Writes the results of a scan in one transaction.
 bool FileManager::applyScan(qint64 directoryId, const ScanChanges& changes)
 {
-    // Without a transaction the statements commit one by one.
-    m_database.transaction();
+    beginTransaction();
     if (!runBatch(
-            changes.directoryDeletes, m_directoryDelete, Function,
+            changes.directoryDeletes, m_directoryDelete, ScanFunction,
             "Failed to execute m_directoryDelete.")) {
         return false;
     }
@@ -114,39 +152,40 @@ bool FileManager::applyScan(qint64 directoryId, const ScanChanges& changes)
     if (!separateKnownDirectories(directoryId, changes.newDirectories, &inserts, &relinks)) {
         return false;
     }
-    if (!runBatch(inserts, m_directoryInsert, Function, "Failed to execute m_directoryInsert.")
+    if (!runBatch(inserts, m_directoryInsert, ScanFunction, "Failed to execute m_directoryInsert.")
         || !runBatch(
-            relinks, m_directoryParentUpdate, Function,
+            relinks, m_directoryParentUpdate, ScanFunction,
             "Failed to execute m_directoryParentUpdate.")
         || !runBatch(
-            changes.fileDeletes, m_fileSyncDelete, Function, "Failed to execute m_fileSyncDelete.")
+            changes.fileDeletes, m_fileSyncDelete, ScanFunction,
+            "Failed to execute m_fileSyncDelete.")
         || !runBatch(
-            changes.fileUpdates, m_fileSyncUpdate, Function, "Failed to execute m_fileSyncUpdate.")
+            changes.fileUpdates, m_fileSyncUpdate, ScanFunction,
+            "Failed to execute m_fileSyncUpdate.")
         || !runBatch(
-            changes.fileInserts, m_fileInsert, Function, "Failed to execute m_fileInsert.")) {
+            changes.fileInserts, m_fileInsert, ScanFunction, "Failed to execute m_fileInsert.")) {
         return false;
     }
-    // A commit that fails shows at the next transaction.
-    m_database.commit();
-    return true;
+    return commit(ScanFunction);
 }
 
-/// Tells the new sub-directories that get a row from those that have one under another parent.
+/// Separates new sub-directories, which get a row, from those that have a row under another parent.
 ///
-/// The lookup is finished before it is stepped, so no row ever comes back and all paths go to the
-/// inserts: one that is registered already fails there, with the whole scan of its parent.
+/// The lookup is finished before its first step, so it never gives a row, and all paths are
+/// inserted. If one of them is registered already, its insert fails, and the whole scan of its
+/// parent with it.
 bool FileManager::separateKnownDirectories(
     qint64 parentId, const QStringList& paths, SqlBatch* inserts, SqlBatch* relinks)
 {
     for (const QString& path : paths) {
         bind(m_directoryIdQuery, {path});
         if (!m_directoryIdQuery.exec()) {
-            rollback(m_directoryIdQuery, Function, "Failed to execute m_directoryIdQuery.");
+            rollback(m_directoryIdQuery, ScanFunction, "Failed to execute m_directoryIdQuery.");
             return false;
         }
         m_directoryIdQuery.finish();
         if (m_directoryIdQuery.next()) {
-            relinks->append({parentId, m_directoryIdQuery.value(0)});
+            relinks->append({parentId, m_directoryIdQuery.value(ScannedId)});
             m_directoryIdQuery.finish();
         } else {
             inserts->append({parentId, path});

@@ -3,9 +3,11 @@
 
 #include "content/errorwarning.h"
 #include "content/moodsetcontent.h"
+#include "content/storablename.h"
+#include "filename.h"
+#include "indexinglog.h"
 
 #include <QDateTime>
-#include <QDebug>
 #include <QEvent>
 #include <QFile>
 #include <QFileInfo>
@@ -16,11 +18,24 @@
 
 namespace {
 
-const char* const Constructor = "FileManager::FileManager(QueryAgentDatabase&, QObject*)";
+const char* const FileManagerConstructor =
+    "FileManager::FileManager(QueryAgentDatabase&, QObject*)";
 
-const QLatin1Char Separator('/');
+/// The columns of the queries for ids. Only the query for directories has the second one.
+enum IdColumn : int { RowId, Scope };
 
-/// What a watch reports at every scope: that the directory or something in it is gone.
+/// The column of the query for root directories.
+constexpr int RootPath = 0;
+
+/// The id of the row that a statement has inserted. The statement is finished.
+qint64 takeInsertedId(QSqlQuery* insertion)
+{
+    const qint64 id = insertion->lastInsertId().toLongLong();
+    insertion->finish();
+    return id;
+}
+
+/// The events for every scope: the directory or an entry of it has been removed.
 constexpr uint32_t RemovalEvents =
     IN_DONT_FOLLOW | IN_MOVE_SELF | IN_DELETE_SELF | IN_DELETE | IN_MOVED_FROM;
 
@@ -34,48 +49,27 @@ uint32_t watchMask(FileManager::DirectoryScope scope)
     case FileManager::RemovalsOnly:
         break;
     }
-    // Also for the higher values that a database may hold.
+    // A database may hold higher values, which mean the same.
     return RemovalEvents;
 }
 
 } // namespace
 
-bool operator==(
-    const FileManager::WatchedDirectory& left, const FileManager::WatchedDirectory& right)
-{
-    return left.path == right.path;
-}
-
 FileManager::FileManager(QueryAgentDatabase& database, QObject* parent)
     : QSocketNotifier(inotify_init(), QSocketNotifier::Read, parent)
     , ContentManager(database)
-    , m_fileQuery(m_database)
-    , m_fileInsert(m_database)
-    , m_fileSyncUpdate(m_database)
-    , m_fileSyncDelete(m_database)
-    , m_fileMonitorUpdate(m_database)
-    , m_fileMonitorDelete(m_database)
-    , m_directoryQuery(m_database)
-    , m_directoryInsert(m_database)
-    , m_directoryDelete(m_database)
-    , m_directoryIdQuery(m_database)
-    , m_fileIdQuery(m_database)
-    , m_directoryAppend(m_database)
-    , m_directoryScopeUpdate(m_database)
-    , m_directoryParentUpdate(m_database)
-    , m_inotifyFd(static_cast<int>(socket()))
-    , m_updates(this)
 {
     m_elapsed.start();
     if (m_inotifyFd < 0) {
-        qWarning() << Constructor;
-        qWarning() << "Failed to initialize inotify";
+        qCWarning(indexingLog) << FileManagerConstructor;
+        qCWarning(indexingLog) << "Failed to initialize inotify";
         return;
     }
-    if (!openTransaction(Constructor) || !prepareStatements()) {
+    if (!openTransaction(FileManagerConstructor) || !prepareStatements()) {
         return;
     }
-    m_database.commit();
+    // The prepared statements stay, even if the transaction fails.
+    commit(FileManagerConstructor);
     m_ready = true;
     queueRootDirectories();
     m_updates.request();
@@ -91,7 +85,7 @@ bool FileManager::prepareStatements()
     const QString directoryInsert =
         QStringLiteral("INSERT INTO directory (parentId, path, scope) VALUES (?, ?, %1);")
             .arg(AllEntries);
-    return prepare(
+    const bool prepared = prepare(
         {{m_fileQuery,
           QStringLiteral("SELECT id, fileName, modificationTime FROM file "
                          "WHERE directoryId = ? ORDER BY fileName ASC;"),
@@ -127,27 +121,30 @@ bool FileManager::prepareStatements()
           QStringLiteral("SELECT id FROM file WHERE directoryId = ? AND fileName = ?;"),
           "Failed to prepare m_fileIdQuery."},
          {m_directoryAppend, QStringLiteral("INSERT INTO directory (path, scope) VALUES(?, ?);"),
-          "Failed to prepare m_directoryAppend."},
-         // Fails without a word and leaves the transaction open.
-         {m_directoryScopeUpdate, QStringLiteral("UPDATE directory SET scope = ? WHERE id = ?;"),
-          nullptr},
-         {m_directoryParentUpdate,
-          QStringLiteral("UPDATE directory SET parentId = ? WHERE id = ?;"),
-          "Failed to prepare m_directoryParentUpdate."}},
-        Constructor);
+          "Failed to prepare m_directoryAppend."}},
+        FileManagerConstructor);
+    // The second statement fails without a report and leaves the transaction open.
+    return prepared
+        && m_directoryScopeUpdate.prepare(
+            QStringLiteral("UPDATE directory SET scope = ? WHERE id = ?;"))
+        && prepare(
+               {{m_directoryParentUpdate,
+                 QStringLiteral("UPDATE directory SET parentId = ? WHERE id = ?;"),
+                 "Failed to prepare m_directoryParentUpdate."}},
+               FileManagerConstructor);
 }
 
-/// The first scan after a start goes through all roots, and from the rows that it finds through the
-/// whole tree.
+/// The first scan after a start begins with all roots, and reaches the whole tree through the rows
+/// that it finds.
 void FileManager::queueRootDirectories()
 {
     QSqlQuery query(m_database);
     if (!query.exec(QStringLiteral("SELECT path FROM directory WHERE parentId IS NULL;"))) {
-        warnOfError(query.lastError(), Constructor, "Failed to execute root path query");
+        warnOfError(query.lastError(), FileManagerConstructor, "Failed to execute root path query");
         return;
     }
     while (query.next()) {
-        m_pendingDirectories.append(query.value(0).toString());
+        m_pendingDirectories.append(query.value(RootPath).toString());
     }
 }
 
@@ -158,63 +155,39 @@ qint64 FileManager::appendDirectory(const QString& path, DirectoryScope scope, b
     if (!m_ready || !QFile::exists(path)) {
         return 0;
     }
-    bind(m_directoryIdQuery, {path});
-    if (!m_directoryIdQuery.exec()) {
-        warn(m_directoryIdQuery, function, "Failed to execute m_directoryIdQuery");
+    if (!isStorableName(path)) {
+        warnOfUnstorableName(function, path);
         return 0;
     }
     qint64 id = 0;
-    if (m_directoryIdQuery.next()) {
-        id = m_directoryIdQuery.value(0).toLongLong();
-        const int storedScope = m_directoryIdQuery.value(1).toInt();
-        m_directoryIdQuery.finish();
-        if (storedScope == scope) {
-            return id;
-        }
-        bind(m_directoryScopeUpdate, {static_cast<int>(scope), id});
-        if (!run(m_directoryScopeUpdate, function, "Failed to execute m_directoryScopeUpdate.")) {
-            return id;
-        }
-        forgetWatch(path);
-    } else {
-        m_directoryIdQuery.finish();
-        bind(m_directoryAppend, {path, static_cast<int>(scope)});
+    DirectoryScope storedScope = scope;
+    if (!lookUpDirectory(path, &id, &storedScope)) {
+        warn(m_directoryIdQuery, function, "Failed to execute m_directoryIdQuery");
+        return 0;
+    }
+    if (id == 0) {
+        bind(m_directoryAppend, {path, int(scope)});
         if (!m_directoryAppend.exec()) {
             warn(m_directoryAppend, function, "Failed to execute m_directoryAppend");
             return 0;
         }
-        id = m_directoryAppend.lastInsertId().toLongLong();
-        m_directoryAppend.finish();
+        id = takeInsertedId(&m_directoryAppend);
+    } else {
+        if (storedScope == scope) {
+            return id;
+        }
+        bind(m_directoryScopeUpdate, {int(scope), id});
+        if (!run(m_directoryScopeUpdate, function, "Failed to execute m_directoryScopeUpdate.")) {
+            return id;
+        }
+        // The next scan adds a watch with the mask of the new scope.
+        m_watchedDirectories.remove(path);
     }
     if (scan) {
         m_pendingDirectories.append(path);
         m_updates.request();
     }
     return id;
-}
-
-/// The kernel gives the same descriptor for another path of the same directory, which then takes
-/// the place of the first.
-void FileManager::addWatch(int watch, const WatchedDirectory& directory)
-{
-    m_watches.remove(m_watchedDirectories.value(watch).path);
-    m_watchedDirectories.insert(watch, directory);
-    m_watches.insert(directory.path, watch);
-}
-
-void FileManager::removeWatch(int watch)
-{
-    m_watches.remove(m_watchedDirectories.take(watch).path);
-    inotify_rm_watch(m_inotifyFd, watch);
-}
-
-/// The next scan of the directory then adds a watch with the mask of its new scope.
-void FileManager::forgetWatch(const QString& path)
-{
-    const auto watch = m_watches.constFind(path + Separator);
-    if (watch != m_watches.constEnd()) {
-        removeWatch(*watch);
-    }
 }
 
 qint64 FileManager::insertFile(const QString& path)
@@ -224,62 +197,95 @@ qint64 FileManager::insertFile(const QString& path)
     if (!file.exists()) {
         return 0;
     }
-    // Without a transaction the statements commit one by one.
-    m_database.transaction();
     const QString directory = file.absolutePath();
-    bind(m_directoryIdQuery, {directory});
-    if (!m_directoryIdQuery.exec()) {
-        rollback(m_directoryIdQuery, function, "Failed to execute m_directoryIdQuery.");
+    if (!isStorableName(directory) || !isStorableName(file.fileName())) {
+        warnOfUnstorableName(function, path);
         return 0;
     }
-    qint64 directoryId = 0;
-    if (m_directoryIdQuery.next()) {
-        directoryId = m_directoryIdQuery.value(0).toLongLong();
-        m_directoryIdQuery.finish();
-    } else {
-        m_directoryIdQuery.finish();
-        bind(m_directoryAppend, {directory, static_cast<int>(KnownEntries)});
-        if (!m_directoryAppend.exec()) {
-            rollback(m_directoryAppend, function, "Failed to execute m_directoryAppend.");
-            return 0;
-        }
-        directoryId = m_directoryAppend.lastInsertId().toLongLong();
-        m_directoryAppend.finish();
+    beginTransaction();
+    const qint64 directoryId = findOrInsertDirectory(directory, function);
+    if (directoryId == 0) {
+        return 0;
     }
-    // Gets a new directory watched; a watched one leaves the queue again at once.
+    // A new directory gets a watch this way. A watched one leaves the queue again at once.
     m_pendingDirectories.append(directory);
     m_updates.request();
 
+    const qint64 id = findOrInsertFile(directoryId, file, function);
+    return id != 0 && commit(function) ? id : 0;
+}
+
+qint64 FileManager::findOrInsertDirectory(const QString& path, const char* function)
+{
+    bind(m_directoryIdQuery, {path});
+    return findOrInsert(
+        {m_directoryIdQuery, "Failed to execute m_directoryIdQuery."},
+        {m_directoryAppend, "Failed to execute m_directoryAppend."},
+        [&] {
+            bind(m_directoryAppend, {path, int(KnownEntries)});
+        },
+        function);
+}
+
+qint64 FileManager::findOrInsertFile(
+    qint64 directoryId, const QFileInfo& file, const char* function)
+{
     bind(m_fileIdQuery, {directoryId, file.fileName()});
-    if (!m_fileIdQuery.exec()) {
-        rollback(m_fileIdQuery, function, "Failed to execute m_fileIdQuery.");
+    return findOrInsert(
+        {m_fileIdQuery, "Failed to execute m_fileIdQuery."},
+        {m_fileInsert, "Failed to execute m_fileInsert."},
+        [&] {
+            bind(
+                m_fileInsert,
+                {directoryId, m_mimeTypes.typeName(file), file.fileName(), file.lastModified()});
+        },
+        function);
+}
+
+/// The id of the row that the bound query `find` gives. If there is none, `bindInsert` binds
+/// `insert`, and this returns the id of the inserted row. A failure is reported and rolled back,
+/// and gives 0.
+qint64 FileManager::findOrInsert(
+    const Step& find, const Step& insert, const std::function<void()>& bindInsert,
+    const char* function)
+{
+    if (!find.query.exec()) {
+        rollback(find.query, function, find.message);
         return 0;
     }
-    qint64 id = 0;
-    if (m_fileIdQuery.next()) {
-        id = m_fileIdQuery.value(0).toLongLong();
-        m_fileIdQuery.finish();
-    } else {
-        m_fileIdQuery.finish();
-        bind(
-            m_fileInsert,
-            {directoryId, m_mimeTypes.typeName(file), file.fileName(), file.lastModified()});
-        if (!m_fileInsert.exec()) {
-            rollback(m_fileInsert, function, "Failed to execute m_fileInsert.");
-            return 0;
-        }
-        id = m_fileInsert.lastInsertId().toLongLong();
-        m_fileInsert.finish();
+    const qint64 found = find.query.next() ? find.query.value(RowId).toLongLong() : 0;
+    find.query.finish();
+    if (found != 0) {
+        return found;
     }
-    m_database.commit();
-    return id;
+    bindInsert();
+    if (!insert.query.exec()) {
+        rollback(insert.query, function, insert.message);
+        return 0;
+    }
+    return takeInsertedId(&insert.query);
+}
+
+/// Gives the row of a directory, and changes nothing if it has none. On failure, this returns false
+/// without a report.
+bool FileManager::lookUpDirectory(const QString& path, qint64* id, DirectoryScope* scope)
+{
+    bind(m_directoryIdQuery, {path});
+    if (!m_directoryIdQuery.exec()) {
+        return false;
+    }
+    if (m_directoryIdQuery.next()) {
+        *id = m_directoryIdQuery.value(RowId).toLongLong();
+        *scope = static_cast<DirectoryScope>(m_directoryIdQuery.value(Scope).toInt());
+    }
+    m_directoryIdQuery.finish();
+    return true;
 }
 
 bool FileManager::watchDirectory(const QString& path, qint64* id, DirectoryScope* scope)
 {
-    const QString watchedPath = path + Separator;
-    bind(m_directoryIdQuery, {path});
-    if (!m_directoryIdQuery.exec()) {
+    qint64 known = 0;
+    if (!lookUpDirectory(path, &known, scope)) {
         warnOfError(
             m_directoryIdQuery.lastError(),
             "bool FileManager::watchDirectory(const QString&, qint64*, "
@@ -287,32 +293,23 @@ bool FileManager::watchDirectory(const QString& path, qint64* id, DirectoryScope
             "Failed to execute m_directoryIdQuery.");
         return false;
     }
-    if (!m_directoryIdQuery.next()) {
-        m_directoryIdQuery.finish();
+    if (known == 0) {
         return false;
     }
-    *id = m_directoryIdQuery.value(0).toLongLong();
-    *scope = static_cast<DirectoryScope>(m_directoryIdQuery.value(1).toInt());
-    m_directoryIdQuery.finish();
-    if (m_watches.contains(watchedPath)) {
+    *id = known;
+    if (m_watchedDirectories.contains(path)) {
         return false;
     }
-    const int watch = inotify_add_watch(m_inotifyFd, path.toUtf8().constData(), watchMask(*scope));
+    const int watch = m_watchedDirectories.add(path, *id, watchMask(*scope));
     if (watch < 0) {
-        qWarning() << "Failed to add listener" << watch << path;
-    } else {
-        addWatch(watch, {watchedPath, *id});
+        qCWarning(indexingLog) << "Failed to add listener" << watch << path;
     }
     return true;
 }
 
 void FileManager::clearWatches()
 {
-    for (auto it = m_watchedDirectories.keyBegin(); it != m_watchedDirectories.keyEnd(); ++it) {
-        inotify_rm_watch(m_inotifyFd, *it);
-    }
     m_watchedDirectories.clear();
-    m_watches.clear();
 }
 
 void FileManager::scheduleUpdate()
@@ -342,13 +339,13 @@ bool FileManager::event(QEvent* event)
     }
 }
 
-/// One step: a directory of the queue, or else one turn of a metadata manager.
+/// One turn: a directory of the queue or, if there is none, one turn of a metadata manager.
 void FileManager::runUpdate()
 {
     const bool hasMore = scanDirectory() || updateMetaData();
     m_updates.finishStep(hasMore);
     if (!hasMore) {
-        qDebug() << "FileManager idle in" << m_elapsed.elapsed();
+        qCDebug(indexingLog) << "FileManager idle in" << m_elapsed.elapsed();
     }
 }
 

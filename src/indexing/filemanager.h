@@ -5,84 +5,90 @@
 #include "content/sqlbatch.h"
 #include "mimetypememory.h"
 #include "updateschedule.h"
+#include "watchtable.h"
 
 #include <QElapsedTimer>
-#include <QHash>
 #include <QSocketNotifier>
 #include <QSqlQuery>
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
+
 struct DirectoryEntry;
 struct FileEntry;
 struct InotifyRecord;
 
-/// Keeps the rows of directories and files in step with the disk.
+/// Keeps the rows of directories and files the same as the disk.
 ///
-/// A directory is registered once, watched from then on, and scanned once for each watch: a scan
-/// brings its rows in line with its entries, and inotify events keep them so. Everything happens in
-/// small steps on the main thread's event loop: the manager posts itself one event, does one
-/// directory or one turn of a metadata manager for it, and posts the next while work remains.
+/// A directory is registered once. From then on it is watched, and it is scanned once for each
+/// watch: the scan compares its rows with its entries, and after that inotify events bring the
+/// changes. All work is done in short turns on the main thread's event loop: the manager posts one
+/// event to itself, handles one directory or one turn of a metadata manager for it, and posts the
+/// next event while there is more work.
 ///
-/// Directories and files go by their paths as given. Deleting a directory's row takes its files and
-/// its sub-directories along.
+/// Directories and files are identified by their paths as they are given. When the row of a
+/// directory is deleted, the rows of its files and sub-directories are deleted, too.
 class FileManager : public QSocketNotifier, public ContentManager
 {
 public:
-    /// How closely a directory is followed; kept in `directory.scope`.
+    /// How closely a directory is followed, as stored in `directory.scope`.
     enum DirectoryScope : int {
         AllEntries = 0, ///< files and sub-directories are added, updated and removed
         KnownEntries = 1, ///< known files are updated and removed; none are added
-        RemovalsOnly = 2 ///< known files are removed, and nothing else; so for all higher values
-    };
-
-    /// A directory with an inotify watch.
-    struct WatchedDirectory
-    {
-        /// The directory's path with a "/" at its end.
-        QString path;
-        /// `directory.id`
-        qint64 id = 0;
+        RemovalsOnly =
+            2 ///< known files are removed, and nothing else happens; higher values mean the same
     };
 
     explicit FileManager(QueryAgentDatabase& database, QObject* parent);
 
-    /// The registry's one file manager.
+    /// The registry's file manager.
     static FileManager* fromRegistry();
 
     /// Registers the directory at `path` as a root, or changes the scope of a known one, and queues
-    /// it for a scan if `scan` is set. A known directory of that scope is left alone. Returns its
-    /// `directory.id`, or 0 if it does not exist or the database failed.
+    /// it for a scan if `scan` is set. A known directory with this scope stays as it is. Returns
+    /// the `directory.id`, or 0 if the directory does not exist, if no row can store its path, or
+    /// if the database failed.
     qint64 appendDirectory(const QString& path, DirectoryScope scope, bool scan);
-    /// Makes sure that the file at `path` has a row, and its directory one of scope KnownEntries at
-    /// least. Returns its `file.id`, or 0 if it does not exist or the database failed.
+    /// Makes sure that the file at `path` has a row, and that its directory has a row with the
+    /// scope KnownEntries or a wider one. Returns the `file.id`, or 0 if the file does not exist,
+    /// if no row can store its name, or if the database failed.
     qint64 insertFile(const QString& path);
-    /// Watches a registered directory and tells its row's id and scope; true if the caller should
-    /// go on and scan it. False if it is not registered, when neither is told, or if it is watched
-    /// already. A directory that cannot be watched is to be scanned all the same.
+    /// Watches a registered directory, and gives the id and the scope of its row. True if the
+    /// caller should now scan it, even if it cannot be watched. False if the directory is not
+    /// registered, when id and scope stay as they are, or if it is watched already.
     bool watchDirectory(const QString& path, qint64* id, DirectoryScope* scope);
     /// Removes all watches; the rows stay.
     void clearWatches();
-    /// Has the metadata of changed files read as soon as the event loop gets to it.
+    /// Makes the event loop read the metadata of changed files soon.
     void scheduleUpdate();
 
     bool event(QEvent* event) override;
-    /// One turn of the metadata managers that are still to run; true if there is more to do.
+    /// One turn of the metadata managers that still have work. True if there is more to do.
     bool updateMetaData() override;
 
 private:
     struct ScanChanges;
     struct EventChanges;
+    /// A statement, and the warning if it fails.
+    struct Step
+    {
+        QSqlQuery& query;
+        const char* message;
+    };
 
     bool prepareStatements();
     void queueRootDirectories();
-    /// What follows any change of rows: an update, an announcement, and the metadata from the
-    /// start.
+    /// Does what every change of rows requires: schedules an update, announces the change, and
+    /// makes all metadata managers run again.
     void announceFileChanges();
     void runUpdate();
-    void addWatch(int watch, const WatchedDirectory& directory);
-    void removeWatch(int watch);
-    void forgetWatch(const QString& path);
+    qint64 findOrInsertDirectory(const QString& path, const char* function);
+    qint64 findOrInsertFile(qint64 directoryId, const QFileInfo& file, const char* function);
+    qint64 findOrInsert(
+        const Step& find, const Step& insert, const std::function<void()>& bindInsert,
+        const char* function);
+    bool lookUpDirectory(const QString& path, qint64* id, DirectoryScope* scope);
 
     // directoryscan.cpp
     bool scanDirectory();
@@ -101,39 +107,31 @@ private:
     void classify(const InotifyRecord& record, EventChanges* changes);
     bool applyEvents(const EventChanges& changes);
 
-    QSqlQuery m_fileQuery;
-    QSqlQuery m_fileInsert;
-    QSqlQuery m_fileSyncUpdate;
-    QSqlQuery m_fileSyncDelete;
-    QSqlQuery m_fileMonitorUpdate;
-    QSqlQuery m_fileMonitorDelete;
-    QSqlQuery m_directoryQuery;
-    QSqlQuery m_directoryInsert;
-    QSqlQuery m_directoryDelete;
-    QSqlQuery m_directoryIdQuery;
-    QSqlQuery m_fileIdQuery;
-    QSqlQuery m_directoryAppend;
-    QSqlQuery m_directoryScopeUpdate;
-    QSqlQuery m_directoryParentUpdate;
+    QSqlQuery m_fileQuery{m_database};
+    QSqlQuery m_fileInsert{m_database};
+    QSqlQuery m_fileSyncUpdate{m_database};
+    QSqlQuery m_fileSyncDelete{m_database};
+    QSqlQuery m_fileMonitorUpdate{m_database};
+    QSqlQuery m_fileMonitorDelete{m_database};
+    QSqlQuery m_directoryQuery{m_database};
+    QSqlQuery m_directoryInsert{m_database};
+    QSqlQuery m_directoryDelete{m_database};
+    QSqlQuery m_directoryIdQuery{m_database};
+    QSqlQuery m_fileIdQuery{m_database};
+    QSqlQuery m_directoryAppend{m_database};
+    QSqlQuery m_directoryScopeUpdate{m_database};
+    QSqlQuery m_directoryParentUpdate{m_database};
 
-    /// Paths that wait for a scan, first in, first out.
+    /// Paths that wait for a scan, in the order of arrival.
     QStringList m_pendingDirectories;
-    /// By watch descriptor.
-    QHash<int, WatchedDirectory> m_watchedDirectories;
-    /// The descriptors by `WatchedDirectory::path`. Each scan asks whether its directory is
-    /// watched, and is not to pass all the others for that.
-    QHash<QString, int> m_watches;
-    /// Managers whose updateMetaData() is still to run.
+    /// Managers whose updateMetaData() must still run.
     QList<ContentManager*> m_scannerManagers;
     MimeTypeMemory m_mimeTypes;
     /// Time since construction, for the log.
     QElapsedTimer m_elapsed;
-    int m_inotifyFd = -1;
-    UpdateSchedule m_updates;
+    int m_inotifyFd = int(socket());
+    WatchTable m_watchedDirectories{m_inotifyFd};
+    UpdateSchedule m_updates{this};
     /// Whether every statement is prepared.
     bool m_ready = false;
 };
-
-/// Two watches are the same if their paths are; the ids play no part.
-bool operator==(
-    const FileManager::WatchedDirectory& left, const FileManager::WatchedDirectory& right);

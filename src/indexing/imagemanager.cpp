@@ -4,37 +4,53 @@
 #include "content/moodsetcontent.h"
 #include "content/sqlbatch.h"
 
-#include <QFileInfo>
-#include <QImageReader>
 #include <QSize>
 #include <QVariant>
 
-#include <quillmetadata.h>
+#include <freedescriptors.h>
+#include <picturesize.h>
+#include <picturetags.h>
+#include <windowedfile.h>
 
-#include <new>
+#include <deque>
 #include <utility>
 
 namespace {
 
+const char* const ImageManagerConstructor = "ImageManager::ImageManager(QueryAgentDatabase&)";
 const char* const UpdateFunction = "virtual bool ImageManager::updateMetaData()";
 
 /// As many pictures as m_modifiedQuery gives at most.
 constexpr int BatchSize = 100;
 
-/// The size of the picture at a path, invalid if there is none that can be read.
-QSize pictureSize(const QString& path)
+/// How many pictures are open at once. While one is read, the disk fetches the headers of the
+/// others.
+constexpr int PicturesAhead = 16;
+
+/// Are left to everything else in this process.
+constexpr int DescriptorReserve = 16;
+
+/// A picture whose header the disk fetches.
+struct OpenPicture
 {
-    // The reader would wait for ever on a FIFO, and would look for a missing file's namesakes with
-    // the suffixes of pictures.
-    if (!QFileInfo(path).isFile()) {
-        return QSize();
+    explicit OpenPicture(const QString& path)
+        : file(path)
+    {
+        file.fetchHeader();
     }
-    try {
-        return QImageReader(path).size();
-    } catch (const std::bad_alloc&) {
-        // Some of the reader's plugins hold a whole file in memory.
-        return QSize();
+
+    WindowedFile file;
+    QSize size;
+};
+
+/// PicturesAhead, or fewer where descriptors are few, and one at least.
+int picturesOpenAtOnce()
+{
+    int count = PicturesAhead;
+    while (count > 1 && !areDescriptorsFree(count + DescriptorReserve)) {
+        count /= 2;
     }
+    return count;
 }
 
 } // namespace
@@ -54,17 +70,17 @@ struct ImageManager::Batch
 
 ImageManager::ImageManager(QueryAgentDatabase& database)
     : ContentManager(database)
-    , m_imageUpdate(m_database)
-    , m_modifiedQuery(m_database)
-    , m_modifiedReset(m_database)
-    , m_nextModifiedQuery(m_database)
 {
-    const char* const function = "ImageManager::ImageManager(QueryAgentDatabase&)";
-    if (!openTransaction(function)) {
-        return;
+    if (openTransaction(ImageManagerConstructor) && prepareStatements()) {
+        commit(ImageManagerConstructor);
     }
+}
+
+/// False after a failure, which is rolled back.
+bool ImageManager::prepareStatements()
+{
     const char* const modifiedQueryFailed = "Failed to prepare m_modifiedQuery.";
-    prepare(
+    const bool isPrepared = prepare(
         {{m_imageUpdate,
           QStringLiteral("INSERT OR REPLACE INTO image "
                          "(fileId, dateTaken, width, height, orientation) "
@@ -75,20 +91,24 @@ ImageManager::ImageManager(QueryAgentDatabase& database)
                          "LEFT JOIN directory ON file.directoryId = directory.id "
                          "WHERE file.metadataCurrent = 0 AND file.mimeType GLOB 'image/*' "
                          "LIMIT 100;"),
-          modifiedQueryFailed},
-         // Reported as the statement before it.
-         {m_modifiedReset, QStringLiteral("UPDATE file SET metadataCurrent = 1 WHERE id = ?;"),
-          modifiedQueryFailed, &m_modifiedQuery},
-         // Without it m_modifiedQuery does all of the work.
-         {m_nextModifiedQuery,
-          QStringLiteral("SELECT file.id, directory.path, file.fileName FROM file "
-                         "LEFT JOIN directory ON file.directoryId = directory.id "
-                         "WHERE file.id > ? AND file.metadataCurrent = 0 "
-                         "AND file.mimeType GLOB 'image/*' LIMIT 100;"),
-          nullptr}},
-        function);
-    // Also after a failure, when there may be nothing to commit.
-    m_database.commit();
+          modifiedQueryFailed}},
+        ImageManagerConstructor);
+    if (!isPrepared) {
+        return false;
+    }
+    if (!m_modifiedReset.prepare(
+            QStringLiteral("UPDATE file SET metadataCurrent = 1 WHERE id = ?;"))) {
+        // Reported as the statement before it.
+        rollback(m_modifiedQuery, ImageManagerConstructor, modifiedQueryFailed);
+        return false;
+    }
+    // Where this fails, m_modifiedQuery does all of the work.
+    m_nextModifiedQuery.prepare(
+        QStringLiteral("SELECT file.id, directory.path, file.fileName FROM file "
+                       "LEFT JOIN directory ON file.directoryId = directory.id "
+                       "WHERE file.id > ? AND file.metadataCurrent = 0 "
+                       "AND file.mimeType GLOB 'image/*' LIMIT 100;"));
+    return true;
 }
 
 QString ImageManager::mimeType() const
@@ -100,7 +120,7 @@ bool ImageManager::updateMetaData()
 {
     QVector<Picture> pictures = nextModified();
     if (pictures.size() < BatchSize) {
-        // The last pictures, and any that have changed behind the others, are in this one.
+        // The last pictures, and any that have changed after the others, are in this one.
         if (!m_modifiedQuery.exec()) {
             warn(m_modifiedQuery, UpdateFunction, "Failed to execute m_modifiedQuery");
             return false;
@@ -133,8 +153,9 @@ QVector<ImageManager::Picture> ImageManager::takePictures(QSqlQuery& query)
     QVector<Picture> pictures;
     while (query.next()) {
         pictures.append(
-            {query.value(0).toLongLong(),
-             query.value(1).toString() + QLatin1Char('/') + query.value(2).toString()});
+            {query.value(ModifiedId).toLongLong(),
+             query.value(ModifiedDirectory).toString() + QLatin1Char('/')
+                 + query.value(ModifiedName).toString()});
     }
     query.finish();
     return pictures;
@@ -143,27 +164,37 @@ QVector<ImageManager::Picture> ImageManager::takePictures(QSqlQuery& query)
 ImageManager::Batch ImageManager::readTags(const QVector<Picture>& pictures)
 {
     Batch batch;
+    const auto atOnce = size_t(picturesOpenAtOnce());
+    std::deque<OpenPicture> open;
+    size_t measured = 0;
+    auto next = pictures.cbegin();
     for (const Picture& picture : pictures) {
-        const QSize size = pictureSize(picture.path);
-        const QuillMetadata metadata(picture.path, QuillMetadata::AllFormats);
+        for (; open.size() < atOnce && next != pictures.cend(); ++next) {
+            open.emplace_back(next->path);
+        }
+        // Half way, since what the size is found with tells where the tags may be.
+        for (; measured < open.size() && measured <= atOnce / 2; ++measured) {
+            open[measured].size = pictureSize(open[measured].file);
+        }
+        OpenPicture& first = open.front();
+        const QuillMetadata metadata = pictureTags(first.file, picture.path);
         batch.ids.append({picture.id});
         batch.images.append(
-            {picture.id, metadata.entry(QuillMetadata::TimestampTag), size.width(), size.height(),
-             metadata.entry(QuillMetadata::OrientationTag)});
+            {picture.id, metadata.entry(QuillMetadata::TimestampTag), first.size.width(),
+             first.size.height(), metadata.entry(QuillMetadata::OrientationTag)});
+        open.pop_front();
+        --measured;
     }
     return batch;
 }
 
 bool ImageManager::store(const Batch& batch)
 {
-    // Without a transaction the statements commit one by one.
-    m_database.transaction();
+    beginTransaction();
     if (!runBatch(batch.ids, m_modifiedReset, UpdateFunction, "Failed to execute m_modifiedReset.")
         || !runBatch(
             batch.images, m_imageUpdate, UpdateFunction, "Failed to execute m_imageUpdate.")) {
         return false;
     }
-    // A commit that fails shows at the next transaction.
-    m_database.commit();
-    return true;
+    return commit(UpdateFunction);
 }

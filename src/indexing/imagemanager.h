@@ -24,17 +24,18 @@ private:
     struct Picture;
     struct Batch;
 
+    bool prepareStatements();
     QVector<Picture> nextModified();
     static QVector<Picture> takePictures(QSqlQuery& query);
     static Batch readTags(const QVector<Picture>& pictures);
     bool store(const Batch& batch);
 
-    QSqlQuery m_imageUpdate;
-    QSqlQuery m_modifiedQuery;
-    QSqlQuery m_modifiedReset;
+    QSqlQuery m_imageUpdate{m_database};
+    QSqlQuery m_modifiedQuery{m_database};
+    QSqlQuery m_modifiedReset{m_database};
     /// As m_modifiedQuery, but from an id on. That one passes all pictures that are up to date each
     /// time, so that its cost for a new library grows with the square of the library's size.
-    QSqlQuery m_nextModifiedQuery;
+    QSqlQuery m_nextModifiedQuery{m_database};
     /// The id of the last picture of the batch before, if that was full, or 0.
     qint64 m_lastOfFullBatch = 0;
 };

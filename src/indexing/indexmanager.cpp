@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "indexmanager.h"
 
+#include "content/barename.h"
 #include "content/displaynamecatalog.h"
 #include "content/moodsetcontent.h"
+#include "content/packagedfile.h"
 #include "content/sqlbatch.h"
+#include "content/storablename.h"
 #include "filemanager.h"
+#include "indexinglog.h"
 #include "sortedmerge.h"
 
 #include <QDateTime>
-#include <QDebug>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -18,19 +20,21 @@
 
 namespace {
 
-const char* const UpdateFunction = "virtual bool IndexManager::updateMetaData()";
+const char* const IndexUpdateFunction = "virtual bool IndexManager::updateMetaData()";
 
 const QLatin1String IndexSuffix(".index");
 
 /// The columns of m_fileQuery.
-enum Column : int { Id, FileName, DisplayName, ModificationTime };
+enum IndexedColumn : int {
+    IndexedId,
+    IndexedFileName,
+    IndexedDisplayName,
+    IndexedModificationTime
+};
 
-/// Whether a file can have that name. Half a surrogate pair gets lost on the way to the disk, where
-/// the rest of the name can be that of another file.
-bool isFileName(const QString& name)
+QString pathIn(const QString& directory, const QString& fileName)
 {
-    return !name.isEmpty() && !name.contains(QLatin1Char('/')) && !name.contains(QChar::Null)
-        && QString::fromUtf8(name.toUtf8()) == name;
+    return directory + QLatin1Char('/') + fileName;
 }
 
 } // namespace
@@ -38,9 +42,8 @@ bool isFileName(const QString& name)
 /// A file that an index lists.
 struct IndexManager::IndexEntry
 {
-    /// The file name in UTF-8, by which entries are sorted.
+    /// The file name in UTF-8. Entries are sorted by it.
     QByteArray name;
-    QString path;
     QString fileName;
     QString displayName;
     QDateTime modified;
@@ -57,15 +60,10 @@ struct IndexManager::IndexChanges
 
 IndexManager::IndexManager(QueryAgentDatabase& database)
     : ContentManager(database)
-    , m_fileQuery(m_database)
-    , m_fileInsert(m_database)
-    , m_fileUpdate(m_database)
-    , m_fileDelete(m_database)
-    , m_modifiedQuery(m_database)
-    , m_modifiedReset(m_database)
 {
+    const char* const function = "IndexManager::IndexManager(QueryAgentDatabase&)";
     const char* const modifiedQueryFailed = "Failed to prepare m_modifiedQuery.";
-    prepare(
+    const bool isPrepared = prepare(
         {{m_fileQuery,
           QStringLiteral("SELECT id, fileName, displayName, modificationTime FROM file "
                          "WHERE directoryId = ? ORDER BY fileName ASC;"),
@@ -86,11 +84,14 @@ IndexManager::IndexManager(QueryAgentDatabase& database)
                          "LEFT JOIN directory ON file.directoryId = directory.id "
                          "WHERE file.metadataCurrent = 0 "
                          "AND file.mimeType = 'application/x-zavro-index' LIMIT 1;"),
-          modifiedQueryFailed},
-         // Reported as the statement before it.
-         {m_modifiedReset, QStringLiteral("UPDATE file SET metadataCurrent = 1 WHERE id = ?;"),
-          modifiedQueryFailed, &m_modifiedQuery}},
-        "IndexManager::IndexManager(QueryAgentDatabase&)");
+          modifiedQueryFailed}},
+        function);
+    if (isPrepared
+        && !m_modifiedReset.prepare(
+            QStringLiteral("UPDATE file SET metadataCurrent = 1 WHERE id = ?;"))) {
+        // The warning is the same as for the statement before.
+        rollback(m_modifiedQuery, function, modifiedQueryFailed);
+    }
 }
 
 bool IndexManager::updateMetaData()
@@ -99,11 +100,7 @@ bool IndexManager::updateMetaData()
     if (!takeIndexFile(&path)) {
         return false;
     }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return true;
-    }
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    const QJsonDocument document = PackagedFile::read(path).json();
     if (!document.isObject()) {
         return true;
     }
@@ -116,23 +113,33 @@ bool IndexManager::updateMetaData()
     return updateDirectory(directory, directoryId, document.object());
 }
 
-/// Finds an index file that is not up to date, and marks it as done whatever becomes of it; false
+/// Finds an index file that is not up to date, and marks it as up to date before it is read. False
 /// if there is none.
 bool IndexManager::takeIndexFile(QString* path)
 {
     if (!m_modifiedQuery.exec()) {
-        warn(m_modifiedQuery, UpdateFunction, "Failed to execute m_modifiedQuery.");
+        warn(m_modifiedQuery, IndexUpdateFunction, "Failed to execute m_modifiedQuery.");
         return false;
     }
     if (!m_modifiedQuery.next()) {
         m_modifiedQuery.finish();
         return false;
     }
-    bind(m_modifiedReset, {m_modifiedQuery.value(0)});
-    *path = m_modifiedQuery.value(1).toString() + QLatin1Char('/')
-        + m_modifiedQuery.value(2).toString();
+    m_indexFileId = m_modifiedQuery.value(ModifiedId).toLongLong();
+    bind(m_modifiedReset, {m_indexFileId});
+    *path = m_modifiedQuery.value(ModifiedDirectory).toString() + QLatin1Char('/')
+        + m_modifiedQuery.value(ModifiedName).toString();
     m_modifiedQuery.finish();
-    return run(m_modifiedReset, UpdateFunction, "Failed to execute m_modifiedReset.");
+    return run(m_modifiedReset, IndexUpdateFunction, "Failed to execute m_modifiedReset.");
+}
+
+/// Marks the index file as not up to date again, because its names could not be stored.
+void IndexManager::returnIndexFile()
+{
+    QSqlQuery query(m_database);
+    query.prepare(QStringLiteral("UPDATE file SET metadataCurrent = 0 WHERE id = ?;"));
+    bind(query, {m_indexFileId});
+    run(query, IndexUpdateFunction, "Failed to mark the index file.");
 }
 
 bool IndexManager::updateDirectory(
@@ -141,11 +148,11 @@ bool IndexManager::updateDirectory(
     const QVector<IndexEntry> entries = readEntries(path, index);
     bind(m_fileQuery, {directoryId});
     if (!m_fileQuery.exec()) {
-        warn(m_fileQuery, UpdateFunction, "Failed to execute m_fileQuery");
+        warn(m_fileQuery, IndexUpdateFunction, "Failed to execute m_fileQuery");
         return false;
     }
     IndexChanges changes;
-    merge(entries, directoryId, &changes);
+    merge(entries, path, directoryId, &changes);
     if (!apply(changes)) {
         return false;
     }
@@ -156,7 +163,7 @@ bool IndexManager::updateDirectory(
     return true;
 }
 
-/// The usable entries of an index, sorted by name.
+/// The valid entries of an index, sorted by name.
 QVector<IndexManager::IndexEntry> IndexManager::readEntries(
     const QString& directory, const QJsonObject& index)
 {
@@ -167,12 +174,16 @@ QVector<IndexManager::IndexEntry> IndexManager::readEntries(
     for (const QJsonValue& value : files) {
         const QJsonObject object = value.toObject();
         const QString fileName = object.value(QLatin1String("fileName")).toString();
-        const QFileInfo file(directory + QLatin1Char('/') + fileName);
-        if (!isFileName(fileName) || !file.exists()) {
+        const QFileInfo file(pathIn(directory, fileName));
+        if (!isBareName(fileName) || !file.exists()) {
+            continue;
+        }
+        if (!isStorableName(fileName)) {
+            qCWarning(indexingLog) << IndexUpdateFunction << "Name cannot be stored" << fileName;
             continue;
         }
         entries.append(
-            {fileName.toUtf8(), file.filePath(), fileName,
+            {fileName.toUtf8(), fileName,
              catalog.translated(object.value(QLatin1String("displayName")).toString()),
              file.lastModified()});
     }
@@ -180,52 +191,58 @@ QVector<IndexManager::IndexEntry> IndexManager::readEntries(
     return entries;
 }
 
-/// An entry that is met again after a row was deleted counts as a duplicate of itself, and is
-/// dropped.
+/// If the merge sees an entry again after it has deleted a row, the entry counts as a duplicate of
+/// itself and is left out.
 void IndexManager::merge(
-    const QVector<IndexEntry>& entries, qint64 directoryId, IndexChanges* changes)
+    const QVector<IndexEntry>& entries, const QString& directory, qint64 directoryId,
+    IndexChanges* changes)
 {
     QString previous;
     const auto accept = [&](const IndexEntry& entry) {
         if (entry.fileName == previous) {
-            qWarning() << UpdateFunction;
-            qWarning() << "Duplicate fileName in .index file" << entry.fileName;
+            qCWarning(indexingLog) << IndexUpdateFunction;
+            qCWarning(indexingLog) << "Duplicate fileName in .index file" << entry.fileName;
             return false;
         }
         previous = entry.fileName;
         return true;
     };
     const auto added = [&](const IndexEntry& entry) {
+        const QFileInfo file(pathIn(directory, entry.fileName));
         changes->inserts.append(
-            {directoryId, m_mimeTypes.typeName(QFileInfo(entry.path)), entry.fileName,
-             entry.displayName, entry.modified});
+            {directoryId, m_mimeTypes.typeName(file), entry.fileName, entry.displayName,
+             entry.modified});
     };
     const auto matched = [&](const IndexEntry& entry) {
-        if (entry.modified != m_fileQuery.value(ModificationTime).toDateTime()
-            || entry.displayName != m_fileQuery.value(DisplayName).toString()) {
-            changes->updates.append({entry.displayName, entry.modified, m_fileQuery.value(Id)});
+        if (entry.modified != m_fileQuery.value(IndexedModificationTime).toDateTime()
+            || entry.displayName != m_fileQuery.value(IndexedDisplayName).toString()) {
+            changes->updates.append(
+                {entry.displayName, entry.modified, m_fileQuery.value(IndexedId)});
         }
     };
-    const auto removed = [&] { changes->deletes.append({m_fileQuery.value(Id)}); };
+    const auto removed = [&] { changes->deletes.append({m_fileQuery.value(IndexedId)}); };
     mergeSorted(
         entries, [&] { return m_fileQuery.next(); },
-        [&] { return m_fileQuery.value(FileName).toString().toUtf8(); }, added, matched, removed,
-        accept);
+        [&] { return m_fileQuery.value(IndexedFileName).toString().toUtf8(); }, added, matched,
+        removed, accept);
     m_fileQuery.finish();
 }
 
 bool IndexManager::apply(const IndexChanges& changes)
 {
-    // Without a transaction the statements commit one by one.
-    m_database.transaction();
-    if (!runBatch(changes.deletes, m_fileDelete, UpdateFunction, "Failed to execute m_fileDelete.")
+    beginTransaction();
+    if (!runBatch(
+            changes.deletes, m_fileDelete, IndexUpdateFunction, "Failed to execute m_fileDelete.")
         || !runBatch(
-            changes.updates, m_fileUpdate, UpdateFunction, "Failed to execute m_fileUpdate.")
+            changes.updates, m_fileUpdate, IndexUpdateFunction, "Failed to execute m_fileUpdate.")
         || !runBatch(
-            changes.inserts, m_fileInsert, UpdateFunction, "Failed to execute m_fileInsert.")) {
+            changes.inserts, m_fileInsert, IndexUpdateFunction,
+            "Failed to execute m_fileInsert.")) {
         return false;
     }
-    // A commit that fails shows at the next transaction.
-    m_database.commit();
-    return true;
+    if (commit(IndexUpdateFunction)) {
+        return true;
+    }
+    returnIndexFile();
+    return false;
 }

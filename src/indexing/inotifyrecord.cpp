@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Enough for a few dozen records, so that the usual read needs no heap.
+/// This is enough for a few dozen records, so most reads allocate no memory.
 constexpr int StackBufferSize = 4096;
 
 } // namespace
@@ -21,24 +21,22 @@ QVector<InotifyRecord> readInotifyRecords(int descriptor)
     int waiting = 0;
     ioctl(descriptor, FIONREAD, &waiting);
     if (waiting <= 0) {
-        // A read of no bytes from an empty queue would wait for ever.
+        // The queue is empty: a read would block.
         return {};
     }
     QVarLengthArray<char, StackBufferSize> buffer(waiting);
-    const ssize_t length = read(descriptor, buffer.data(), static_cast<size_t>(waiting));
+    const ssize_t length = read(descriptor, buffer.data(), size_t(waiting));
 
     QVector<InotifyRecord> records;
     ssize_t position = 0;
-    while (position + static_cast<ssize_t>(sizeof(inotify_event)) <= length) {
+    while (position + ssize_t(sizeof(inotify_event)) <= length) {
         inotify_event event;
         std::memcpy(&event, buffer.constData() + position, sizeof event);
         const char* const name = buffer.constData() + position + sizeof event;
         records.append(
             {event.wd, event.mask,
-             event.len == 0
-                 ? QString()
-                 : QString::fromUtf8(name, static_cast<int>(qstrnlen(name, event.len)))});
-        position += static_cast<ssize_t>(sizeof event + event.len);
+             event.len == 0 ? QByteArray() : QByteArray(name, int(qstrnlen(name, event.len)))});
+        position += ssize_t(sizeof event + event.len);
     }
     return records;
 }

@@ -9,11 +9,11 @@
 
 namespace {
 
-/// The MIME database looks for changes of its files as rarely as this; looking more often would
-/// only see them before it does.
+/// The MIME database looks for changes of its files only this often. Looking more often here would
+/// find a change before the database knows it.
 constexpr qint64 CheckInterval = 5000; // milliseconds
 
-/// Stands in the globs of a type whose globs from other folders do not count.
+/// The glob that a type has if its globs from other directories do not count.
 const QLatin1String NoGlobs("__NOGLOBS__");
 
 bool hasWildcard(const QString& glob)
@@ -22,15 +22,15 @@ bool hasWildcard(const QString& glob)
         || glob.contains(QLatin1Char('['));
 }
 
-/// What follows the last dot, or a null text without one.
+/// The part after the last dot, or a null text if there is no dot.
 QString suffixOf(const QString& name)
 {
     const int dot = name.lastIndexOf(QLatin1Char('.'));
     return dot < 0 ? QString() : name.mid(dot + 1);
 }
 
-/// The files that hold the installed globs; empty if any folder of types has none, since then
-/// nothing can be told about its globs.
+/// The files that hold the installed globs. Empty if a directory of types has no such file, because
+/// its globs are unknown then.
 QStringList globFiles()
 {
     const QStringList folders = QStandardPaths::locateAll(
@@ -48,6 +48,17 @@ QStringList globFiles()
         }
     }
     return files;
+}
+
+/// A text that changes when another file comes or one of the files changes.
+QString stateOf(const QStringList& files)
+{
+    QString state;
+    for (const QString& file : files) {
+        state += file + QLatin1Char('\n')
+            + QFileInfo(file).lastModified().toString(Qt::ISODateWithMs) + QLatin1Char('\n');
+    }
+    return state;
 }
 
 } // namespace
@@ -84,7 +95,7 @@ QString MimeTypeMemory::typeBySuffix(
     return name;
 }
 
-/// Where the name matches several globs, the type depends on them and on that of the content alone.
+/// If the name matches several globs, the type depends only on them and on the type of the content.
 QString MimeTypeMemory::typeBySuffixAndContent(
     const QFileInfo& file, const QString& suffix, const QSet<QString>& types)
 {
@@ -100,7 +111,7 @@ QString MimeTypeMemory::typeBySuffixAndContent(
     for (const QMimeType& type : matches) {
         matching.insert(type.name());
     }
-    // Else the database holds other globs than those read here, or ranks them.
+    // Otherwise the database has other globs than those read here, or prefers some of them.
     if (m_settled && matching == types) {
         m_rememberedContents.insert({suffix, content}, name);
     }
@@ -116,7 +127,7 @@ QStringList MimeTypeMemory::rememberedSuffixes() const
 QSet<QString> MimeTypeMemory::typesOfSuffix(const QString& fileName, const QString& suffix) const
 {
     const QSet<QString> types = m_suffixTypes.value(suffix.toLower());
-    // A name that is nothing but a suffix does not match the suffix's glob.
+    // A name that is only a suffix does not match the suffix's glob.
     const bool isDecisive = fileName.size() > suffix.size() + 1 && !types.isEmpty()
         && !m_literalNames.contains(fileName.toLower()) && !m_otherGlobs.match(fileName).hasMatch();
     return isDecisive ? types : QSet<QString>();
@@ -130,65 +141,76 @@ void MimeTypeMemory::followInstalledGlobs()
     const bool isFirst = !m_lastCheck.isValid();
     m_lastCheck.start();
     const QStringList files = globFiles();
-    QString state;
-    for (const QString& file : files) {
-        state += file + QLatin1Char('\n')
-            + QFileInfo(file).lastModified().toString(Qt::ISODateWithMs) + QLatin1Char('\n');
-    }
-    m_settled = isFirst || state == m_globState;
-    if (!m_settled || isFirst) {
+    const QString state = stateOf(files);
+    const bool hasChanged = state != m_globState;
+    m_settled = isFirst || !hasChanged;
+    if (isFirst || hasChanged) {
         m_globState = state;
         readGlobs(files);
     }
 }
 
-void MimeTypeMemory::readGlobs(const QStringList& paths)
+void MimeTypeMemory::readGlobs(const QStringList& files)
 {
     m_remembered.clear();
     m_rememberedContents.clear();
     m_suffixTypes.clear();
     m_literalNames.clear();
     QStringList otherGlobs;
-    for (const QString& path : paths) {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) {
+    for (const QString& file : files) {
+        if (!addGlobsOf(file, &otherGlobs)) {
             m_suffixTypes.clear();
             return;
-        }
-        while (!file.atEnd()) {
-            // weight:type:glob, then perhaps flags
-            const QStringList fields =
-                QString::fromUtf8(file.readLine()).trimmed().split(QLatin1Char(':'));
-            if (fields.size() < 3 || fields.constFirst().startsWith(QLatin1Char('#'))) {
-                continue;
-            }
-            if (fields.at(2) == NoGlobs) {
-                m_suffixTypes.clear();
-                return;
-            }
-            addGlob(fields.at(2), fields.at(1), &otherGlobs);
         }
     }
     m_otherGlobs = QRegularExpression(
         otherGlobs.join(QLatin1Char('|')), QRegularExpression::CaseInsensitiveOption);
 }
 
+/// False if the file cannot be read, or if some of its globs do not count. Then no suffix can be
+/// known to decide.
+bool MimeTypeMemory::addGlobsOf(const QString& path, QStringList* otherGlobs)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    while (!file.atEnd()) {
+        // A line has the form weight:type:glob, and flags may follow.
+        const QStringList fields =
+            QString::fromUtf8(file.readLine()).trimmed().split(QLatin1Char(':'));
+        if (fields.size() < 3 || fields.constFirst().startsWith(QLatin1Char('#'))) {
+            continue;
+        }
+        if (fields.at(2) == NoGlobs) {
+            return false;
+        }
+        addGlob(fields.at(2), fields.at(1), otherGlobs);
+    }
+    return true;
+}
+
 void MimeTypeMemory::addGlob(const QString& glob, const QString& type, QStringList* otherGlobs)
 {
     const QString suffix = suffixOf(glob).toLower();
+    const bool isPlain = glob.size() == suffix.size() + 2 && glob.startsWith(QLatin1Char('*'));
     if (!hasWildcard(glob)) {
         m_literalNames.insert(glob.toLower());
     } else if (suffix.isEmpty() || hasWildcard(suffix)) {
         otherGlobs->append(QRegularExpression::wildcardToRegularExpression(glob));
+    } else if (isPlain) {
+        addPlainGlob(suffix, type);
     } else {
-        const bool isPlain = glob.size() == suffix.size() + 2 && glob.startsWith(QLatin1Char('*'));
-        const auto known = m_suffixTypes.find(suffix);
-        if (known == m_suffixTypes.end()) {
-            m_suffixTypes.insert(suffix, isPlain ? QSet<QString>{type} : QSet<QString>());
-        } else if (!isPlain) {
-            known->clear();
-        } else if (!known->isEmpty()) {
-            known->insert(type);
-        }
+        m_suffixTypes.insert(suffix, {});
+    }
+}
+
+void MimeTypeMemory::addPlainGlob(const QString& suffix, const QString& type)
+{
+    const auto known = m_suffixTypes.find(suffix);
+    if (known == m_suffixTypes.end()) {
+        m_suffixTypes.insert(suffix, {type});
+    } else if (!known->isEmpty()) {
+        known->insert(type);
     }
 }

@@ -6,7 +6,8 @@
 
 #include <algorithm>
 
-/// Sorts entries by the bytes of their UTF-8 names, in their field `name`, as a merge takes them.
+/// Sorts entries by the bytes of their UTF-8 names, in their member `name`, as mergeSorted() needs
+/// them.
 template <typename Entry>
 void sortByName(QVector<Entry>* entries)
 {
@@ -15,7 +16,7 @@ void sortByName(QVector<Entry>* entries)
     });
 }
 
-/// Takes every entry into a merge.
+/// Accepts every entry of a merge.
 struct AcceptAll
 {
     template <typename Entry>
@@ -25,17 +26,16 @@ struct AcceptAll
     }
 };
 
-/// Goes side by side through rows and entries that are both sorted by the bytes of their UTF-8
-/// names, and tells what each is.
+/// Compares rows with entries. Both must be sorted by the bytes of their UTF-8 names.
 ///
-/// `nextRow` steps to the next row, and `rowName` gives the name of the one that it came to;
-/// entries carry theirs in a field `name`. `added` is called for an entry without a row, `matched`
-/// for an entry whose row is the current one, and `removed` for a current row without an entry.
-/// `accept` is asked each time an entry is looked at, which can be several times, and false drops
-/// the entry.
+/// - `nextRow` goes to the next row, and `rowName` gives its name. Entries have a member `name`.
+/// - `added` is called for an entry without a row, `matched` for an entry whose row is the current
+///   one, and `removed` for a current row without an entry.
+/// - An entry is left out if `accept` returns false for it. An entry is passed to `accept` again
+///   each time that it is compared with another row.
 ///
-/// A row that stands when the entries run out is told of by none of them: it goes at the next merge
-/// at the earliest.
+/// If the last entry comes before the current row, none of the functions is called for this row. A
+/// later merge can remove it.
 template <
     typename Entry, typename NextRow, typename RowName, typename Added, typename Matched,
     typename Removed, typename Accept = AcceptAll>
@@ -43,36 +43,37 @@ void mergeSorted(
     const QVector<Entry>& entries, NextRow nextRow, RowName rowName, Added added, Matched matched,
     Removed removed, Accept accept = AcceptAll())
 {
-    int i = 0;
-    while (i < entries.size() && nextRow()) {
+    auto entry = entries.begin();
+    const auto end = entries.end();
+    const auto skipRejected = [&] {
+        while (entry != end && !accept(*entry)) {
+            ++entry;
+        }
+    };
+    const auto addEntriesBefore = [&](const QByteArray& name) {
+        skipRejected();
+        while (entry != end && qstrcmp(entry->name, name) < 0) {
+            added(*entry++);
+            skipRejected();
+        }
+    };
+
+    while (entry != end && nextRow()) {
         const QByteArray name = rowName();
-        bool isRowSettled = false;
-        while (i < entries.size() && !isRowSettled) {
-            const Entry& entry = entries.at(i);
-            if (!accept(entry)) {
-                ++i;
-                continue;
-            }
-            const int order = qstrcmp(entry.name, name);
-            if (order < 0) {
-                added(entry);
-                ++i;
-            } else if (order == 0) {
-                matched(entry);
-                ++i;
-                isRowSettled = true;
-            } else {
-                removed();
-                isRowSettled = true;
-            }
+        addEntriesBefore(name);
+        if (entry == end) {
+            break;
+        }
+        if (entry->name == name) {
+            matched(*entry++);
+        } else {
+            removed();
         }
     }
     while (nextRow()) {
         removed();
     }
-    for (; i < entries.size(); ++i) {
-        if (accept(entries.at(i))) {
-            added(entries.at(i));
-        }
+    for (skipRejected(); entry != end; skipRejected()) {
+        added(*entry++);
     }
 }

@@ -3,17 +3,17 @@
 
 class QObject;
 
-/// Has an object do its work in steps on the event loop, one for each QEvent::UpdateRequest that is
-/// posted to it. There is never more than one such event on the way.
+/// Lets an object do its work in steps on the event loop. Each step is the handling of one
+/// QEvent::UpdateRequest that is posted to the object. Never more than one such event is posted.
 class UpdateSchedule
 {
 public:
-    /// For steps of `receiver`, which must outlive the schedule.
+    /// The steps are those of `receiver`, which must outlive the schedule.
     explicit UpdateSchedule(QObject* receiver);
 
-    /// Asks for a step, unless one is on the way or being done.
+    /// Requests a step, unless one is posted or running.
     void request();
-    /// To be called at the end of each step: has the next one follow, or comes to rest.
+    /// Call this at the end of each step. It requests the next step if `hasMore` is set.
     void finishStep(bool hasMore);
 
 private:

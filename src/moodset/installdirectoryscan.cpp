@@ -3,15 +3,20 @@
 #include "installmanager.h"
 
 #include "content/sqlbatch.h"
+#include "content/storablename.h"
+#include "indexing/directorylisting.h"
 #include "indexing/filemanager.h"
+#include "indexing/filename.h"
 #include "indexing/sortedmerge.h"
 
-#include <QDirIterator>
 #include <QVariant>
 
 namespace {
 
-const char* const Function = "bool InstallManager::scanInstallDirectory()";
+const char* const DirectoryScanFunction = "bool InstallManager::scanInstallDirectory()";
+
+/// The columns of both queries for directories.
+enum DirectoryColumn : int { DirectoryId, DirectoryPath };
 
 /// A package in a listing, sorted by name.
 struct Package
@@ -20,20 +25,32 @@ struct Package
     QString path;
 };
 
-/// The name of what lies in a directory, from the path of either.
+/// The name of an entry in `directory`, from its path or from the path of anything below it.
 QByteArray nameBelow(const QString& directory, const QString& path)
 {
     return path.mid(directory.size() + 1).toUtf8();
 }
 
-/// The sub-directories of an install directory, also those behind symbolic links.
-QVector<Package> listPackages(const QString& path)
+/// The sub-directories of an install directory, and symbolic links to directories. If no row can
+/// store a name, the directory is left out and reported. Null where listEntries() returns false.
+std::optional<QVector<Package>> listPackages(const QString& path)
 {
     QVector<Package> packages;
-    QDirIterator iterator(path, QDir::Dirs | QDir::NoDot | QDir::NoDotDot);
-    while (iterator.hasNext()) {
-        const QString package = iterator.next();
-        packages.append({nameBelow(path, package), package});
+    const auto append = [&](const QDirIterator& iterator) {
+        const QString package = iterator.filePath();
+        if (isStorableName(package)) {
+            packages.append({nameBelow(path, package), package});
+        } else {
+            warnOfUnstorableName(DirectoryScanFunction, package);
+        }
+    };
+    if (!listEntries(path, QDir::Dirs | QDir::NoDot | QDir::NoDotDot, append)) {
+        return std::nullopt;
+    }
+    for (const UndecodableEntry& entry : listUndecodable(path)) {
+        if (entry.isDirectory) {
+            warnOfUndecodableName(DirectoryScanFunction, entry.path);
+        }
     }
     sortByName(&packages);
     return packages;
@@ -41,7 +58,7 @@ QVector<Package> listPackages(const QString& path)
 
 } // namespace
 
-/// Handles the first install directory of the queue; true if it went well or more are waiting.
+/// Handles the first install directory of the queue. True if this succeeded or more are waiting.
 bool InstallManager::scanInstallDirectory()
 {
     if (m_installDirectories.isEmpty()) {
@@ -50,7 +67,7 @@ bool InstallManager::scanInstallDirectory()
     const QString path = m_installDirectories.takeFirst();
     qint64 id = 0;
     FileManager::DirectoryScope scope = FileManager::KnownEntries;
-    // Only the id counts: a directory that is watched already is listed again.
+    // Only the id counts: a directory that is watched already is listed again, too.
     FileManager::fromRegistry()->watchDirectory(path, &id, &scope);
     if (id == 0) {
         return !m_installDirectories.isEmpty();
@@ -67,44 +84,49 @@ bool InstallManager::scanInstallDirectory()
     return true;
 }
 
-/// Queues all packages of a directory, and tells which are new and whose rows have to go.
+/// Queues all packages of a directory, and finds the new ones and the rows to delete.
 bool InstallManager::mergePackages(
     const QString& path, qint64 directoryId, QStringList* newPackages, SqlBatch* deletes)
 {
-    const QVector<Package> packages = listPackages(path);
+    const std::optional<QVector<Package>> packages = listPackages(path);
+    if (!packages) {
+        warnOfUnlisted(DirectoryScanFunction, path);
+        return false;
+    }
     QSqlQuery rows(m_database);
     if (!rows.prepare(QStringLiteral(
             "SELECT id, path FROM directory WHERE parentId = ? ORDER BY path ASC;"))) {
-        warn(rows, Function, "Failed to prepare installs query");
+        warn(rows, DirectoryScanFunction, "Failed to prepare installs query");
         return false;
     }
     bind(rows, {directoryId});
     if (!rows.exec()) {
-        warn(rows, Function, "Failed to prepare execute query");
+        warn(rows, DirectoryScanFunction, "Failed to prepare execute query");
         return false;
     }
-    const auto rowPath = [&] { return rows.value(1).toString(); };
+    const auto rowPath = [&] { return rows.value(DirectoryPath).toString(); };
     const auto added = [&](const Package& package) {
         newPackages->append(package.path);
         m_packageDirectories.append(package.path);
     };
     const auto matched = [&](const Package&) { m_packageDirectories.append(rowPath()); };
-    const auto removed = [&] { deletes->append({rows.value(0)}); };
+    const auto removed = [&] { deletes->append({rows.value(DirectoryId)}); };
     mergeSorted(
-        packages, [&] { return rows.next(); }, [&] { return nameBelow(path, rowPath()); }, added,
+        *packages, [&] { return rows.next(); }, [&] { return nameBelow(path, rowPath()); }, added,
         matched, removed);
     rows.finish();
     return true;
 }
 
-/// Writes what the scan has found, in one transaction.
+/// Writes the results of the scan in one transaction.
 bool InstallManager::applyInstallScan(
     qint64 directoryId, QStringList newPackages, const SqlBatch& deletes)
 {
-    // Without a transaction the statements commit one by one.
-    m_database.transaction();
+    beginTransaction();
     QVector<qint64> known;
-    if (!runBatch(deletes, m_directoryDelete, Function, "Failed to execute m_directoryDelete.")
+    if (!runBatch(
+            deletes, m_directoryDelete, DirectoryScanFunction,
+            "Failed to execute m_directoryDelete.")
         || !separateKnownPackages(&newPackages, &known)) {
         return false;
     }
@@ -112,36 +134,34 @@ bool InstallManager::applyInstallScan(
     for (const QString& path : qAsConst(newPackages)) {
         bind(m_directoryInsert, {directoryId, path, scope});
         if (!runInTransaction(
-                m_directoryInsert, Function, "Failed to execute m_directoryInsert.")) {
+                m_directoryInsert, DirectoryScanFunction, "Failed to execute m_directoryInsert.")) {
             return false;
         }
     }
-    // A package that was registered by itself gets the install directory as its parent.
+    // If a package was registered by itself, the install directory becomes its parent.
     for (const qint64 id : qAsConst(known)) {
         bind(m_directoryUpdate, {directoryId, scope, id});
         if (!runInTransaction(
-                m_directoryUpdate, Function, "Failed to execute m_directoryUpdate.")) {
+                m_directoryUpdate, DirectoryScanFunction, "Failed to execute m_directoryUpdate.")) {
             return false;
         }
     }
-    // A commit that fails shows at the next transaction.
-    m_database.commit();
-    return true;
+    return commit(DirectoryScanFunction);
 }
 
-/// Takes the packages that have a row already out of the new ones. A failure leaves the transaction
-/// open; the next commit closes it.
+/// Removes the packages that have a row already from the new ones. After a failure, the transaction
+/// stays open until the next commit.
 bool InstallManager::separateKnownPackages(QStringList* newPackages, QVector<qint64>* known)
 {
     QStringList unknown;
     for (const QString& path : qAsConst(*newPackages)) {
         bind(m_directoryIdQuery, {path});
         if (!m_directoryIdQuery.exec()) {
-            warn(m_directoryIdQuery, Function, "Failed to execute m_directoryIdQuery");
+            warn(m_directoryIdQuery, DirectoryScanFunction, "Failed to execute m_directoryIdQuery");
             return false;
         }
         if (m_directoryIdQuery.next()) {
-            known->append(m_directoryIdQuery.value(0).toLongLong());
+            known->append(m_directoryIdQuery.value(DirectoryId).toLongLong());
         } else {
             unknown.append(path);
         }

@@ -3,34 +3,23 @@
 
 #include "content/moodsetcontent.h"
 #include "indexing/filemanager.h"
+#include "moodsetlog.h"
 
-#include <QDebug>
 #include <QEvent>
 
 namespace {
 
-const char* const Constructor = "InstallManager::InstallManager(QueryAgentDatabase&, QObject*)";
+const char* const InstallConstructor =
+    "InstallManager::InstallManager(QueryAgentDatabase&, QObject*)";
 
 } // namespace
 
 InstallManager::InstallManager(QueryAgentDatabase& database, QObject* parent)
     : QObject(parent)
     , ContentManager(database)
-    , m_fileQuery(m_database)
-    , m_fileInsert(m_database)
-    , m_fileSyncUpdate(m_database)
-    , m_fileSyncDelete(m_database)
-    , m_directoryIdQuery(m_database)
-    , m_directoryInsert(m_database)
-    , m_directoryUpdate(m_database)
-    , m_directoryDelete(m_database)
-    , m_dorselIdQuery(m_database)
-    , m_dorselIdInsert(m_database)
-    , m_dorselIdUpdate(m_database)
-    , m_updates(this)
 {
     m_elapsed.start();
-    // What could not be prepared fails when it is used.
+    // A statement that could not be prepared fails when it is used.
     prepareStatements();
     refreshInstalls();
 }
@@ -77,7 +66,7 @@ bool InstallManager::prepareStatements()
           "Failed to prepare m_dorselIdInsert."},
          {m_dorselIdUpdate, QStringLiteral("UPDATE dorselid SET dorselId = ? WHERE fileId = ?;"),
           "Failed to prepare m_dorselIdUpdate."}},
-        Constructor);
+        InstallConstructor);
 }
 
 QStringList InstallManager::installPaths()
@@ -114,20 +103,20 @@ bool InstallManager::event(QEvent* event)
     const bool hasMore = runStep();
     m_updates.finishStep(hasMore);
     if (!hasMore) {
-        qDebug() << "InstallManager idle in" << m_elapsed.elapsed();
+        qCDebug(moodsetLog) << "InstallManager idle in" << m_elapsed.elapsed();
     }
     return true;
 }
 
-/// One install directory, or else one package, or else one turn of the parsers; true if there may
-/// be more.
+/// Handles one install directory, or else one package, or else one turn of the managers that read
+/// files. True if there may be more work.
 bool InstallManager::runStep()
 {
     if (scanInstallDirectory()) {
         return true;
     }
     if (!m_packageDirectories.isEmpty()) {
-        // The next package has its turn whatever became of this one.
+        // The next package is handled even if this one fails.
         install(m_packageDirectories.takeFirst(), QString(), false);
         return true;
     }

@@ -6,10 +6,10 @@
 #include "content/moodsetrow.h"
 #include "content/sqlbatch.h"
 #include "indexing/filemanager.h"
+#include "moodsetlog.h"
 #include "tones.h"
 
 #include <QDateTime>
-#include <QDebug>
 #include <QSqlError>
 #include <QUrl>
 
@@ -40,7 +40,7 @@ enum StoredColumn : int {
     Version
 };
 
-/// The files of the system's own tones.
+/// The files of the system's default tones.
 QStringList fallbackTones()
 {
     QStringList files;
@@ -52,14 +52,14 @@ QStringList fallbackTones()
     return files;
 }
 
-/// The value of an edit where it has a valid one, and the stored one otherwise.
+/// The value of an edit if it has a valid one, otherwise the stored value.
 QVariant edited(const QVariantMap& values, const char* key, const QVariant& stored)
 {
     const QVariant value = values.value(QLatin1String(key));
     return value.isValid() ? value : stored;
 }
 
-/// The time at which a moodset became a favourite; null once it is none.
+/// The time at which a moodset became a favourite. Null if it is not a favourite.
 QVariant editedTimestamp(const QVariantMap& values, const QSqlQuery& stored)
 {
     const QVariant favorite = values.value(QStringLiteral("favorite"));
@@ -71,7 +71,7 @@ QVariant editedTimestamp(const QVariantMap& values, const QSqlQuery& stored)
 
 } // namespace
 
-/// What an edit does to the files of tones.
+/// The changes that an edit makes to the files of tones.
 struct MoodsetManager::ResourceEdits
 {
     SqlBatch deletes;
@@ -82,29 +82,19 @@ MoodsetManager::MoodsetManager(QueryAgentDatabase& database, QObject* parent)
     : QObject(parent)
     , ContentManager(database)
     , m_queryAgent(database)
-    , m_queryMoodset(m_database)
-    , m_queryMoodsetByDorselId(m_database)
-    , m_insertMoodset(m_database)
-    , m_updateFile(m_database)
-    , m_updateMoodset(m_database)
-    , m_deleteMoodset(m_database)
-    , m_queryResource(m_database)
-    , m_insertResource(m_database)
-    , m_deleteResource(m_database)
-    , m_clearResources(m_database)
-    , m_modifiedQuery(m_database)
-    , m_modifiedMoodsetQuery(m_database)
-    , m_modifiedResourceQuery(m_database)
-    , m_modifiedReset(m_database)
     , m_toneNames(Tones::names())
     , m_fallbackTones(fallbackTones())
-    , m_settings(nullptr)
 {
-    // What could not be prepared fails when it is used.
+    // A statement that could not be prepared fails when it is used.
     prepareStatements();
     connect(
         &m_settings, &MoodsetSettings::sourceChanged, this, &MoodsetManager::updateActiveMoodset);
     updateActiveMoodset();
+}
+
+MoodsetManager* MoodsetManager::fromRegistry()
+{
+    return static_cast<MoodsetManager*>(managerFromType(MoodsetContent::Moodset));
 }
 
 bool MoodsetManager::prepareStatements()
@@ -188,14 +178,19 @@ Moodset MoodsetManager::moodsetFromUrl(const QUrl& url)
 
 void MoodsetManager::updateActiveMoodset()
 {
-    // Also for a record that is equal by its id, since what it holds may have changed.
+    // This also replaces a record with the same id, because its fields may have changed.
     m_activeMoodset = moodsetFromUrl(m_settings.source());
 }
 
-void MoodsetManager::announceActiveMoodset()
+/// Announces the active moodset if its row was among those that have just been written.
+void MoodsetManager::announceActiveMoodset(const QSet<qint64>& writtenIds)
 {
+    // The signal of the store arrives later than the new value can be read. So the source may
+    // already be another file, or a file that is not a moodset of ours.
     updateActiveMoodset();
-    Q_EMIT activeMoodsetUpdated(m_activeMoodset);
+    if (m_activeMoodset && writtenIds.contains(m_activeMoodset.constData()->id)) {
+        Q_EMIT activeMoodsetUpdated(m_activeMoodset);
+    }
 }
 
 QString MoodsetManager::moodsetInstallDirName(const QString& path)
@@ -210,8 +205,8 @@ Moodset MoodsetManager::moodsetFromDorselId(const QString& dorselId)
 {
     const char* const function = "Moodset MoodsetManager::moodsetFromDorselId(const QString&)";
     if (dorselId.isEmpty()) {
-        qWarning() << function;
-        qWarning() << "Empty DORSEL ID!";
+        qCWarning(moodsetLog) << function;
+        qCWarning(moodsetLog) << "Empty DORSEL ID!";
         return Moodset();
     }
     m_queryMoodsetByDorselId.bindValue(0, dorselId);
@@ -231,13 +226,15 @@ Moodset MoodsetManager::moodsetFromDorselId(const QString& dorselId)
 /// A record for the current row of m_queryMoodsetByDorselId, with its resources.
 Moodset MoodsetManager::parseMoodset(QSqlQuery* query)
 {
-    const qint64 id = query->value(0).toLongLong();
-    Moodset moodset(new MoodsetData(id, QUrl::fromLocalFile(query->value(1).toString())));
-    moodset->fileName = query->value(2).toString();
-    moodset->mimeType = query->value(3).toString();
-    moodset->displayName = query->value(4).toString();
-    moodset->permissions = query->value(5).toInt();
-    MoodsetRow::fillLook(moodset.data(), *query, 6);
+    // The columns of m_queryMoodsetByDorselId.
+    enum Column : int { Id, Path, FileName, MimeType, Name, Permissions, FirstOfLook };
+    const qint64 id = query->value(Id).toLongLong();
+    Moodset moodset(new MoodsetData(id, QUrl::fromLocalFile(query->value(Path).toString())));
+    moodset->fileName = query->value(FileName).toString();
+    moodset->mimeType = query->value(MimeType).toString();
+    moodset->displayName = query->value(Name).toString();
+    moodset->permissions = query->value(Permissions).toInt();
+    MoodsetRow::fillLook(moodset.data(), *query, FirstOfLook);
     query->finish();
 
     m_queryResource.bindValue(0, id);
@@ -247,9 +244,11 @@ Moodset MoodsetManager::parseMoodset(QSqlQuery* query)
             "Failed to execute m_queryResource");
         return moodset;
     }
+    enum ResourceColumn : int { Type, FirstOfFile };
     while (m_queryResource.next()) {
         moodset->resources.insert(
-            m_queryResource.value(0).toString(), MoodsetRow::resource(m_queryResource, 1));
+            m_queryResource.value(Type).toString(),
+            MoodsetRow::resource(m_queryResource, FirstOfFile));
     }
     m_queryResource.finish();
     return moodset;
@@ -264,7 +263,7 @@ bool MoodsetManager::save(qint64 id, const QVariantMap& values)
     }
     if (!m_queryMoodset.next()) {
         m_queryMoodset.finish();
-        qWarning() << id << "is not an existing moodset";
+        qCWarning(moodsetLog) << id << "is not an existing moodset";
         return false;
     }
     bindEdit(id, values);
@@ -272,13 +271,11 @@ bool MoodsetManager::save(qint64 id, const QVariantMap& values)
     if (!applyEdit(resourceEdits(id, values.value(QStringLiteral("resources")).toMap()))) {
         return false;
     }
-    if (m_activeMoodset && m_activeMoodset.constData()->id == id) {
-        announceActiveMoodset();
-    }
+    announceActiveMoodset({id});
     return true;
 }
 
-/// Binds the current row of m_queryMoodset with an edit laid over it.
+/// Binds the current row of m_queryMoodset, with the values of an edit in place of the stored ones.
 void MoodsetManager::bindEdit(qint64 id, const QVariantMap& values)
 {
     const auto stored = [this](StoredColumn column) { return m_queryMoodset.value(column); };
@@ -334,11 +331,10 @@ MoodsetManager::ResourceEdits MoodsetManager::resourceEdits(qint64 id, const QVa
     return edits;
 }
 
-/// Writes an edit whose rows are bound, in one transaction.
+/// Writes an edit, whose rows are bound, in one transaction.
 bool MoodsetManager::applyEdit(const ResourceEdits& edits)
 {
-    // Without a transaction the statements commit one by one.
-    m_database.transaction();
+    beginTransaction();
     if (!runInTransaction(m_updateFile, SaveFunction, "Failed to execute m_updateFile.")
         || !runInTransaction(m_updateMoodset, SaveFunction, "Failed to execute m_updateMoodset.")
         || !runBatch(
@@ -347,9 +343,7 @@ bool MoodsetManager::applyEdit(const ResourceEdits& edits)
             edits.inserts, m_insertResource, SaveFunction, "Failed to execute m_insertResource.")) {
         return false;
     }
-    // A commit that fails shows at the next transaction.
-    m_database.commit();
-    return true;
+    return commit(SaveFunction);
 }
 
 bool MoodsetManager::create(const Moodset& moodset)
@@ -369,7 +363,7 @@ bool MoodsetManager::create(const Moodset& moodset)
     return insertNew(moodset);
 }
 
-/// Writes a record over the current row of m_queryMoodset.
+/// Replaces the current row of m_queryMoodset by a record.
 bool MoodsetManager::updateExisting(const Moodset& moodset)
 {
     bind(
@@ -383,7 +377,7 @@ bool MoodsetManager::updateExisting(const Moodset& moodset)
     return run(m_updateMoodset, CreateFunction, "Failed to execute m_updateMoodset.");
 }
 
-/// The new display name stays when the moodset's own row cannot be inserted.
+/// If the moodset's own row cannot be inserted, the new display name stays.
 bool MoodsetManager::insertNew(const Moodset& moodset)
 {
     bind(m_updateFile, {moodset->displayName, moodset->id});

@@ -1,19 +1,21 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// What MoodsetManager does with moodset files that have changed: parses them, lays what users have
-// edited over it, and writes the rows.
+// The part of MoodsetManager that reads changed moodset files, keeps the edits of users, and writes
+// the rows.
 #include "moodsetmanager.h"
 
+#include "content/barename.h"
 #include "content/displaynamecatalog.h"
 #include "content/moodsetcontent.h"
+#include "content/packagedfile.h"
 #include "content/sqlbatch.h"
+#include "content/storablename.h"
 #include "indexing/filemanager.h"
+#include "moodsetdocument.h"
+#include "moodsetlog.h"
 #include "tones.h"
 
 #include <QDateTime>
-#include <QDebug>
 #include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QSet>
 
 #include <vector>
@@ -23,7 +25,7 @@ namespace {
 const char* const Constructor = "MoodsetManager::MoodsetManager(QueryAgentDatabase&, QObject*)";
 const char* const UpdateFunction = "virtual bool MoodsetManager::updateMetaData()";
 
-/// As many files as the view gives at most.
+/// The database view gives at most this many files.
 constexpr int BatchSize = 100;
 
 /// The columns of m_modifiedMoodsetQuery that are read.
@@ -41,7 +43,7 @@ enum StoredColumn : int {
     SecondaryColor
 };
 
-/// What a moodset file says, as values of columns.
+/// The content of a moodset file, as values of columns.
 struct ParsedMoodset
 {
     qint64 id = 0;
@@ -59,63 +61,63 @@ struct ParsedMoodset
     QVariant enabledSounds;
 };
 
-QString text(const QJsonObject& object, const char* key)
-{
-    return object.value(QLatin1String(key)).toString();
-}
-
-/// The document of a moodset file, or an empty object with a warning.
-QJsonObject parseObject(const QByteArray& content)
+/// The root of a moodset file. Empty, with a warning, if there is none.
+QJsonObject parseObject(const PackagedFile& file)
 {
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(content, &error);
-    if (!document.isObject()) {
-        qWarning() << "Failed to parse moodset" << static_cast<int>(error.error) << error.offset;
+    const QJsonDocument document = file.json(&error);
+    // A file that is too large has caused a warning already.
+    if (!document.isObject() && file.state == PackagedFile::Read) {
+        qCWarning(moodsetLog) << "Failed to parse moodset" << int(error.error) << error.offset;
     }
     return document.object();
 }
 
-/// The path of the wallpaper that a moodset file names, or a null text if it is of no use.
-QString wallpaperPath(const QString& directory, const QJsonObject& moodset)
+/// The path of the wallpaper that a moodset file names, or a null text if it is unusable.
+QString wallpaperPath(const QString& directory, const MoodsetDocument& moodset)
 {
-    const QString name = text(moodset, "wallpaper");
-    const QString path = directory + QStringLiteral("/images/") + name;
-    const bool isUsable =
-        !name.isEmpty() && !name.contains(QLatin1Char('/')) && QFile::exists(path);
-    return isUsable ? path : QString();
+    const QString name = moodset.wallpaper();
+    QString path = directory + QStringLiteral("/images/") + name;
+    if (name.isEmpty() || !QFile::exists(path)) {
+        return QString();
+    }
+    if (!isStorableName(path)) {
+        qCWarning(moodsetLog) << UpdateFunction << "Name cannot be stored" << name;
+        return QString();
+    }
+    return path;
 }
 
-/// The time that a moodset file gives, in the form of the database, or `now`.
-QString timestamp(const QJsonObject& moodset, const QString& now)
+/// A colour as the column stores it, which is the text in the file. An array or an object becomes
+/// an empty text, and a huge one could fill the memory during a conversion to text.
+QVariant colorColumn(const QJsonValue& color)
 {
-    const QDateTime time = QDateTime::fromString(text(moodset, "timestamp"), Qt::ISODate);
+    const bool hasParts = color.isArray() || color.isObject();
+    return hasParts ? QVariant(QStringLiteral("")) : color.toVariant();
+}
+
+/// The time that a moodset file gives, in the form of the database. If it gives none, this is
+/// `now`.
+QString timestamp(const MoodsetDocument& moodset, const QString& now)
+{
+    const QDateTime time = QDateTime::fromString(moodset.timestamp(), Qt::ISODate);
     return time.isValid() ? time.toString(Qt::ISODate) : now;
 }
 
-int version(const QJsonObject& moodset)
+/// The id of a tone's file. A file without a row gets one. 0 if the tone has no file.
+qint64 toneFileId(
+    const MoodsetDocument::Tone& tone, const QString& directory, const QString& fallback)
 {
-    const QLatin1String key("version");
-    return moodset.contains(key) ? moodset.value(key).toInt(0) : 1;
-}
-
-/// Whether a tone sounds: only the number 0 says that it does not.
-bool isToneEnabled(const QJsonObject& tone)
-{
-    return tone.value(QLatin1String("enabled")).toInt(1) != 0;
-}
-
-/// The id of a tone's file, which gets a row if it has none; 0 if there is none to be had.
-qint64 toneFileId(const QJsonObject& tone, const QString& directory, const QString& fallback)
-{
-    const QString name = text(tone, "file");
-    if (name.contains(QLatin1Char('/')) || (name.isEmpty() && !isToneEnabled(tone))) {
-        return 0;
+    FileManager* const files = FileManager::fromRegistry();
+    if (tone.fileName.isEmpty()) {
+        return tone.isEnabled ? files->insertFile(fallback) : 0;
     }
-    return FileManager::fromRegistry()->insertFile(
-        name.isEmpty() ? fallback : directory + QStringLiteral("/sounds/") + name);
+    return isBareName(tone.fileName)
+        ? files->insertFile(directory + QStringLiteral("/sounds/") + tone.fileName)
+        : 0;
 }
 
-/// Puts what a row holds in the place of what only counts when the row is made.
+/// Replaces the values that the file gives only for new rows by the values that the row has.
 void keepEdits(const QSqlQuery& row, ParsedMoodset* moodset)
 {
     if (moodset->displayName.toString().isEmpty()) {
@@ -137,18 +139,27 @@ void keepEdits(const QSqlQuery& row, ParsedMoodset* moodset)
 /// The files of one turn.
 struct MoodsetManager::MetadataBatch
 {
-    /// All files, also those that could not be opened.
+    /// All files, including those that could not be opened.
     SqlBatch processed;
     QSet<qint64> deleted;
     std::vector<ParsedMoodset> parsed;
     /// The ids in `parsed`.
     QSet<qint64> parsedIds;
-    /// Indexes into `parsed` of moodsets that have no row yet.
+    /// Indexes in `parsed` of the moodsets that have no row yet.
     std::vector<size_t> inserted;
     SqlBatch resources;
     DisplayNameCatalog catalog;
     /// The time of this turn, for files that give none.
     QString now = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
+    /// The sum of the file sizes so far. The texts of the files stay in memory until they are
+    /// written.
+    qint64 size = 0;
+
+    /// Whether the remaining files have to wait for the next turn.
+    bool isFull() const
+    {
+        return processed.rowCount() == BatchSize || size >= PackagedFile::MaximumSize;
+    }
 };
 
 bool MoodsetManager::prepareMetadataStatements()
@@ -194,79 +205,75 @@ bool MoodsetManager::updateMetaData()
         return false;
     }
     MetadataBatch batch;
-    while (m_modifiedQuery.next()) {
+    while (!batch.isFull() && m_modifiedQuery.next()) {
         readFile(
-            m_modifiedQuery.value(0).toLongLong(), m_modifiedQuery.value(1).toString(),
-            m_modifiedQuery.value(2).toString(), &batch);
+            m_modifiedQuery.value(ModifiedId).toLongLong(),
+            m_modifiedQuery.value(ModifiedDirectory).toString(),
+            m_modifiedQuery.value(ModifiedName).toString(), &batch);
     }
     m_modifiedQuery.finish();
     if (!mergeStored(&batch) || batch.processed.isEmpty() || !applyMetadata(batch)) {
         return false;
     }
     notifyContentChanged(MoodsetContent::Moodset);
-    if (m_activeMoodset && batch.parsedIds.contains(m_activeMoodset.constData()->id)) {
-        announceActiveMoodset();
-    }
-    return batch.processed.rowCount() == BatchSize;
+    announceActiveMoodset(batch.parsedIds);
+    return batch.isFull();
 }
 
-/// Reads one file into the batch. One that cannot be opened counts as done and changes nothing.
+/// Reads one file into the batch. A file that cannot be opened becomes up to date and changes
+/// nothing.
 void MoodsetManager::readFile(
     qint64 id, const QString& directory, const QString& fileName, MetadataBatch* batch)
 {
     batch->processed.append({id});
-    QFile file(directory + QLatin1Char('/') + fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
+    const PackagedFile file = PackagedFile::read(directory + QLatin1Char('/') + fileName);
+    if (file.state == PackagedFile::NotReadable) {
         return;
     }
-    const QJsonObject object = parseObject(file.readAll());
-    const QString wallpaper = wallpaperPath(directory, object);
+    batch->size += file.content.size();
+    const MoodsetDocument document(parseObject(file), MoodsetDocument::ForRow);
+    const QString wallpaper = wallpaperPath(directory, document);
     if (wallpaper.isNull()) {
         batch->deleted.insert(id);
         return;
     }
-    batch->catalog.load(text(object, "translationCatalog"));
+    batch->catalog.load(document.translationCatalog());
 
-    const auto color = [&](const char* key) {
-        return object.value(QLatin1String(key)).toVariant();
-    };
     ParsedMoodset moodset;
     moodset.id = id;
     moodset.homeWallpaper = wallpaper;
-    moodset.favorite = static_cast<int>(object.value(QLatin1String("favorite")).toBool(true));
-    moodset.displayName = batch->catalog.translated(text(object, "displayName"));
-    moodset.highlightColor = color("highlightColor");
-    moodset.secondaryHighlightColor = color("secondaryHighlightColor");
-    moodset.primaryColor = color("primaryColor");
-    // The plural, unlike in the record that is read straight from a file.
-    moodset.secondaryColor = color("secondaryColors");
-    moodset.ringerVolume = object.value(QLatin1String("ringerVolume")).toInt(80);
-    moodset.partnerSpace = text(object, "partnerSpace");
-    moodset.timestamp = timestamp(object, batch->now);
-    moodset.version = version(object);
-    moodset.enabledSounds = readTones(id, directory, object, &batch->resources);
+    moodset.favorite = int(document.isFavorite());
+    moodset.displayName = batch->catalog.translated(document.displayName());
+    moodset.highlightColor = colorColumn(document.highlightColor());
+    moodset.secondaryHighlightColor = colorColumn(document.secondaryHighlightColor());
+    moodset.primaryColor = colorColumn(document.primaryColor());
+    moodset.secondaryColor = colorColumn(document.secondaryColor());
+    moodset.ringerVolume = document.ringerVolume();
+    moodset.partnerSpace = document.partnerSpace();
+    moodset.timestamp = timestamp(document, batch->now);
+    moodset.version = document.version();
+    moodset.enabledSounds = readTones(id, directory, document, &batch->resources);
     batch->parsed.push_back(moodset);
     batch->parsedIds.insert(id);
 }
 
-/// Adds the files of a moodset's tones to `resources`, and gives the mask of the enabled ones. A
+/// Adds the files of a moodset's tones to `resources`, and returns the mask of the enabled tones. A
 /// tone without an object is enabled and has no file.
 int MoodsetManager::readTones(
-    qint64 id, const QString& directory, const QJsonObject& moodset, SqlBatch* resources) const
+    qint64 id, const QString& directory, const MoodsetDocument& moodset, SqlBatch* resources) const
 {
     int mask = -1;
     for (int i = 0; i < m_toneNames.size(); ++i) {
-        const QString key = Tones::fileKey(m_toneNames.at(i));
-        const QJsonObject tone = moodset.value(key).toObject();
-        if (tone.isEmpty()) {
+        const MoodsetDocument::Tone tone = moodset.tone(i);
+        if (!tone.isGiven) {
             continue;
         }
-        if (!isToneEnabled(tone)) {
+        if (!tone.isEnabled) {
             mask = Tones::withTone(mask, i, false);
         }
         const qint64 fileId = toneFileId(tone, directory, m_fallbackTones.at(i));
         if (fileId != 0) {
-            resources->append({id, key, fileId});
+            resources->append({id, Tones::fileKey(m_toneNames.at(i)), fileId});
         }
     }
     return mask;
@@ -338,8 +345,7 @@ bool MoodsetManager::applyMetadata(const MetadataBatch& batch)
              moodset.partnerSpace, moodset.version, moodset.id});
         clears.append({moodset.id});
     }
-    // Without a transaction the statements commit one by one.
-    m_database.transaction();
+    beginTransaction();
     const auto apply = [this](const SqlBatch& rows, QSqlQuery& query, const char* message) {
         return runBatch(rows, query, UpdateFunction, message);
     };
@@ -352,7 +358,5 @@ bool MoodsetManager::applyMetadata(const MetadataBatch& batch)
         || !apply(batch.resources, m_insertResource, "Failed to execute m_insertResource.")) {
         return false;
     }
-    // A commit that fails shows at the next transaction.
-    m_database.commit();
-    return true;
+    return commit(UpdateFunction);
 }

@@ -6,29 +6,28 @@
 #include <QObject>
 #include <QUrl>
 
-/// What was last asked for as the background, and the two wallpapers that were built for it, as the
-/// key/value store has them. A moodset that was asked for is named by its file, and is the active
-/// one.
+/// The source of the background and the two wallpapers that were made for it, as the key/value
+/// store has them. If the source is a moodset, it is named by its file and is the active moodset.
 ///
-/// Nothing is cached, and the signals follow the store, whoever writes to it: a setter's own signal
-/// comes from the event loop, like that of a write of another process.
+/// Nothing is cached. The signals follow the store, whoever writes to it. The signal after a setter
+/// comes from the event loop, as it does after a write of another process.
 class MoodsetSettings : public QObject
 {
     Q_OBJECT
 public:
     explicit MoodsetSettings(QObject* parent = nullptr);
 
-    /// The file of the moodset or the picture, an empty URL if there is none.
+    /// The file of the moodset or picture. An empty URL if there is none.
     QUrl source() const;
 
-    /// Stores the local path of `url`, an empty text if it has none.
+    /// Stores the local path of `url`, or an empty text if it has none.
     void setSource(const QUrl& url);
 
-    /// The path of the wallpaper behind applications, empty if there is none.
+    /// The path of the wallpaper behind applications, or an empty text.
     QString applicationImagePath() const;
     void setApplicationImagePath(const QString& path);
 
-    /// The path of the home screen's wallpaper, empty if there is none.
+    /// The path of the home screen's wallpaper, or an empty text.
     QString homeImagePath() const;
     void setHomeImagePath(const QString& path);
 

@@ -3,24 +3,34 @@
 #include "installmanager.h"
 
 #include "content/sqlbatch.h"
+#include "content/storablename.h"
+#include "indexing/directorylisting.h"
 #include "indexing/filemanager.h"
+#include "indexing/filename.h"
 #include "indexing/sortedmerge.h"
+#include "moodsetlog.h"
 
 #include <QDateTime>
-#include <QDebug>
-#include <QDirIterator>
 #include <QFileInfo>
 #include <QVariant>
 
+#include <algorithm>
+
 namespace {
 
-const char* const Function =
+const char* const PackageScanFunction =
     "bool InstallManager::scanPackage(const QString&, const QString&, bool)";
+
+/// The columns of m_fileQuery.
+enum PackageColumn : int { PackageFileId, PackageFileName, PackageFileTime };
+
+/// The columns of m_dorselIdQuery.
+enum DorselColumn : int { FileId, DorselId };
 
 const QLatin1String MoodsetType("application/x-zavro-moodset");
 const QLatin1String IndexType("application/x-zavro-index");
 
-/// The type of a package's file by its ending, or a null text for one that gets no row.
+/// The type of a package's file by the end of its name, or a null text if it gets no row.
 QString typeByEnding(const QString& fileName)
 {
     if (fileName.endsWith(QLatin1String(".moodset"))) {
@@ -37,9 +47,8 @@ QString typeByEnding(const QString& fileName)
 /// A file of a package.
 struct InstallManager::PackageEntry
 {
-    /// The file name in UTF-8, by which entries are sorted.
+    /// The file name in UTF-8. Entries are sorted by it.
     QByteArray name;
-    QString path;
     QString fileName;
     QString mimeType;
     QDateTime modified;
@@ -56,53 +65,59 @@ bool InstallManager::scanPackage(const QString& path, const QString& dorselId, b
 {
     qint64 id = 0;
     FileManager::DirectoryScope scope = FileManager::KnownEntries;
-    // Only the id counts: a package that is watched already is listed again.
+    // Only the id counts: a package that is watched already is listed again, too.
     FileManager::fromRegistry()->watchDirectory(path, &id, &scope);
     if (id == 0) {
         return false;
     }
-    QVector<PackageEntry> entries;
-    QStringList moodsetFiles;
-    listPackage(path, &entries, &moodsetFiles);
-    PackageChanges changes;
-    if (!mergeFiles(entries, id, force, &changes) || !applyFiles(changes)) {
+    const std::optional<QVector<PackageEntry>> entries = listPackage(path);
+    if (!entries) {
+        warnOfUnlisted(PackageScanFunction, path);
         return false;
     }
-    if (!dorselId.isEmpty()) {
-        for (const QString& fileName : qAsConst(moodsetFiles)) {
-            if (!attachDorselId(id, fileName, dorselId)) {
-                return false;
-            }
-        }
+    PackageChanges changes;
+    if (!mergeFiles(*entries, id, force, &changes)) {
+        return false;
+    }
+    beginTransaction();
+    if (!applyFiles(changes) || !attachDorselId(*entries, id, dorselId)) {
+        return false;
     }
     if (!changes.inserts.isEmpty() || !changes.updates.isEmpty()) {
         refreshInstalls();
     }
-    // A commit that fails shows at the next transaction.
-    m_database.commit();
-    return true;
+    return commit(PackageScanFunction);
 }
 
-/// The files of a package that get rows, sorted by name, and the names of the moodset files among
-/// them.
-void InstallManager::listPackage(
-    const QString& path, QVector<PackageEntry>* entries, QStringList* moodsetFiles)
+/// The files of a package that get rows, sorted by name. If no row can store a name, the file is
+/// left out and reported. Null where listEntries() returns false.
+std::optional<QVector<InstallManager::PackageEntry>> InstallManager::listPackage(
+    const QString& path)
 {
-    QDirIterator iterator(path, QDir::Files);
-    while (iterator.hasNext()) {
-        const QString entryPath = iterator.next();
+    QVector<PackageEntry> entries;
+    const auto append = [&](const QDirIterator& iterator) {
         const QFileInfo file = iterator.fileInfo();
         const QString fileName = file.fileName();
         const QString type = typeByEnding(fileName);
         if (type.isNull() || file.isDir()) {
-            continue;
+            return;
         }
-        entries->append({fileName.toUtf8(), entryPath, fileName, type, file.lastModified()});
-        if (type == MoodsetType) {
-            moodsetFiles->append(fileName);
+        if (!isStorableName(fileName)) {
+            warnOfUnstorableName(PackageScanFunction, file.filePath());
+            return;
+        }
+        entries.append({fileName.toUtf8(), fileName, type, file.lastModified()});
+    };
+    if (!listEntries(path, QDir::Files, append)) {
+        return std::nullopt;
+    }
+    for (const UndecodableEntry& entry : listUndecodable(path)) {
+        if (entry.isFile && !typeByEnding(QString::fromLatin1(entry.path)).isNull()) {
+            warnOfUndecodableName(PackageScanFunction, entry.path);
         }
     }
-    sortByName(entries);
+    sortByName(&entries);
+    return entries;
 }
 
 bool InstallManager::mergeFiles(
@@ -110,63 +125,80 @@ bool InstallManager::mergeFiles(
 {
     bind(m_fileQuery, {directoryId});
     if (!m_fileQuery.exec()) {
-        warn(m_fileQuery, Function, "Failed to execute m_fileQuery");
+        warn(m_fileQuery, PackageScanFunction, "Failed to execute m_fileQuery");
         return false;
     }
     const auto added = [&](const PackageEntry& entry) {
         changes->inserts.append({directoryId, entry.mimeType, entry.fileName, entry.modified});
     };
     const auto matched = [&](const PackageEntry& entry) {
-        if (force || entry.modified != m_fileQuery.value(2).toDateTime()) {
-            changes->updates.append({entry.modified, m_fileQuery.value(0)});
+        if (force || entry.modified != m_fileQuery.value(PackageFileTime).toDateTime()) {
+            changes->updates.append({entry.modified, m_fileQuery.value(PackageFileId)});
         }
     };
-    const auto removed = [&] { changes->deletes.append({m_fileQuery.value(0)}); };
+    const auto removed = [&] { changes->deletes.append({m_fileQuery.value(PackageFileId)}); };
     mergeSorted(
         entries, [&] { return m_fileQuery.next(); },
-        [&] { return m_fileQuery.value(1).toString().toUtf8(); }, added, matched, removed);
+        [&] { return m_fileQuery.value(PackageFileName).toString().toUtf8(); }, added, matched,
+        removed);
     m_fileQuery.finish();
     return true;
 }
 
-/// Writes the rows of a package's files into a transaction that stays open after a success.
+/// Writes the rows of a package's files, inside the open transaction.
 bool InstallManager::applyFiles(const PackageChanges& changes)
 {
-    // Without a transaction the statements commit one by one.
-    m_database.transaction();
     return runBatch(
-               changes.deletes, m_fileSyncDelete, Function, "Failed to execute m_fileSyncDelete.")
+               changes.deletes, m_fileSyncDelete, PackageScanFunction,
+               "Failed to execute m_fileSyncDelete.")
         && runBatch(
-               changes.updates, m_fileSyncUpdate, Function, "Failed to execute m_fileSyncUpdate.")
-        && runBatch(changes.inserts, m_fileInsert, Function, "Failed to execute m_fileInsert.");
+               changes.updates, m_fileSyncUpdate, PackageScanFunction,
+               "Failed to execute m_fileSyncUpdate.")
+        && runBatch(
+               changes.inserts, m_fileInsert, PackageScanFunction,
+               "Failed to execute m_fileInsert.");
 }
 
-/// Writes the id of a back cover for a moodset file, inside the open transaction. A lookup that
-/// fails leaves the transaction open; the next commit closes it.
+/// Stores the id of a back cover, if there is one, for all moodset files of a package, inside the
+/// open transaction.
+bool InstallManager::attachDorselId(
+    const QVector<PackageEntry>& entries, qint64 directoryId, const QString& dorselId)
+{
+    return dorselId.isEmpty()
+        || std::all_of(entries.begin(), entries.end(), [&](const PackageEntry& entry) {
+               return entry.mimeType != MoodsetType
+                   || attachDorselId(directoryId, entry.fileName, dorselId);
+           });
+}
+
+/// Stores the id for one moodset file. After a failed lookup, the transaction stays open until the
+/// next commit.
 bool InstallManager::attachDorselId(
     qint64 directoryId, const QString& fileName, const QString& dorselId)
 {
     bind(m_dorselIdQuery, {directoryId, fileName});
     if (!m_dorselIdQuery.exec()) {
-        warn(m_dorselIdQuery, Function, "Failed to prepare execute m_dorselIdQuery");
+        warn(m_dorselIdQuery, PackageScanFunction, "Failed to prepare execute m_dorselIdQuery");
         return false;
     }
     if (!m_dorselIdQuery.next()) {
         m_dorselIdQuery.finish();
-        qWarning() << Function;
-        qWarning() << "Failed to query latest moodset file data!";
+        qCWarning(moodsetLog) << PackageScanFunction;
+        qCWarning(moodsetLog) << "Failed to query latest moodset file data!";
         return true;
     }
-    const int fileId = m_dorselIdQuery.value(0).toInt();
-    const QString stored = m_dorselIdQuery.value(1).toString();
+    const int fileId = m_dorselIdQuery.value(FileId).toInt();
+    const QString stored = m_dorselIdQuery.value(DorselId).toString();
     m_dorselIdQuery.finish();
     if (stored.isEmpty()) {
         bind(m_dorselIdInsert, {fileId, dorselId});
-        return runInTransaction(m_dorselIdInsert, Function, "Failed to execute m_dorselIdInsert.");
+        return runInTransaction(
+            m_dorselIdInsert, PackageScanFunction, "Failed to execute m_dorselIdInsert.");
     }
     if (stored != dorselId) {
         bind(m_dorselIdUpdate, {dorselId, fileId});
-        return runInTransaction(m_dorselIdUpdate, Function, "Failed to execute m_dorselIdUpdate.");
+        return runInTransaction(
+            m_dorselIdUpdate, PackageScanFunction, "Failed to execute m_dorselIdUpdate.");
     }
     return true;
 }

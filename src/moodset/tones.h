@@ -4,8 +4,8 @@
 #include <QString>
 #include <QStringList>
 
-/// The seven tones of a moodset, by their fixed order: a tone's index is its bit in
-/// MoodsetData::enabledSounds.
+/// The seven tones of a moodset in their fixed order. The index of a tone is also the number of its
+/// bit in MoodsetData::enabledSounds.
 namespace Tones {
 
 constexpr int Count = 7;
@@ -13,11 +13,10 @@ constexpr int Count = 7;
 /// The names: "ringerTone" and so on.
 const QStringList& names();
 
-/// The name of a tone's file among the resources, and of its object in a moodset file:
-/// "ringerToneFile".
+/// The key of a tone's file in the resources and in a moodset file: "ringerToneFile".
 QString fileKey(const QString& name);
 
-/// The name of a tone's flag among the attributes: "ringerToneEnabled".
+/// The key of a tone's flag in the attributes: "ringerToneEnabled".
 QString enabledKey(const QString& name);
 
 /// The keys of the tones in the profile service: "ringing.alert.tone".

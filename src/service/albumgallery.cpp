@@ -6,16 +6,24 @@
 #include "attributes.h"
 #include "content/moodsetcontent.h"
 #include "indexing/filemanager.h"
+#include "indexing/filename.h"
 #include "moodset/installmanager.h"
+#include "moodset/managerfactory.h"
 #include "moodsetadaptor.h"
+#include "servicelog.h"
 #include "theme/systemtheme.h"
+
+#include <mgconfitem.h>
 
 #include <QDBusConnection>
 #include <QDBusError>
-#include <QDebug>
 #include <QStandardPaths>
 #include <QTimerEvent>
 #include <QUrl>
+
+#include <dbus/dbus.h>
+
+#include <limits>
 
 namespace {
 
@@ -24,18 +32,30 @@ const char* const Constructor = "AlbumGallery::AlbumGallery(QObject*)";
 const QLatin1String ServiceName("com.zavro.moodsetd");
 const QLatin1String ObjectPath("/com/zavro/moodsetd");
 
-/// A burst of changes ends with a pause of this length.
+/// A series of changes has ended when there was none for this long.
 constexpr int AnnouncementDelay = 10; // milliseconds
 
 /// The highest type that is announced.
 constexpr int LastAnnouncedType = MoodsetContent::Download;
 
-/// Takes the name and shows the object on the bus, or ends the process.
+/// Stops the bus library from pausing a connection that has received much. Qt frees messages on the
+/// main thread, where the pause cannot be ended, so the daemon would never receive anything again.
+void keepReceiving(const QDBusConnection& bus)
+{
+    constexpr long unlimited = std::numeric_limits<long>::max();
+    dbus_connection_set_max_received_size(
+        static_cast<DBusConnection*>(bus.internalPointer()), unlimited);
+}
+
+/// Takes the bus name and registers the object, or ends the process.
 void registerOnBus(AlbumGallery* gallery)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
+    if (bus.isConnected()) {
+        keepReceiving(bus);
+    }
     if (!bus.registerService(ServiceName)) {
-        qWarning() << bus.lastError();
+        qCWarning(serviceLog) << bus.lastError();
         qFatal("DBUS service already taken. Kill the other instance first.");
     }
     if (!bus.registerObject(ObjectPath, gallery, QDBusConnection::ExportAdaptors)) {
@@ -50,13 +70,21 @@ void appendInstallDirectories()
     }
 }
 
-/// Hands a client's URL on to the theme; `function` is the signature of the slot that it came to.
+/// A longer text is not a URL. The daemon keeps the text in several places, and the bus allows
+/// texts that are long enough to fill the memory.
+constexpr int MaximumUrlLength = 64 * 1024;
+
+/// Passes a client's URL to the theme. `function` is the signature of the slot that was called.
 void generateMoodset(SystemTheme* theme, const QString& url, bool makeCurrent, const char* function)
 {
-    qDebug() << function << url;
+    if (url.size() > MaximumUrlLength) {
+        qCWarning(serviceLog) << function << "Invalid URL: " << url.size();
+        return;
+    }
+    qCDebug(serviceLog) << function << url;
     const QUrl parsed(url);
     if (!parsed.isValid()) {
-        qWarning() << function << "Invalid URL: " << url;
+        qCWarning(serviceLog) << function << "Invalid URL: " << url;
         return;
     }
     theme->generateMoodset(parsed, makeCurrent);
@@ -96,6 +124,8 @@ void AlbumGalleryPrivate::timerEvent(QTimerEvent* event)
     changeTimer.stop();
     const int types = changedTypes;
     changedTypes = 0;
+    // An announced change survives this process, like the database's rows.
+    MGConfItem::sync();
     for (int type = 0; type <= LastAnnouncedType; ++type) {
         if (types & (1 << type)) {
             Q_EMIT q->contentChanged(type);
@@ -105,22 +135,25 @@ void AlbumGalleryPrivate::timerEvent(QTimerEvent* event)
 
 AlbumGallery::AlbumGallery(QObject* parent)
     : QObject(parent)
-    , d(new AlbumGalleryPrivate(this))
 {
+    // The constructor of the private object asks for managers.
+    ContentManager::setFactory(makeManager);
+    ContentManager::setAnnouncer(notifyContentChanged);
+    d = new AlbumGalleryPrivate(this);
     new MoodsetAdaptor(this);
-    qDebug() << Constructor << "Registering dbus...";
+    qCDebug(serviceLog) << Constructor << "Registering dbus...";
     registerOnBus(this);
     if (!QDBusConnection::sessionBus().connect(
             QString(), QStringLiteral("/StoreClient"), QStringLiteral("com.zavro.zavrostore"),
             QStringLiteral("installedMoodset"), this, SLOT(moodsetInstalled(QString, QString)))) {
-        qWarning() << Constructor;
-        qWarning() << "Unable to connect to store client";
+        qCWarning(serviceLog) << Constructor;
+        qCWarning(serviceLog) << "Unable to connect to store client";
     }
-    qDebug() << Constructor << "Starting to monitor directories...";
+    qCDebug(serviceLog) << Constructor << "Starting to monitor directories...";
     const QStringList pictures =
         QStandardPaths::standardLocations(QStandardPaths::PicturesLocation);
     for (const QString& path : pictures) {
-        // A location that does not exist stays unknown until the next start.
+        // If a location does not exist, it stays unknown until the next start.
         d->fileManager->appendDirectory(path, FileManager::AllEntries, true);
     }
     appendInstallDirectories();
@@ -133,7 +166,7 @@ AlbumGallery::~AlbumGallery()
     QDBusConnection bus = QDBusConnection::sessionBus();
     bus.unregisterObject(ObjectPath);
     if (!bus.unregisterService(ServiceName)) {
-        qWarning() << "Failed to unregister org.pelmo.fastindexer service";
+        qCWarning(serviceLog) << "Failed to unregister org.pelmo.fastindexer service";
     }
 }
 
@@ -149,10 +182,22 @@ void AlbumGallery::notifyContentChanged(int type)
 
 void AlbumGallery::indexFile(const QString& url)
 {
-    const QUrl file(url);
-    if (file.isLocalFile()) {
-        d->fileManager->insertFile(file.toLocalFile());
+    if (url.size() > MaximumUrlLength) {
+        return;
     }
+    const QUrl file(url);
+    if (!file.isLocalFile()) {
+        return;
+    }
+    // If the bytes of a path are not text, the text could be the path of another file.
+    const QByteArray path =
+        QByteArray::fromPercentEncoding(file.path(QUrl::FullyEncoded).toLatin1());
+    QString text;
+    if (!decodeFileName(path, &text)) {
+        warnOfUndecodableName("void AlbumGallery::indexFile(const QString&)", path);
+        return;
+    }
+    d->fileManager->insertFile(file.toLocalFile());
 }
 
 void AlbumGallery::setMoodset(const QString& url)
@@ -169,7 +214,7 @@ void AlbumGallery::remove(int contentType, qlonglong contentId)
 {
     ContentManager* const manager = ContentManager::managerFromType(contentType);
     if (manager) {
-        // Announced also after a failure.
+        // A failure is announced, too.
         manager->remove(contentId);
         notifyContentChanged(contentType);
     }
@@ -179,7 +224,7 @@ void AlbumGallery::saveAttributes(int contentType, qlonglong contentId, const QV
 {
     ContentManager* const manager = ContentManager::managerFromType(contentType);
     if (manager) {
-        // Announced also after a failure.
+        // A failure is announced, too.
         manager->save(contentId, plainAttributes(args));
         notifyContentChanged(contentType);
     }

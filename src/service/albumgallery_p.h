@@ -9,7 +9,8 @@ class AlbumGallery;
 class FileManager;
 class SystemTheme;
 
-/// The objects behind the service object, and the one place where changes wait to be announced.
+/// The private part of the service object: it owns the other objects and collects the changes to
+/// announce.
 class AlbumGalleryPrivate : public QObject
 {
     Q_OBJECT
@@ -30,7 +31,7 @@ public:
     AlbumGallery* q;
 
 public Q_SLOTS:
-    /// Announces moodsets; which one it was makes no difference.
+    /// Announces a change of moodsets. `key` does not matter.
     void moodsetCreated(int key);
 
 protected:

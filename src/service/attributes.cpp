@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "attributes.h"
+#include "servicelog.h"
 
 #include <QDBusArgument>
 #include <QDBusVariant>
@@ -15,8 +16,8 @@ QVariant plainValue(const QVariant& value)
     return value.userType() == argumentType ? mapFromArgument(value.value<QDBusArgument>()) : value;
 }
 
-/// Read by each element's own type: reading a variant where there is none, as in a map of plain
-/// strings, ends the process inside the bus library.
+/// The next value, read by the type that it has. If a variant is read where there is none, as in a
+/// map of plain strings, the bus library ends the process.
 QVariant nextValue(const QDBusArgument& argument)
 {
     if (argument.currentType() == QDBusArgument::MapType) {
@@ -47,13 +48,47 @@ QVariantMap mapFromArgument(const QDBusArgument& argument)
     return map;
 }
 
+/// The number of characters, bytes and parts of a plain value.
+qint64 sizeOf(const QVariant& value)
+{
+    static const int variantType = qMetaTypeId<QDBusVariant>();
+    const int type = value.userType();
+    qint64 size = 1;
+    if (type == QMetaType::QString) {
+        size += value.toString().size();
+    } else if (type == QMetaType::QByteArray) {
+        size += value.toByteArray().size();
+    } else if (type == QMetaType::QStringList) {
+        const QStringList texts = value.toStringList();
+        for (const QString& text : texts) {
+            size += 1 + text.size();
+        }
+    } else if (type == QMetaType::QVariantMap) {
+        const QVariantMap map = value.toMap();
+        for (auto it = map.constBegin(); it != map.constEnd(); ++it) {
+            size += it.key().size() + sizeOf(it.value());
+        }
+    } else if (type == variantType) {
+        size += sizeOf(value.value<QDBusVariant>().variant());
+    }
+    return size;
+}
+
 } // namespace
 
 QVariantMap plainAttributes(const QVariantMap& attributes)
 {
+    constexpr qint64 maximumSize = qint64(64) * 1024;
     QVariantMap plain;
     for (auto it = attributes.constBegin(); it != attributes.constEnd(); ++it) {
-        plain.insert(it.key(), plainValue(it.value()));
+        const QVariant value = plainValue(it.value());
+        const qint64 size = it.key().size() + sizeOf(value);
+        if (size > maximumSize) {
+            qCWarning(serviceLog) << "QVariantMap plainAttributes(const QVariantMap&)"
+                                  << "Attribute too large" << it.key().left(32) << size;
+            continue;
+        }
+        plain.insert(it.key(), value);
     }
     return plain;
 }

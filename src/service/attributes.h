@@ -3,7 +3,10 @@
 
 #include <QVariantMap>
 
-/// A client's attributes with the maps inside them, which arrive in the bus's own form, made plain,
-/// at any depth. A list or a structure inside a variant becomes an empty map; all other values stay
-/// as they are.
+/// Converts a client's attributes, and the maps inside them at any depth, from the bus's own form
+/// to plain values. A list or a structure inside a variant becomes an empty map. All other values
+/// stay as they are.
+///
+/// An attribute that is larger than 64 KiB is left out, with a warning: the bus allows values that
+/// are large enough to fill the memory wherever they are kept.
 QVariantMap plainAttributes(const QVariantMap& attributes);

@@ -6,14 +6,15 @@
 
 class AlbumGallery;
 
-/// The daemon's interface on the bus: forwards each call to the service object's slot of the same
-/// name and relays its signal. data/dbus/com.zavro.moodsetd.xml is the same interface with
-/// documentation.
+/// The daemon's interface on the bus. It forwards each call to the service object's slot with the
+/// same name, and forwards the slot object's signal to the bus. The reply to a call is sent after
+/// everything that it has written is stored. data/dbus/com.zavro.moodsetd.xml documents the same
+/// interface.
 class MoodsetAdaptor : public QDBusAbstractAdaptor
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.zavro.moodsetd")
-    // The order of the methods is fixed, and is not that of the slots.
+    // The order of the methods is fixed. It differs from the order of the slots.
     // clang-format off
     Q_CLASSINFO("D-Bus Introspection",
         "  <interface name=\"com.zavro.moodsetd\">\n"

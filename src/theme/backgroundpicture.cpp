@@ -1,23 +1,30 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "backgroundpicture.h"
 
-#include "decodableimage.h"
-
+#include <picturereader.h>
 #include <quillmetadata.h>
 
-#include <QFileInfo>
-#include <QImageReader>
+#include <QColorSpace>
 #include <QRect>
 #include <QTransform>
 
 #include <algorithm>
 #include <array>
-#include <functional>
 #include <utility>
 
 namespace {
 
-/// How the stored pixels are to be turned to stand upright: mirrored first, then rotated clockwise.
+/// No display is larger. A larger value in the store is an error, and a wallpaper of that size
+/// could need all the memory.
+constexpr int MaximalScreenSide = 8192; // pixels
+
+/// Whether a screen can have this size. The store may contain any number.
+bool isScreen(const QSize& size)
+{
+    return !size.isEmpty() && std::max(size.width(), size.height()) <= MaximalScreenSide;
+}
+
+/// How to turn the stored pixels upright: first mirror them, then rotate them clockwise.
 struct Orientation
 {
     int angle = 0; // degrees
@@ -26,7 +33,7 @@ struct Orientation
     bool isOnItsSide() const { return angle % 180 != 0; }
 };
 
-/// A part of the stored pixels and the size to scale it to.
+/// The part of the stored pixels to cut out, and the size to scale it to.
 struct Cut
 {
     QRect clip;
@@ -35,8 +42,8 @@ struct Cut
 
 Orientation imageOrientation(const QString& path)
 {
-    // By the tag's value, less 1. Exif means the values 5 and 7, which no camera writes, the other
-    // way up: mirrored first, theirs would be 270 and 90 degrees.
+    // The index is the tag's value less 1. No camera writes 5 and 7. Exif defines them with the
+    // rotation first; with the mirroring first, the angles are 270 and 90 degrees.
     constexpr std::array<Orientation, 8> orientations{
         {{0, false},
          {0, true},
@@ -48,19 +55,20 @@ Orientation imageOrientation(const QString& path)
          {270, false}}};
     const QuillMetadata metadata(path, QuillMetadata::AllFormats);
     const int value = metadata.entry(QuillMetadata::OrientationTag).toInt();
-    if (value < 1 || value > static_cast<int>(orientations.size())) {
+    if (value < 1 || value > int(orientations.size())) {
         return {};
     }
-    return orientations.at(static_cast<size_t>(value - 1));
+    return orientations.at(size_t(value - 1));
 }
 
-QSize uprightSize(const QImageReader& reader, const Orientation& orientation)
+QSize uprightSize(const PictureReader& reader, const Orientation& orientation)
 {
     const QSize size = reader.size();
     return orientation.isOnItsSide() ? size.transposed() : size;
 }
 
-/// The largest centred square of a picture that is `source` pixels large when upright.
+/// The largest centred square of a picture. `source` is the upright size of the picture in pixels,
+/// and `size` is the size of the square to make.
 Cut squareCut(const QSize& source, const Orientation& orientation, const QSize& size)
 {
     const int edge = std::min(source.width(), source.height());
@@ -74,24 +82,24 @@ Cut squareCut(const QSize& source, const Orientation& orientation, const QSize& 
     if (orientation.isOnItsSide()) {
         std::swap(left, top);
     }
-    const int side = std::max(size.width(), size.height());
-    return {QRect(left, top, edge, edge), QSize(side, side)};
+    return {QRect(left, top, edge, edge), size};
 }
 
 /// The part of a picture in the older layout that a screen of `size` pixels shows. The products are
-/// those of single precision: with more of it some cuts come out a pixel larger.
+/// computed in single precision, because with double precision some cuts are one pixel larger.
 Cut legacyCut(const QSize& source, const Orientation& orientation, const QSize& size)
 {
     const int third = size.height() / 3;
     const int legacyHeight = third + third + size.height();
-    const auto ratio = [](int dividend, int divisor) {
-        return static_cast<float>(dividend) / static_cast<float>(divisor);
-    };
+    const auto ratio = [](int dividend, int divisor) { return float(dividend) / float(divisor); };
     const float imageRatio = ratio(source.width(), source.height());
     const float legacyRatio = ratio(size.width(), legacyHeight);
     const float screenRatio = ratio(size.height(), size.width());
+    // A picture may claim a size near the largest int. In single precision, this would be rounded
+    // up to a number that is too large for an int.
     const auto product = [](int length, float factor) {
-        return static_cast<int>(static_cast<float>(length) * factor);
+        constexpr float maximum = 1073741824.0F; // 2 to the power of 30
+        return int(std::min(float(length) * factor, maximum));
     };
 
     int x = 0;
@@ -101,7 +109,7 @@ Cut legacyCut(const QSize& source, const Orientation& orientation, const QSize& 
         x = source.width() / 2 - clipWidth / 2;
     }
     const int clipHeight = product(clipWidth, screenRatio);
-    int y = static_cast<int>(clipHeight / 960.0 * 58.0);
+    int y = int(clipHeight / 960.0 * 58.0);
     QSize clipSize(clipWidth, clipHeight);
     QSize scaledSize = size;
     if (orientation.isOnItsSide()) {
@@ -118,41 +126,34 @@ QImage upright(const QImage& stored, const Orientation& orientation)
     if (orientation.angle != 0) {
         image = image.transformed(
             QTransform().rotate(orientation.angle, Qt::ZAxis), Qt::FastTransformation);
+        image.setColorSpace(stored.colorSpace()); // Rotating loses it.
     }
     return image;
 }
 
-/// What `decode` makes of a reader on the file at `path`; null if there is no such file, or no
-/// memory for its picture.
-QImage load(const QString& path, const std::function<QImage(QImageReader*)>& decode)
-{
-    // The reader would wait for ever on a FIFO, and would look for a missing file's namesakes with
-    // the suffixes of pictures.
-    if (!QFileInfo(path).isFile()) {
-        return QImage();
-    }
-    QImageReader reader(path);
-    return decoded(&reader, decode);
-}
-
-/// Reads the part of a picture that `cutFor` chooses.
+/// Reads the part of a picture that `cutFor` chooses for a screen of `size` pixels.
 template <typename CutFor>
 QImage loadCut(const QString& path, const QSize& size, CutFor cutFor)
 {
-    return load(path, [&](QImageReader* reader) {
-        const Orientation orientation = imageOrientation(path);
-        const Cut cut = cutFor(uprightSize(*reader, orientation), orientation, size);
-        reader->setClipRect(cut.clip);
-        reader->setScaledSize(cut.scaledSize);
-        return upright(reader->read(), orientation);
-    });
+    if (!isScreen(size)) {
+        return QImage();
+    }
+    PictureReader reader(path);
+    const Orientation orientation = imageOrientation(path);
+    const QSize source = uprightSize(reader, orientation);
+    if (!source.isValid()) {
+        return QImage();
+    }
+    const Cut cut = cutFor(source, orientation, size);
+    return upright(reader.read(cut.clip, cut.scaledSize), orientation);
 }
 
 } // namespace
 
 QImage loadBackgroundImage(const QString& path, const QSize& size)
 {
-    return loadCut(path, size, squareCut);
+    const int side = std::max(size.width(), size.height());
+    return loadCut(path, QSize(side, side), squareCut);
 }
 
 QImage loadLegacyBackgroundImage(const QString& path, const QSize& size)
@@ -162,5 +163,5 @@ QImage loadLegacyBackgroundImage(const QString& path, const QSize& size)
 
 QImage loadWholeImage(const QString& path)
 {
-    return load(path, [](QImageReader* reader) { return reader->read(); });
+    return PictureReader(path).read();
 }

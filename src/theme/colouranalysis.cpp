@@ -18,14 +18,15 @@ constexpr int ValueFloor = 20;
 constexpr int WeightShift = 4;
 constexpr int HighlightSaturation = 128;
 constexpr int HighlightValue = 255;
-/// Of a picture that is grey or nearly black.
+/// The dominant colour of a picture that is grey or almost black.
 const QColor FallbackColor(245, 193, 112);
 
-/// The pixel's hue in degrees, from the range `range` above 0 of its channels and the largest of
-/// them. QColor keeps hundredths of a degree, rounded, and tells the whole degrees of these.
+/// The hue of a pixel in degrees. `range`, which must be above 0, is the difference between its
+/// largest and smallest channel. QColor rounds a hue to hundredths of a degree and returns the
+/// whole degrees.
 int hueOf(int red, int green, int blue, int largest, int range)
 {
-    // In 60 degrees, times the range.
+    // The angle in units of 60 degrees, times `range`.
     int sixths = 0;
     if (largest == red) {
         sixths = green - blue + (green < blue ? 6 * range : 0);
@@ -37,15 +38,15 @@ int hueOf(int red, int green, int blue, int largest, int range)
     return int((12000U * unsigned(sixths) + unsigned(range)) / (200U * unsigned(range)));
 }
 
-/// Whether the saturation is above the floor. QColor computes it as 65535 range / value, rounded,
-/// and tells a 257th of that, rounded.
+/// Whether the saturation is above the lower limit. QColor rounds 65535 range / value, and returns
+/// a 257th of it, rounded.
 bool isSaturated(int range, int value)
 {
     constexpr int least = 257 * (SaturationFloor + 1) - 128;
     return 2 * 65535 * range >= (2 * least - 1) * value;
 }
 
-/// The hues of pixels by weight, and the sum of their values.
+/// The weights of the pixels' hues, and the sum of the pixels' values.
 struct HueHistogram
 {
     std::array<quint64, Hues> weights = {};
@@ -109,7 +110,7 @@ void analyseImageColors(const QImage& image, float* averageValue, QColor* domina
 
 QColor highlightFromDominant(const QColor& dominant)
 {
-    // Paler than a dominant colour, and so lighter.
+    // This is paler than the dominant colour, and so it is lighter.
     const QVector<QColor> palette = {
         QColor::fromHsv(210, 127, 255), QColor::fromHsv(240, 102, 255),
         QColor::fromHsv(270, 127, 255)};

@@ -6,10 +6,10 @@
 #include <QString>
 
 /// Fills a record from the moodset file at the local path `filePath`, for a file that the database
-/// does not know. The record must carry the file's URL already, against which its pictures and
-/// tones are resolved.
+/// does not know. The record must have the file's URL already; the paths of its pictures and tones
+/// are relative to it.
 ///
-/// False for a file that cannot be read, is no JSON object, or names no wallpaper; the record is
-/// then left as it was, and nothing is logged. docs/bundle-format.md describes the format. What the
-/// database is filled with is read by MoodsetManager::updateMetaData(), to rules of its own.
+/// False if the file cannot be read, is not a JSON object, or names no wallpaper. The record does
+/// not change then, and nothing is logged. docs/bundle-format.md describes the format. For the
+/// database, MoodsetManager::updateMetaData() reads moodset files, by slightly different rules.
 bool readMoodsetFile(Moodset& moodset, const QString& filePath);

@@ -2,22 +2,21 @@
 #include "profilemanager.h"
 
 #include "profile.h"
-
-#include <QDebug>
+#include "themelog.h"
 
 #include <cstdlib>
 #include <memory>
 
 namespace {
 
-constexpr const char* volumeKey = "ringing.alert.volume";
+constexpr const char* VolumeKey = "ringing.alert.volume";
 
 struct Free
 {
     void operator()(char* text) const { std::free(text); }
 };
 
-/// A text of the profile service, which belongs to the caller.
+/// A text from the profile service. The caller owns it.
 using ServiceText = std::unique_ptr<char, Free>;
 
 QByteArray _profileName(ProfileManager::Profile profile)
@@ -32,8 +31,8 @@ QByteArray _profileName(ProfileManager::Profile profile)
     case ProfileManager::Unknown:
         break;
     }
-    qWarning() << "QByteArray _profileName(ProfileManager::Profile)";
-    qWarning() << "Unknown profile";
+    qCWarning(themeLog) << "QByteArray _profileName(ProfileManager::Profile)";
+    qCWarning(themeLog) << "Unknown profile";
     return {};
 }
 
@@ -55,12 +54,12 @@ ProfileManager::Profile profileFromName(const QByteArray& name)
 
 int ProfileManager::s_instanceCounter = 0;
 
-const std::array<ProfileManager::Tone, ProfileManager::toneCount> ProfileManager::tones{{
+const std::array<ProfileManager::Tone, ProfileManager::ToneCount> ProfileManager::ToneKeys{{
     {"ringing.alert.tone", "ringing.alert.enabled", &ProfileManager::ringerToneFileChanged,
      &ProfileManager::ringerToneEnabledChanged, true},
     {"sms.alert.tone", "sms.alert.enabled", &ProfileManager::messageToneFileChanged,
      &ProfileManager::messageToneEnabledChanged, true},
-    // The chat tone's file alone does not follow the service.
+    // Only the file of the chat tone does not follow the service.
     {"im.alert.tone", "im.alert.enabled", &ProfileManager::chatToneFileChanged,
      &ProfileManager::chatToneEnabledChanged, false},
     {"email.alert.tone", "email.alert.enabled", &ProfileManager::mailToneFileChanged,
@@ -143,7 +142,7 @@ void ProfileManager::setActivateProfileOnChange(bool activate)
 int ProfileManager::ringerVolume()
 {
     if (m_ringerVolume < 0) {
-        m_ringerVolume = profile_get_value_as_int(m_profile.constData(), volumeKey);
+        m_ringerVolume = profile_get_value_as_int(m_profile.constData(), VolumeKey);
         Q_EMIT ringerVolumeChanged();
     }
     return m_ringerVolume;
@@ -155,7 +154,7 @@ void ProfileManager::setRingerVolume(int volume)
         return;
     }
     m_ringerVolume = volume;
-    profile_set_value_as_int(m_profile.constData(), volumeKey, volume);
+    profile_set_value_as_int(m_profile.constData(), VolumeKey, volume);
     Q_EMIT ringerVolumeChanged();
 }
 
@@ -301,11 +300,11 @@ void ProfileManager::setClockAlarmToneEnabled(bool enabled)
 
 void ProfileManager::clear()
 {
-    clearValue(volumeKey);
-    for (const Tone& tone : tones) {
+    clearValue(VolumeKey);
+    for (const Tone& tone : ToneKeys) {
         clearValue(tone.fileKey);
     }
-    for (const Tone& tone : tones) {
+    for (const Tone& tone : ToneKeys) {
         clearValue(tone.enabledKey);
     }
 }
@@ -313,25 +312,25 @@ void ProfileManager::clear()
 void ProfileManager::clearToneSettings(ToneId id)
 {
     if (id == RingerVolume) {
-        clearValue(volumeKey);
+        clearValue(VolumeKey);
     } else if (isToneId(id)) {
         clearValue(tone(id).fileKey);
         clearValue(tone(id).enabledKey);
     } else {
-        qWarning() << "void ProfileManager::clearToneSettings(ProfileManager::ToneId)";
-        qWarning() << "Unknown tone id!";
+        qCWarning(themeLog) << "void ProfileManager::clearToneSettings(ProfileManager::ToneId)";
+        qCWarning(themeLog) << "Unknown tone id!";
     }
 }
 
 void ProfileManager::clearTone(ToneId id)
 {
     if (id == RingerVolume) {
-        clearValue(volumeKey);
+        clearValue(VolumeKey);
     } else if (isToneId(id)) {
         clearValue(tone(id).fileKey);
     } else {
-        qWarning() << "void ProfileManager::clearTone(ProfileManager::ToneId)";
-        qWarning() << "Unknown tone id!";
+        qCWarning(themeLog) << "void ProfileManager::clearTone(ProfileManager::ToneId)";
+        qCWarning(themeLog) << "Unknown tone id!";
     }
 }
 
@@ -353,12 +352,12 @@ bool ProfileManager::isToneId(ToneId id)
 
 const ProfileManager::Tone& ProfileManager::tone(ToneId id)
 {
-    return tones.at(static_cast<std::size_t>(id - RingerTone));
+    return ToneKeys.at(size_t(id - RingerTone));
 }
 
 ProfileManager::ToneCache& ProfileManager::cache(ToneId id)
 {
-    return m_toneCaches.at(static_cast<std::size_t>(id - RingerTone));
+    return m_toneCaches.at(size_t(id - RingerTone));
 }
 
 QString ProfileManager::toneFile(ToneId id)
@@ -371,7 +370,7 @@ QString ProfileManager::toneFile(ToneId id)
     return file;
 }
 
-// An empty file is written every time: the cache may be empty without the service's being so.
+// An empty file is always written: the cache may be empty while the service has a file.
 void ProfileManager::setToneFile(ToneId id, const QString& file)
 {
     QString& cached = cache(id).file;
@@ -447,7 +446,7 @@ void ProfileManager::updateStateCallBack(
 void ProfileManager::updateCache(const char* key, const char* value)
 {
     const QByteArray name(key);
-    if (name == volumeKey) {
+    if (name == VolumeKey) {
         updateVolume(QByteArray(value).toInt());
         return;
     }

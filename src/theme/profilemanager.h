@@ -8,12 +8,13 @@
 
 #include <array>
 
-/// The ringer's volume and the alert tones of one named profile of the profile service, as
-/// properties: what is read is cached, what is set is written through, and changes that others make
-/// are followed. Main thread only.
+/// The ringer's volume and the alert tones of one profile of the profile service, as properties.
+/// Values that were read are cached, new values are written to the service at once, and changes by
+/// other programs are followed. Main thread only.
 ///
-/// A tone's file is a local path, empty for the service's own choice. A cached value stays when the
-/// object turns to another profile, until it is set or the service tells of a change.
+/// The file of a tone is a local path; it is empty if the service chooses the file. If the object
+/// changes to another profile, the cached values stay until they are set or the service reports a
+/// change.
 class ProfileManager : public QObject, public QQmlParserStatus
 {
     Q_OBJECT
@@ -68,16 +69,16 @@ public:
     };
     Q_ENUM(ToneId)
 
-    /// An object that shows the profile "general".
+    /// Shows the profile "general".
     explicit ProfileManager(QObject* parent = nullptr);
     ~ProfileManager() override;
 
-    /// The profile that this object shows; Unknown if its name is none of the three. Setting
+    /// The profile that this object shows. Unknown if its name is none of the three. Setting
     /// Unknown logs two warnings and shows the profile with the empty name, which has no values.
     Profile profile() const;
     void setProfile(Profile profile);
 
-    /// The profile that is in force on the phone; Unknown if its name is none of the three.
+    /// The profile that is active on the phone. Unknown if its name is none of the three.
     Profile activeProfile() const;
     void setActiveProfile(Profile profile);
 
@@ -85,8 +86,8 @@ public:
     bool activateProfileOnChange() const;
     void setActivateProfileOnChange(bool activate);
 
-    /// The volume, as a rule from 0 to 100. The first read, and each one that finds a negative
-    /// value, also emits ringerVolumeChanged().
+    /// The volume, normally from 0 to 100. The first read, and each read of a negative value, also
+    /// emits ringerVolumeChanged().
     int ringerVolume();
     void setRingerVolume(int volume);
 
@@ -125,7 +126,7 @@ public:
     bool clockAlarmToneEnabled();
     void setClockAlarmToneEnabled(bool enabled);
 
-    /// Clears all fifteen values of the profile, so that the service's defaults show.
+    /// Clears all fifteen values of the profile, so that the service's defaults apply.
     Q_INVOKABLE void clear();
 
     /// Clears the volume, or a tone's file and its enabled flag. An unknown id logs two warnings.
@@ -136,7 +137,7 @@ public:
 
     void classBegin() override;
 
-    /// Makes the profile the active one if activateProfileOnChange() holds.
+    /// Makes the profile the active one if activateProfileOnChange() is true.
     void componentComplete() override;
 
 Q_SIGNALS:
@@ -144,7 +145,7 @@ Q_SIGNALS:
     void ringerVolumeChanged();
     void ringerToneFileChanged();
     void messageToneFileChanged();
-    /// Never emitted; the messages' volume is no property.
+    /// Never emitted: the volume of messages is not a property.
     void messageToneVolumeChanged();
     void internetCallToneFileChanged();
     void chatToneFileChanged();
@@ -160,13 +161,14 @@ Q_SIGNALS:
     void clockAlarmToneEnabledChanged();
     void activeProfileChanged();
     void activateProfileOnChangeChanged();
-    /// Any value of this object's profile has changed; twice if the profile is the active one.
+    /// Any value of this object's profile has changed. Emitted twice if the profile is the active
+    /// one.
     void profileUpdated();
 
 private:
     using ChangeSignal = void (ProfileManager::*)();
 
-    /// One tone's place in the service, and the signals of its properties.
+    /// The keys of a tone in the service, and the signals of its properties.
     struct Tone
     {
         const char* fileKey;
@@ -178,14 +180,14 @@ private:
 
     struct ToneCache
     {
-        QString file; // null: not read yet
-        int enabled = -1; // not read yet, else 0 or 1
+        QString file; // null if it was not read yet
+        int enabled = -1; // 0 or 1, or -1 if it was not read yet
     };
 
-    static constexpr int toneCount = 7;
+    static constexpr int ToneCount = 7;
 
     /// In the order of ToneId, from RingerTone on.
-    static const std::array<Tone, toneCount> tones;
+    static const std::array<Tone, ToneCount> ToneKeys;
 
     static bool isToneId(ToneId id);
     static const Tone& tone(ToneId id);
@@ -216,5 +218,5 @@ private:
     QByteArray m_profile = QByteArrayLiteral("general");
     int m_ringerVolume = -1; // not read yet
     bool m_activateProfileOnChange = false;
-    std::array<ToneCache, toneCount> m_toneCaches;
+    std::array<ToneCache, ToneCount> m_toneCaches;
 };

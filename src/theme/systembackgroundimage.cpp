@@ -3,14 +3,12 @@
 
 #include "backgroundpicture.h"
 #include "colouranalysis.h"
+#include "imaging/wallpaperfile.h"
 #include "moodsetfile.h"
+#include "themelog.h"
 
-#include <mgconfitem.h>
-
-#include <QDebug>
 #include <QDir>
 #include <QHash>
-#include <QImageWriter>
 #include <QStandardPaths>
 
 namespace {
@@ -19,21 +17,8 @@ const char* const BuildFunction =
     "Moodset SystemBackgroundImage::buildBackgroundImages(const Moodset&, const QImage&, const "
     "QSize&, const QRectF&, bool)";
 
-/// Moodsets below this version come with a picture in the older layout.
+/// Moodsets with a lower version have a picture in the older layout.
 constexpr int SquarePictureVersion = 2;
-
-constexpr int HomeWallpaperQuality = 93;
-
-/// The part of the highlight colour's brightness that the second highlight colour lacks.
-constexpr int SecondaryHighlightDarkness = 125; // percent
-
-struct BlurParameters
-{
-    float pixelRatio;
-    int rounds;
-    int radius;
-    double sigma;
-};
 
 QString outputDirectory()
 {
@@ -51,23 +36,7 @@ QString homeWallpaperName(const QString& sourcePath)
     return QStringLiteral("/%1hp.jpg").arg(qHash(sourcePath, 0), 0, 16);
 }
 
-template <typename T>
-T setting(const char* name, T defaultValue)
-{
-    const QVariant value =
-        MGConfItem(QStringLiteral("/desktop/velmoor/zerlin/") + QLatin1String(name)).value();
-    return value.isValid() ? value.value<T>() : defaultValue;
-}
-
-BlurParameters blurParameters(const QSize& screen)
-{
-    return {
-        setting("theme_pixel_ratio", static_cast<float>(screen.width() / 540.0)),
-        setting("theme_bg_blur_rounds", 15), setting("theme_bg_blur_radius", 4),
-        setting("theme_bg_blur_sigma", 1.3)};
-}
-
-/// Whether the moodset's wallpaper is one that was converted from the older layout earlier.
+/// Whether the moodset's wallpaper was converted from the older layout before.
 bool isCachedLegacyMoodset(const MoodsetData& record)
 {
     return record.version < SquarePictureVersion
@@ -86,37 +55,44 @@ Moodset SystemBackgroundImage::buildBackgroundImages(
     bool wasValid)
 {
     Moodset built = moodset;
-    const BlurParameters blur = blurParameters(size);
     const Source source = loadSource(&built, size, wasValid);
     if (source.image.isNull()) {
         return Moodset();
     }
     MoodsetData* const record = built.data();
-    setPixelRatio(blur.pixelRatio);
-    setBlurRounds(blur.rounds);
-    setBlurRadius(blur.radius);
-    setBlurSigma(blur.sigma);
+    useBlurParameters(blurParameters(size));
     if (source.home != HomeWallpaper::AsItIs) {
         writeHomeWallpaper(
             record->homeWallpaper, source.image, source.home == HomeWallpaper::Darkened);
     }
-    buildBackgroundImageForPortrait(this, source.image, source.file, applicationImage, rect);
+    buildApplicationWallpaper(source.image, source.file, applicationImage, rect);
     record->applicationWallpaper = appImagePath();
     fillColors(record);
     return built;
 }
 
+void SystemBackgroundImage::useBlurParameters(const BlurParameters& parameters)
+{
+    setBlurParameters(this, parameters);
+}
+
+void SystemBackgroundImage::buildApplicationWallpaper(
+    const QImage& image, const QString& sourcePath, const QImage& applicationImage,
+    const QRectF& rect)
+{
+    buildBackgroundImageForPortrait(this, image, sourcePath, applicationImage, rect);
+}
+
 void SystemBackgroundImage::writeHomeWallpaper(
     const QString& path, const QImage& image, bool darken)
 {
-    QImageWriter writer(path);
-    writer.setQuality(HomeWallpaperQuality);
     QImage copy = image;
     if (darken) {
         VelmoorZerlinBackground::darken(&copy);
     }
-    if (!writer.write(copy)) {
-        qWarning() << "ERROR writing file:" << writer.errorString();
+    const QString error = writeWallpaper(copy, path);
+    if (!error.isEmpty()) {
+        qCWarning(themeLog) << "ERROR writing file:" << error;
     }
 }
 
@@ -143,20 +119,20 @@ SystemBackgroundImage::Source SystemBackgroundImage::loadSource(
     return {loadBackgroundImage(record->homeWallpaper, size), file, HomeWallpaper::AsItIs};
 }
 
-/// Converts the moodset's picture into the cache, unless that was done before.
+/// Converts the moodset's picture and stores the result in the cache, unless this was done before.
 SystemBackgroundImage::Source SystemBackgroundImage::loadLegacyMoodset(
     MoodsetData* record, const QString& file, const QSize& size)
 {
     if (isCachedLegacyMoodset(*record)) {
-        qWarning() << BuildFunction << "using cached legacy moodset image from "
-                   << record->homeWallpaper;
+        qCWarning(themeLog) << BuildFunction << "using cached legacy moodset image from "
+                            << record->homeWallpaper;
         return {loadWholeImage(record->homeWallpaper), file, HomeWallpaper::AsItIs};
     }
     const QImage image = loadLegacyBackgroundImage(record->homeWallpaper, size);
-    qWarning() << BuildFunction << "using legacy moodset image " << record->homeWallpaper;
+    qCWarning(themeLog) << BuildFunction << "using legacy moodset image " << record->homeWallpaper;
     const QString directory = legacyDirectory();
     if (!QDir().mkpath(directory)) {
-        qWarning() << "Could not create legacy wallpaper directory" << directory;
+        qCWarning(themeLog) << "Could not create legacy wallpaper directory" << directory;
         return {};
     }
     record->homeWallpaper = directory + homeWallpaperName(file);
@@ -168,8 +144,8 @@ SystemBackgroundImage::Source SystemBackgroundImage::loadPicture(
 {
     QImage image;
     if (record->version < SquarePictureVersion) {
-        qWarning() << BuildFunction << "building legacy moodset background "
-                   << record->homeWallpaper;
+        qCWarning(themeLog) << BuildFunction << "building legacy moodset background "
+                            << record->homeWallpaper;
         image = loadLegacyBackgroundImage(file, size);
     } else {
         image = loadBackgroundImage(file, size);
@@ -178,7 +154,7 @@ SystemBackgroundImage::Source SystemBackgroundImage::loadPicture(
     return {image, file, HomeWallpaper::Darkened};
 }
 
-/// Gives the record the colours that it does not bring along.
+/// Gives the record the colours that it lacks.
 void SystemBackgroundImage::fillColors(MoodsetData* record) const
 {
     const auto fill = [](QColor* color, const QColor& value) {
@@ -187,9 +163,7 @@ void SystemBackgroundImage::fillColors(MoodsetData* record) const
         }
     };
     fill(&record->highlightColor, highlightFromDominant(m_dominantColor));
-    fill(
-        &record->secondaryHighlightColor,
-        record->highlightColor.darker(SecondaryHighlightDarkness));
-    fill(&record->primaryColor, QColor(255, 255, 255, 255));
-    fill(&record->secondaryColor, QColor(255, 255, 255, 176));
+    fill(&record->secondaryHighlightColor, secondaryHighlightFrom(record->highlightColor));
+    fill(&record->primaryColor, usualPrimaryColor());
+    fill(&record->secondaryColor, usualSecondaryColor());
 }

@@ -3,18 +3,17 @@
 
 #include "accessory/partnerspacemanager.h"
 #include "content/colorstring.h"
-#include "content/contentmanager.h"
 #include "content/downloadmanager.h"
-#include "content/moodsetcontent.h"
-#include "decodableimage.h"
 #include "indexing/filemanager.h"
 #include "moodset/moodsetmanager.h"
 #include "systembackgroundimage.h"
+#include "themelog.h"
 #include "tonetable.h"
 
+#include <freedescriptors.h>
 #include <mgconfitem.h>
+#include <picturereader.h>
 
-#include <QDebug>
 #include <QDir>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -34,10 +33,16 @@ constexpr int MaxRingerVolume = 100;
 constexpr int DefaultScreenWidth = 540; // pixels
 constexpr int DefaultScreenHeight = 960; // pixels
 
-template <typename Manager>
-Manager* managerOf(MoodsetContent::Type type)
+/// The number of descriptors that a request may need, besides those of its download: for files, for
+/// the threads that scale and download pictures, and for the store's connection.
+constexpr int RequestDescriptors = 24;
+/// The number of descriptors that a download may need: two sockets, and a thread for the host's
+/// address with one more.
+constexpr int DownloadDescriptors = 4;
+
+void warnOfDescriptors(const char* function, const QUrl& url)
 {
-    return static_cast<Manager*>(ContentManager::managerFromType(type));
+    qCWarning(themeLog) << function << "Too few file descriptors are left for" << url;
 }
 
 void writeKey(const char* key, const QString& value)
@@ -60,8 +65,9 @@ QString picturesDirectory()
                                : locations.first();
 }
 
-/// The path of the next downloaded picture, numbered by how many there are. A gap in the numbers
-/// makes it that of an earlier one, which is then overwritten: the only way one ever goes.
+/// The path of the next downloaded picture. Its number is the number of the pictures that exist. If
+/// there is a gap in the numbers, this is the path of an earlier picture, which is overwritten;
+/// downloaded pictures are never removed in another way.
 QString onlineImagePath()
 {
     const QString pictures = picturesDirectory();
@@ -71,8 +77,8 @@ QString onlineImagePath()
         + QString::number(names.count()) + QStringLiteral(".jpg");
 }
 
-/// Returns the memory of pictures that are gone to the system, from which the C library would keep
-/// as much as the next ones may need.
+/// Returns the memory of released pictures to the system. The C library would keep it for later
+/// allocations.
 void giveMemoryBack()
 {
 #ifdef __GLIBC__
@@ -84,7 +90,7 @@ void giveMemoryBack()
 
 SystemTheme::SystemTheme(QObject* parent)
     : QObject(parent)
-    , m_moodsetManager(managerOf<MoodsetManager>(MoodsetContent::Moodset))
+    , m_moodsetManager(MoodsetManager::fromRegistry())
 {
     connect(
         m_moodsetManager, &MoodsetManager::activeMoodsetUpdated, this,
@@ -93,6 +99,10 @@ SystemTheme::SystemTheme(QObject* parent)
 
 void SystemTheme::generateMoodset(const QUrl& imageUrl, bool makeCurrent)
 {
+    if (!areDescriptorsFree(RequestDescriptors)) {
+        warnOfDescriptors("void SystemTheme::generateMoodset(const QUrl&, bool)", imageUrl);
+        return;
+    }
     if (makeCurrent) {
         m_currentUrl = imageUrl;
     }
@@ -115,6 +125,11 @@ void SystemTheme::generateMoodset(const QUrl& imageUrl, bool makeCurrent)
 
 void SystemTheme::fetchOnlineImage(const QUrl& url)
 {
+    // However many downloads are running, enough descriptors must remain for the next request.
+    if (!areDescriptorsFree(RequestDescriptors + (m_downloads + 1) * DownloadDescriptors)) {
+        warnOfDescriptors("void SystemTheme::fetchOnlineImage(const QUrl&)", url);
+        return;
+    }
     if (!m_networkManager) {
         m_networkManager = new QNetworkAccessManager(this);
         connect(
@@ -122,31 +137,34 @@ void SystemTheme::fetchOnlineImage(const QUrl& url)
             &SystemTheme::onlineImageReady);
     }
     m_networkManager->get(QNetworkRequest(url));
+    ++m_downloads;
 }
 
 void SystemTheme::onlineImageReady(QNetworkReply* reply)
 {
+    --m_downloads;
     if (reply->error() != QNetworkReply::NoError) {
-        // The reply goes with its manager.
-        qWarning() << ImageReadyFunction << "Error in" << reply->url() << ":"
-                   << reply->errorString();
+        // The reply is deleted together with its manager.
+        qCWarning(themeLog) << ImageReadyFunction << "Error in" << reply->url() << ":"
+                            << reply->errorString();
         return;
     }
     reply->deleteLater();
     const QString path = onlineImagePath();
-    // The picture and the file are gone when the wallpapers are made, which takes memory, too.
-    if (!imageFromData(reply->readAll()).save(path, nullptr, -1)) {
-        qWarning() << "Failed to save online image..." << path;
+    // The decoded picture and the downloaded bytes are released before the wallpapers are made,
+    // which also needs memory.
+    if (!PictureReader(reply->readAll()).read().save(path, nullptr, -1)) {
+        qCWarning(themeLog) << "Failed to save online image..." << path;
         return;
     }
     const qint64 id = insertFile(path);
     if (id == 0) {
-        qWarning() << ImageReadyFunction;
-        qWarning() << "Failed to insert new image into database";
+        qCWarning(themeLog) << ImageReadyFunction;
+        qCWarning(themeLog) << "Failed to insert new image into database";
         return;
     }
     if (!m_downloadManager) {
-        m_downloadManager = managerOf<DownloadManager>(MoodsetContent::Download);
+        m_downloadManager = DownloadManager::fromRegistry();
     }
     m_downloadManager->create(id, reply->url());
     generateWallpapersFrom(Moodset(new MoodsetData(id, QUrl::fromLocalFile(path))), false);
@@ -155,7 +173,7 @@ void SystemTheme::onlineImageReady(QNetworkReply* reply)
 qint64 SystemTheme::insertFile(const QString& path)
 {
     if (!m_fileManager) {
-        m_fileManager = managerOf<FileManager>(MoodsetContent::File);
+        m_fileManager = FileManager::fromRegistry();
     }
     return m_fileManager->insertFile(path);
 }
@@ -169,7 +187,7 @@ void SystemTheme::generateWallpapersFrom(const Moodset& moodset, bool wasValid)
     const int side = std::max(m_screenSize.width(), m_screenSize.height());
     const Moodset built = builder.buildBackgroundImages(
         moodset, QImage(), m_screenSize, QRectF(0, 0, side, side), wasValid);
-    // Behind the reply to whoever asked for this.
+    // This runs after the reply to the client has been sent.
     QTimer::singleShot(0, this, giveMemoryBack);
     if (built) {
         applyMoodset(built);
@@ -191,24 +209,27 @@ void SystemTheme::applyMoodset(const Moodset& moodset)
         PartnerSpaceManager::instance()->setPartnerSpace(moodset->partnerSpace);
     }
     m_moodsetManager->create(moodset);
-    Q_EMIT moodsetCreated(static_cast<int>(moodset->id));
+    Q_EMIT moodsetCreated(int(moodset->id));
 }
 
 void SystemTheme::writeKeys(const Moodset& moodset)
 {
-    // The request, not the wallpaper: by its path the active moodset is known.
+    // This is the path of the request, not of the wallpaper: it identifies the active moodset.
     writeKey("/desktop/tuvalo/background/portrait/picture_filename", m_imageUrl.toLocalFile());
     writeKey("/desktop/zavro/background/portrait/home_picture_filename", moodset->homeWallpaper);
     writeKey(
         "/desktop/zavro/background/portrait/app_picture_filename", moodset->applicationWallpaper);
     applyThemeColors(moodset);
-    // Last, when the wallpapers and the colours stand.
+    // This comes last, when the wallpapers and the colours are written.
     writeKey("/desktop/zavro/theme/active_moodset", moodset->url.toLocalFile());
     MGConfItem::sync();
 }
 
 void SystemTheme::applyThemeColors(const Moodset& moodset)
 {
+    if (!moodset) {
+        return;
+    }
     writeKey("/desktop/zavro/theme/color/highlight", colorToString(moodset->highlightColor));
     writeKey(
         "/desktop/zavro/theme/color/secondaryHighlight",
@@ -217,7 +238,7 @@ void SystemTheme::applyThemeColors(const Moodset& moodset)
     writeKey("/desktop/zavro/theme/color/secondary", colorToString(moodset->secondaryColor));
 }
 
-/// A volume out of range leaves the profile as it is.
+/// A volume outside of the range does not change the profile.
 void SystemTheme::applyRingerVolume(int volume)
 {
     if (volume < 0 || volume > MaxRingerVolume) {
@@ -228,12 +249,12 @@ void SystemTheme::applyRingerVolume(int volume)
         volume == 0 ? ProfileManager::Silent : ProfileManager::General);
 }
 
-/// A tone with a file is enabled, whatever its bit says; one without is switched off by its clear
-/// bit, and else left as the user has it.
+/// A tone with a file is enabled, whatever its bit is. A tone without a file is disabled if its bit
+/// is clear, and otherwise does not change.
 void SystemTheme::applyTones(const Moodset& moodset)
 {
     for (int i = 0; i < Tones::Count; ++i) {
-        const ToneRow& row = toneTable.at(static_cast<size_t>(i));
+        const ToneRow& row = ToneTable.at(size_t(i));
         const auto resource = moodset->resources.constFind(QLatin1String(row.key));
         if (resource != moodset->resources.constEnd()) {
             const QUrl url = resource->toMap().value(QStringLiteral("url")).toUrl();

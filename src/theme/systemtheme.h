@@ -14,13 +14,14 @@ class MoodsetManager;
 class QNetworkAccessManager;
 class QNetworkReply;
 
-/// Makes moodsets and puts them into force: the state of the system follows from the keys of the
-/// key/value store and the profile values that this object writes. docs/theme.md lists them.
+/// Makes moodsets and applies them: this object writes the keys of the key/value store and the
+/// values of the profile that decide how the system looks and sounds. docs/theme.md lists them.
 ///
-/// A request is a URL: of a moodset file, of a picture, or of a picture on the network, which is
-/// downloaded first and then belongs to the user's pictures. Requests run to their end inside the
-/// call but for the download. No failure is reported but in the log; the theme then stays as it
-/// was. Main thread only.
+/// A request is the URL of a moodset file, of a picture, or of a picture on the network, which is
+/// downloaded first and then belongs to the user's pictures. Except for the download, a request is
+/// finished when the call returns. Failures are only logged; the theme does not change then. If the
+/// process has too few file descriptors left, the request is refused with a warning. Main thread
+/// only.
 class SystemTheme : public QObject
 {
     Q_OBJECT
@@ -29,15 +30,14 @@ public:
     explicit SystemTheme(QObject* parent);
 
 Q_SIGNALS:
-    /// A moodset has been made or has come into force, and is stored. `key` is the low half of its
-    /// id.
+    /// A moodset has been made or applied, and is stored. `key` is the low half of its id.
     void moodsetCreated(int key);
 
 public Q_SLOTS:
-    /// Makes a moodset from a URL, or finds the one that it has, and stores it; with `makeCurrent`
-    /// it also comes into force. A request for the same URL as the last one with `makeCurrent`
-    /// counts as one with it. Whether a download's moodset comes into force is decided at its end,
-    /// by the latest request: it does if that was one with `makeCurrent`, whatever its URL.
+    /// Makes a moodset from a URL, or finds the existing one, and stores it. With `makeCurrent` it
+    /// is also applied. A request for the same URL as the last one with `makeCurrent` counts as one
+    /// with `makeCurrent`. When a download ends, the latest request decides whether its moodset is
+    /// applied: it is if that request was one with `makeCurrent`, whatever its URL.
     void generateMoodset(const QUrl& imageUrl, bool makeCurrent);
 
 private Q_SLOTS:
@@ -56,13 +56,15 @@ private:
 
     /// The latest request.
     QUrl m_imageUrl;
-    /// The latest request that was to come into force.
+    /// The latest request with `makeCurrent`.
     QUrl m_currentUrl;
-    /// In pixels; invalid until the first wallpapers are made.
+    /// The size in pixels. Invalid until the first wallpapers are made.
     QSize m_screenSize;
     ProfileManager m_profileManager;
     MoodsetManager* m_moodsetManager;
     FileManager* m_fileManager = nullptr;
     DownloadManager* m_downloadManager = nullptr;
     QNetworkAccessManager* m_networkManager = nullptr;
+    /// The number of running downloads.
+    int m_downloads = 0;
 };

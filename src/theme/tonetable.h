@@ -6,18 +6,19 @@
 
 #include <array>
 
-/// Where a moodset's tone goes in the tone profile.
+/// The keys of a moodset's tone in the tone profile.
 struct ToneRow
 {
-    /// The tone's key among the moodset's resources and in moodset files.
+    /// The key of the tone in the moodset's resources and in moodset files.
     const char* key;
     ProfileManager::ToneId id;
     void (ProfileManager::*setFile)(const QString& file);
     void (ProfileManager::*setEnabled)(bool enabled);
 };
 
-/// The tones by their bits in MoodsetData::enabledSounds, which is not the order of the ids.
-constexpr std::array<ToneRow, Tones::Count> toneTable{{
+/// The tones in the order of their bits in MoodsetData::enabledSounds, which differs from the order
+/// of the ids.
+constexpr std::array<ToneRow, Tones::Count> ToneTable{{
     {"ringerToneFile", ProfileManager::RingerTone, &ProfileManager::setRingerToneFile,
      &ProfileManager::setRingerToneEnabled},
     {"messageToneFile", ProfileManager::MessageTone, &ProfileManager::setMessageToneFile,
@@ -33,3 +34,4 @@ constexpr std::array<ToneRow, Tones::Count> toneTable{{
     {"clockAlarmToneFile", ProfileManager::ClockAlarmTone, &ProfileManager::setClockAlarmToneFile,
      &ProfileManager::setClockAlarmToneEnabled},
 }};
+static_assert(ToneTable.back().key != nullptr, "a tone has no row");

@@ -29,11 +29,11 @@ QDBusMessage busCall(const char* method)
         QStringLiteral("org.freedesktop.DBus"), QLatin1String(method));
 }
 
-/// A call about the rule that lets a key's own changes through and those of directories above it,
-/// or all changes below a directory.
+/// The call that adds or removes a rule for a path. For a key, the rule selects changes of the key
+/// and of the directories above it; for a directory, all changes below it.
 QDBusMessage matchCall(const char* method, const QByteArray& path)
 {
-    // Within a rule's quotes, a quote stands outside of them, behind a backslash.
+    // In the quoted value of a rule, a quote must be outside of the quotes, after a backslash.
     const QString quoted =
         QString::fromUtf8(path).replace(QLatin1Char('\''), QLatin1String("'\\''"));
     QDBusMessage message = busCall(method);
@@ -63,12 +63,12 @@ void DconfWatch::add(const QByteArray& path)
 
 void DconfWatch::remove(const QByteArray& path)
 {
-    // Nothing depends on its outcome.
+    // Nothing depends on the result.
     static_cast<void>(m_bus.send(matchCall("RemoveMatch", path)));
 }
 
-// QDBusConnection::connectToBus() would wait for a bus that stands still. To Qt this is a
-// connection to a peer, so the bus's greeting and rules are left to us.
+// QDBusConnection::connectToBus() would block if the bus hangs. For Qt, this is a connection to a
+// peer, so this class sends the bus's greeting and the rules itself.
 void DconfWatch::connectToBus()
 {
     m_bus = QDBusConnection::connectToPeer(sessionBusAddress(), ConnectionName);
@@ -93,13 +93,13 @@ QDBusPendingCallWatcher* DconfWatch::call(const QDBusMessage& message)
 void DconfWatch::handleNotify(const QString& prefix, const QStringList& changes, const QString& tag)
 {
     Q_UNUSED(tag)
-    // The empty change stands for the prefix itself.
+    // An empty change means the prefix itself.
     for (const QString& change : changes) {
         Q_EMIT changed((prefix + change).toUtf8());
     }
 }
 
-// The client library of the store ends the process too, as soon as it has written.
+// The client library of the store also ends the process, from its first write on.
 void DconfWatch::handleLostBus()
 {
     if (m_isOnBus) {

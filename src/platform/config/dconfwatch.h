@@ -11,27 +11,28 @@ class QDBusPendingCallWatcher;
 
 /// Follows the changes that the key/value store's service announces on the session bus.
 ///
-/// The store's client library can do so too, on a bus connection with two threads of its own; that
-/// takes more than 1 MiB of memory, and its unused timeout wakes the process once, 25 s later. This
-/// shares Qt's thread, and takes nothing until the first watch.
+/// The store's client library can do this too, on a bus connection with two threads of its own.
+/// That takes more than 1 MiB of memory, and its unused timeout wakes the process once, after 25 s.
+/// This class shares Qt's thread, and needs nothing until the first watch.
 ///
-/// Never waits for the bus. Without one nothing is followed; the process ends with the one that it
-/// has had. Main thread only.
+/// It never waits for the bus. If there is no bus, nothing is followed. If the connection is lost,
+/// the process ends. Main thread only.
 class DconfWatch : public QObject
 {
     Q_OBJECT
 public:
     explicit DconfWatch(QObject* parent = nullptr);
 
-    /// Asks for the changes of a key, or of all below a directory, until remove() has been called
+    /// Reports changes of a key, or of all keys below a directory, until remove() has been called
     /// as often.
     void add(const QByteArray& path);
     void remove(const QByteArray& path);
 
 Q_SIGNALS:
-    /// The key `path`, or any key below the directory `path`, may have another value now. Comes
-    /// from the event loop: for each announced change, own ones included, and once after each
-    /// add(), for what has changed before the bus knew of the watch.
+    /// The key `path`, or any key below the directory `path`, may have another value now. This is
+    /// emitted from the event loop for each announced change, including own ones. It is also
+    /// emitted once after each add(), because a value may have changed before the bus knew the
+    /// rule.
     void changed(const QByteArray& path);
 
 private Q_SLOTS:

@@ -90,7 +90,7 @@ QVariant bytesFromGVariant(GVariant* value)
 {
     gsize size = 0;
     const void* const data = g_variant_get_fixed_array(value, &size, 1);
-    return QByteArray(static_cast<const char*>(data), static_cast<int>(size));
+    return QByteArray(static_cast<const char*>(data), int(size));
 }
 
 QVariant textsFromGVariant(GVariant* value)
@@ -192,15 +192,15 @@ QVariant fromGVariant(GVariant* value)
     case G_VARIANT_CLASS_BOOLEAN:
         return g_variant_get_boolean(value) != FALSE;
     case G_VARIANT_CLASS_BYTE:
-        return static_cast<uint>(g_variant_get_byte(value));
+        return uint(g_variant_get_byte(value));
     case G_VARIANT_CLASS_INT16:
-        return static_cast<int>(g_variant_get_int16(value));
+        return int(g_variant_get_int16(value));
     case G_VARIANT_CLASS_UINT16:
-        return static_cast<uint>(g_variant_get_uint16(value));
+        return uint(g_variant_get_uint16(value));
     case G_VARIANT_CLASS_INT32:
-        return static_cast<int>(g_variant_get_int32(value));
+        return int(g_variant_get_int32(value));
     case G_VARIANT_CLASS_UINT32:
-        return static_cast<uint>(g_variant_get_uint32(value));
+        return uint(g_variant_get_uint32(value));
     case G_VARIANT_CLASS_INT64:
         return static_cast<qlonglong>(g_variant_get_int64(value));
     case G_VARIANT_CLASS_UINT64:

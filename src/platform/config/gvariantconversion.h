@@ -5,14 +5,14 @@
 
 #include <QVariant>
 
-/// `value` as the key/value store's type: booleans as b, integers as i, u, x or t by their width
-/// and sign, floating-point numbers as d, QString as s, QStringList as as, QByteArray as ay,
-/// QVariantMap as a{sv} and QVariantList as av, the last two with elements of these types. Null for
-/// any other type, for an invalid element and for a text with a NUL in it, which the store's would
-/// end at.
+/// Converts `value` to the store's type: bool to b, integers to i, u, x or t by their size and
+/// sign, floating-point numbers to d, QString to s, QStringList to as, QByteArray to ay,
+/// QVariantMap to a{sv} and QVariantList to av. The elements of maps and lists must have these
+/// types, too. Null for any other type, for an invalid element, and for a text that contains a NUL,
+/// because the store's texts end at a NUL.
 GVariantPointer toGVariant(const QVariant& value);
 
-/// The reverse: besides those, integers of other widths come as the next wider type of the list, a
-/// dictionary with text keys as a QVariantMap whatever its values, any other array as a
-/// QVariantList. An invalid variant for any other type. `value` must not be null.
+/// Converts back. Integers of other sizes become the next larger type of the list, a dictionary
+/// with text keys becomes a QVariantMap whatever its values are, and any other array becomes a
+/// QVariantList. Any other type gives an invalid variant. `value` must not be null.
 QVariant fromGVariant(GVariant* value);

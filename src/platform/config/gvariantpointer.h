@@ -13,7 +13,8 @@ struct GVariantUnref
 /// Owns one reference to a GVariant, or is null.
 using GVariantPointer = std::unique_ptr<GVariant, GVariantUnref>;
 
-/// Takes over `value`, a new one (which GLib hands out "floating") or a reference of the caller's.
+/// Takes over `value`: a new one, which is "floating" in GLib's terms, or a reference that the
+/// caller owns.
 inline GVariantPointer takeGVariant(GVariant* value)
 {
     return GVariantPointer(value != nullptr ? g_variant_take_ref(value) : nullptr);

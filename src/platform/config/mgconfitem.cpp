@@ -3,14 +3,14 @@
 #include "gvariantconversion.h"
 
 #include "mgconfitem.h"
+#include "platformlog.h"
 
-#include <QDebug>
 #include <QMetaMethod>
 
 struct MGConfItemPrivate
 {
-    QByteArray key; // empty if malformed
-    GVariantPointer announced; // the value that listeners know of, while followed
+    QByteArray key; // empty if it is malformed
+    GVariantPointer announced; // the value that listeners know, while the item is followed
     bool followed = false;
 };
 
@@ -33,7 +33,7 @@ MGConfItem::MGConfItem(const QString& key, QObject* parent)
     if (DconfStore::isKey(key)) {
         m_d->key = key.toUtf8();
     } else {
-        qWarning() << "Not a key of the key/value store:" << key;
+        qCWarning(platformLog) << "Not a key of the key/value store:" << key;
     }
 }
 
@@ -55,8 +55,9 @@ QVariant MGConfItem::value() const
     }
     QVariant value = fromGVariant(stored.get());
     if (!value.isValid()) {
-        qWarning() << "Cannot read the type of a stored value:" << QString::fromUtf8(m_d->key)
-                   << g_variant_get_type_string(stored.get());
+        qCWarning(platformLog) << "Cannot read the type of a stored value:"
+                               << QString::fromUtf8(m_d->key)
+                               << g_variant_get_type_string(stored.get());
     }
     return value;
 }
@@ -74,10 +75,11 @@ void MGConfItem::set(const QVariant& value)
     }
     const GVariantPointer stored = toGVariant(value);
     if (value.isValid() && !stored) {
-        qWarning() << "Cannot store a value of this type:" << QString::fromUtf8(m_d->key) << value;
+        qCWarning(platformLog) << "Cannot store a value of this type:"
+                               << QString::fromUtf8(m_d->key) << value;
         return;
     }
-    // A failure has been logged, and there is nobody to tell.
+    // The failure has been logged, and nobody else needs to know.
     static_cast<void>(DconfStore::instance().write(m_d->key, stored.get()));
 }
 
@@ -86,7 +88,7 @@ void MGConfItem::sync()
     DconfStore::instance().sync();
 }
 
-// Most items are made to set or read one value. Those cost no watch, which is bus traffic.
+// Most items only set or read one value. They need no watch, which would cause bus traffic.
 void MGConfItem::connectNotify(const QMetaMethod& signal)
 {
     if (signal == QMetaMethod::fromSignal(&MGConfItem::valueChanged)) {
@@ -106,8 +108,8 @@ void MGConfItem::follow()
     connect(&store, &DconfStore::changed, this, &MGConfItem::announceChange);
 }
 
-// The store tells of more than there is: of a whole directory, of a value that is the default, of
-// anything that may have happened before a watch was in force. Hence the comparison.
+// The store reports more than real changes: a whole directory, a value that equals the default, or
+// anything that may have changed before the watch existed. So the values are compared.
 void MGConfItem::announceChange(const QByteArray& path)
 {
     if (!touchesKey(path, m_d->key)) {
@@ -118,6 +120,6 @@ void MGConfItem::announceChange(const QByteArray& path)
         return;
     }
     m_d->announced = std::move(current);
-    // Own changes come from inside set(), where listeners must not run.
+    // A change by this process is reported inside set(), where listeners must not run.
     QMetaObject::invokeMethod(this, &MGConfItem::valueChanged, Qt::QueuedConnection);
 }

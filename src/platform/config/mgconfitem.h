@@ -10,43 +10,44 @@ struct MGConfItemPrivate;
 /// One key of the user's key/value store, which all processes of the user share.
 ///
 /// Values are booleans, integers, double, QString, QStringList, QByteArray, and QVariantList and
-/// QVariantMap of these. A float comes back as a double, a short integer as a longer one. Nothing
-/// is cached: an item costs little, and many may be made on one key.
+/// QVariantMap of these. A float is read as a double, and a short integer as a longer one. Nothing
+/// is cached. An item needs little memory, and there may be many items for one key.
 ///
-/// Main thread only, after the application object is made. No function but sync() waits for
-/// anything, with a store that is missing, broken or hung neither: then values read as unset or as
-/// last stored, and a value that cannot be stored is taken back soon after set(), with a second
-/// valueChanged(). The process ends with its session bus once it has followed or set a key.
+/// Main thread only. The application object must exist. Only sync() waits, even if the store is
+/// missing, damaged or hangs. Then a value is read as unset or as it was last stored. If a value
+/// cannot be stored, it is changed back soon after set(), and valueChanged() is emitted again. If
+/// the process has followed or set a key and loses its session bus, it ends.
 class MGConfItem : public QObject
 {
     Q_OBJECT
 public:
-    /// An item on `key`, such as "/desktop/vendor/thing". A key that has no "/" in front, has one
-    /// at its end or two in a row, or has a NUL in it is warned of once and is never set.
+    /// An item for `key`, such as "/desktop/vendor/thing". If a key does not begin with "/", ends
+    /// with "/", or contains "//" or a NUL, there is one warning, and the key is never set.
     explicit MGConfItem(const QString& key, QObject* parent = nullptr);
     ~MGConfItem() override;
 
-    /// The value, the system's default if the user has none, or an invalid variant if there is
-    /// neither or it has a type that is not in the list above (a warning).
+    /// The user's value, or else the system's default. An invalid variant if there is neither, or
+    /// if the type is not in the list above (a warning).
     QVariant value() const;
 
-    /// The same, with `defaultValue` in place of an invalid variant.
+    /// The same value, or `defaultValue` if it is invalid.
     QVariant value(const QVariant& defaultValue) const;
 
-    /// Sets the value, or clears the user's if `value` is invalid. A type that is not in the list
-    /// above, and a text with a NUL in it, change nothing but the log (a warning). Other items of
-    /// this process see the value at once, other processes soon; it outlives this process for sure
-    /// only after sync() or the application's orderly end.
+    /// Sets the value, or clears the user's value if `value` is invalid. Nothing changes, and a
+    /// warning is logged, if the type is not in the list above, if a text contains a NUL, or if
+    /// this is the first value that the process sets and it has too few file descriptors left.
+    /// Other items of this process see the value at once, and other processes see it soon. It is
+    /// certainly stored only after sync() or after the application's normal end.
     void set(const QVariant& value);
 
-    /// Returns when all that this process has set is stored, or has failed. A store that stands
-    /// still is given up after 25 s for each value.
+    /// Returns when all values that this process has set are stored or have failed. If the store
+    /// hangs, this takes 25 s for each value.
     static void sync();
 
 Q_SIGNALS:
-    /// The value has changed, by whomever, this object included. Always comes from the event loop,
-    /// once per change to each item of the key. An item counts changes from its first connection
-    /// on.
+    /// The value has changed, by this object or by anyone else. It is always emitted from the event
+    /// loop, once per change for each item of the key. An item sees changes only after its first
+    /// connection.
     void valueChanged();
 
 protected:

@@ -16,16 +16,17 @@ const QLatin1String ServiceName("org.sigxcpu.Feedback");
 const QLatin1String ServicePath("/org/sigxcpu/Feedback");
 const QLatin1String ServiceInterface("org.sigxcpu.Feedback");
 
-/// By this name the service keeps a volume setting for each application.
+/// The service keeps a volume setting for each application under this name.
 const QLatin1String ApplicationId("com.zavro.moodsetd");
 
-/// A sound that comes later than this says nothing any more.
+/// A sound that comes later than this means nothing to the user any more.
 constexpr int AnswerTimeout = 5000; // milliseconds
 
-/// The event's length that plays each of its feedbacks once.
+/// The timeout of an event that plays each of its feedbacks once.
 constexpr int OnceOnly = -1;
 
-/// The reason for the end of an event that the theme does not have; the service sends it unsigned.
+/// The reason for the end of an event that is not in the theme. The service sends it as an unsigned
+/// number.
 constexpr quint32 NotFound = std::numeric_limits<quint32>::max();
 
 QDBusPendingCall askBus(const QString& method, const QVariantList& arguments)
@@ -37,7 +38,8 @@ QDBusPendingCall askBus(const QString& method, const QVariantList& arguments)
     return QDBusConnection::sessionBus().asyncCall(call);
 }
 
-/// Calls `receive` with the finished call. Also an error that is known at once comes later.
+/// Calls `receive` with the finished call, always from the event loop, even if an error is known at
+/// once.
 template <typename Receiver>
 void whenFinished(const QDBusPendingCall& call, QObject* context, Receiver receive)
 {
@@ -59,7 +61,7 @@ Client::Client(QObject* parent)
 {
 }
 
-// The subscriptions come before the questions, so that no change is missed in between.
+// The signals are connected before the calls are sent, so no change is missed.
 void Client::connect()
 {
     if (m_isFollowing) {
@@ -70,7 +72,7 @@ void Client::connect()
     auto* const watcher =
         new QDBusServiceWatcher(ServiceName, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &Client::noteOwner);
-    // From any sender: to filter by the service's name, Qt would wait for the bus here.
+    // This accepts any sender: to filter by the service's name, Qt would wait for the bus here.
     bus.connect(
         QString(), ServicePath, ServiceInterface, QStringLiteral("FeedbackEnded"), this,
         SLOT(noteEnd(QDBusMessage)));
@@ -132,18 +134,25 @@ void Client::noteOwner(const QString& name, const QString& former, const QString
 void Client::noteReply(quint32 id, const QDBusPendingCallWatcher& call)
 {
     const QDBusPendingReply<quint32> reply = call;
-    const bool hasBegun = reply.isValid();
-    const bool hasEnded = hasBegun && m_endedEarly.contains(reply.value());
-    const bool wasFound = hasEnded && m_endedEarly.take(reply.value()) != NotFound;
+    const bool hasFailed = reply.isError() || !begin(id, reply.value());
     --m_unanswered;
     if (m_unanswered == 0) {
         m_endedEarly.clear();
     }
-    if (hasBegun && !hasEnded) {
-        m_running.insert(reply.value(), id);
-    } else if (!wasFound) {
+    if (hasFailed) {
         fail(id);
     }
+}
+
+/// Follows an event that the service has begun under the number `event`. False if the event has
+/// ended already because the theme does not have it.
+bool Client::begin(quint32 id, quint32 event)
+{
+    if (m_endedEarly.contains(event)) {
+        return m_endedEarly.take(event) != NotFound;
+    }
+    m_running.insert(event, id);
+    return true;
 }
 
 void Client::noteEnd(const QDBusMessage& message)
@@ -153,15 +162,15 @@ void Client::noteEnd(const QDBusMessage& message)
     }
     const quint32 event = message.arguments().at(0).toUInt();
     const quint32 reason = message.arguments().at(1).toUInt();
-    const auto known = m_running.constFind(event);
-    if (known != m_running.constEnd()) {
-        const quint32 id = *known;
-        m_running.erase(known);
-        if (reason == NotFound) {
-            fail(id);
+    if (!m_running.contains(event)) {
+        if (m_unanswered > 0) {
+            m_endedEarly.insert(event, reason);
         }
-    } else if (m_unanswered > 0) {
-        m_endedEarly.insert(event, reason);
+        return;
+    }
+    const quint32 id = m_running.take(event);
+    if (reason == NotFound) {
+        fail(id);
     }
 }
 

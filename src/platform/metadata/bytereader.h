@@ -6,8 +6,8 @@
 
 #include <utility>
 
-/// Reads numbers and pieces from the beginning of some bytes to their end. Reading past the end
-/// gives zeros and empty pieces, and makes the reader bad for good.
+/// Reads numbers and pieces of some bytes, from the beginning to the end. Reading past the end
+/// gives zeros and empty pieces, and isGood() is false from then on.
 class ByteReader
 {
 public:
@@ -19,9 +19,9 @@ public:
     {
     }
 
-    /// Whether all that was read was there.
-    [[nodiscard]] bool isGood() const { return m_good; }
-    [[nodiscard]] int position() const { return m_position; }
+    /// Whether nothing was read past the end.
+    bool isGood() const { return m_good; }
+    int position() const { return m_position; }
 
     quint8 u8() { return number<quint8>(); }
     quint16 u16() { return number<quint16>(); }

@@ -5,10 +5,10 @@
 
 namespace {
 
-constexpr int kSecondsPerMinute = 60;
-constexpr int kSecondsPerHour = 3600;
+constexpr int SecondsPerMinute = 60;
+constexpr int SecondsPerHour = 3600;
 // The zones of the world reach from -12 to +14 hours.
-constexpr int kMaximumOffset = 14 * kSecondsPerHour;
+constexpr int MaximumOffset = 14 * SecondsPerHour;
 
 bool isDigit(char c)
 {
@@ -20,13 +20,12 @@ class Scanner
 {
 public:
     explicit Scanner(const QByteArray& text)
-        : m_text(
-            text.left(static_cast<int>(qstrnlen(text.constData(), uint(text.size())))).trimmed())
+        : m_text(text.left(int(qstrnlen(text.constData(), uint(text.size())))).trimmed())
     {
     }
 
-    [[nodiscard]] bool atEnd() const { return m_position >= m_text.size(); }
-    [[nodiscard]] char peek() const { return atEnd() ? '\0' : m_text.at(m_position); }
+    bool atEnd() const { return m_position >= m_text.size(); }
+    char peek() const { return atEnd() ? '\0' : m_text.at(m_position); }
 
     bool skip(char c)
     {
@@ -85,7 +84,7 @@ std::optional<QDate> scanDate(Scanner& scanner)
     return date.isValid() ? std::optional(date) : std::nullopt;
 }
 
-/// The milliseconds that the digits behind the seconds mean.
+/// The milliseconds that the digits after the seconds mean.
 std::optional<int> milliseconds(const QByteArray& fraction)
 {
     Scanner scanner(fraction);
@@ -139,8 +138,8 @@ std::optional<int> scanOffset(Scanner& scanner)
     }
     const bool wellFormed = !hours.isEmpty() && hours.size() <= 2 && !minutes.isEmpty()
         && minutes.size() <= 2 && minutes.toInt() < 60 && scanner.atEnd();
-    const int offset = hours.toInt() * kSecondsPerHour + minutes.toInt() * kSecondsPerMinute;
-    return wellFormed && offset <= kMaximumOffset ? std::optional(sign * offset) : std::nullopt;
+    const int offset = hours.toInt() * SecondsPerHour + minutes.toInt() * SecondsPerMinute;
+    return wellFormed && offset <= MaximumOffset ? std::optional(sign * offset) : std::nullopt;
 }
 
 std::optional<int> utcOffset(const QByteArray& text)

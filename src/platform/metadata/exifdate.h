@@ -4,20 +4,18 @@
 #include <QByteArray>
 #include <QDateTime>
 
-/// The moment that a date text of a picture's tags means, or an invalid one.
+/// The time that a date text of a picture's tags means, or an invalid one.
 ///
-/// - `date` is read in the spellings of Exif and of ISO 8601: year (four digits), month and day
-///   with ':', '-', '/' or '.' between them, then blanks or 'T' and hours, minutes and, if given,
-///   seconds with ':' between them, a fraction of a second behind '.' or ',', and an offset from
-///   UTC
-///   ("Z", "+02:00", "+0200", "+02"). A number may have a blank for its leading zero. Blanks and
-///   whatever follows a NUL are no part of the text.
+/// - `date` can have the forms of Exif and of ISO 8601: year (four digits), month and day,
+///   separated by ':', '-', '/' or '.', then blanks or 'T', then hours, minutes and, if given,
+///   seconds, separated by ':', a fraction of a second after '.' or ',', and an offset from UTC
+///   ("Z", "+02:00", "+0200", "+02"). A number may have a blank instead of its leading zero.
+///   Blanks at the ends, and everything after a NUL, are ignored.
 /// - A date without a time of day, or with a blank one, means the beginning of the day. A year or a
-///   month alone means nothing.
-/// - `subSeconds` are the digits behind the seconds and `offset` the offset from UTC, as the tags
-///   beside the date give them; what `date` says itself goes first, and nonsense counts as not
-///   given.
-/// - Without an offset the time is local; a local time that the clocks skipped counts as so much
-///   later. Milliseconds are cut, not rounded.
+///   month alone gives an invalid time.
+/// - `subSeconds` are the digits after the seconds, and `offset` is the offset from UTC, as
+///   separate tags give them. If `date` contains them, too, those count. Invalid ones are ignored.
+/// - Without an offset, the time is local. A local time that the clocks skipped becomes a later
+///   one. Milliseconds are cut off, not rounded.
 QDateTime exifDate(
     const QByteArray& date, const QByteArray& subSeconds = {}, const QByteArray& offset = {});

@@ -2,7 +2,9 @@
 #include "exifdirectory.h"
 
 #include "bytereader.h"
-#include "regularfile.h"
+#include "windowedfile.h"
+
+#include <utility>
 
 namespace {
 
@@ -12,6 +14,8 @@ using Order = ByteReader::Order;
 enum Tag : quint16 {
     Orientation = 0x0112,
     DateTime = 0x0132,
+    ThumbnailOffset = 0x0201,
+    ThumbnailLength = 0x0202,
     XmpPacket = 0x02bc,
     ExifDirectory = 0x8769,
     DateTimeOriginal = 0x9003,
@@ -27,31 +31,41 @@ enum Tag : quint16 {
 // The value types' numbers. Texts are Ascii, but some writers call them bytes.
 enum Type : quint16 { Byte = 1, Ascii = 2, Short = 3, Long = 4, Undefined = 7, Directory = 13 };
 
-constexpr int kEntrySize = 12;
+constexpr int CountSize = 2;
+constexpr int EntrySize = 12;
 
 class DirectoryReader
 {
 public:
-    DirectoryReader(RegularFile& file, const FileRange& block)
+    DirectoryReader(WindowedFile& file, TagBlock block)
         : m_file(file)
-        , m_block(block)
+        , m_block(std::move(block))
     {
     }
 
     ExifTags read()
     {
-        constexpr int kHeaderSize = 8;
-        const QByteArray start = bytes(0, kHeaderSize);
-        if (!start.startsWith("II") && !start.startsWith("MM")) {
+        readDirectory(mainDirectory());
+        readDirectory(m_exifDirectory);
+        return m_tags;
+    }
+
+    QByteArray readThumbnail()
+    {
+        // The block that JPEG files have is shorter; others claim what they like.
+        constexpr quint32 maximumThumbnail = 256 * 1024;
+        const quint32 main = mainDirectory();
+        if (main == 0) {
             return {};
         }
-        m_order = start.at(0) == 'I' ? Order::LittleEndian : Order::BigEndian;
-        ByteReader header(start.mid(2), m_order);
-        if (header.u16() == 42) {
-            readDirectory(header.u32());
-            readDirectory(m_exifDirectory);
+        // Only what the directory after the main one says of a thumbnail is meant here.
+        readDirectory(directoryAfter(main));
+        if (m_thumbnailOffset == 0 || m_thumbnailLength > maximumThumbnail) {
+            return {};
         }
-        return m_tags;
+        // Cut off by the end of the file, it would show a part of the picture.
+        const QByteArray thumbnail = bytes(m_thumbnailOffset, m_thumbnailLength);
+        return quint32(thumbnail.size()) == m_thumbnailLength ? thumbnail : QByteArray();
     }
 
 private:
@@ -64,23 +78,39 @@ private:
     };
 
     /// The bytes at `offset` of the block, fewer where it ends before.
-    QByteArray bytes(quint32 offset, qint64 length)
+    QByteArray bytes(quint32 offset, qint64 length) { return m_block.read(m_file, offset, length); }
+
+    /// The offset of the main directory; 0 if the block does not begin with a TIFF header.
+    quint32 mainDirectory()
     {
-        const qint64 available = m_block.length - offset;
-        return m_file.read(m_block.offset + offset, static_cast<int>(qMin(length, available)));
+        constexpr int headerSize = 8;
+        const QByteArray start = bytes(0, headerSize);
+        if (!start.startsWith("II") && !start.startsWith("MM")) {
+            return 0;
+        }
+        m_order = start.at(0) == 'I' ? Order::LittleEndian : Order::BigEndian;
+        ByteReader header(start.mid(2), m_order);
+        return header.u16() == 42 ? header.u32() : 0;
+    }
+
+    /// The offset of the directory that follows another; 0 if there is none.
+    quint32 directoryAfter(quint32 offset)
+    {
+        ByteReader head(bytes(offset, CountSize), m_order);
+        const quint32 next = offset + CountSize + quint32(head.u16()) * EntrySize;
+        return ByteReader(bytes(next, sizeof(quint32)), m_order).u32();
     }
 
     void readDirectory(quint32 offset)
     {
         // Cameras write some 50 entries at most, raw pictures 100.
-        constexpr int kMaximumEntries = 512;
-        constexpr int kCountSize = 2;
+        constexpr int maximumEntries = 512;
         if (offset == 0) {
             return;
         }
-        ByteReader head(bytes(offset, kCountSize), m_order);
-        const int count = qMin<int>(head.u16(), kMaximumEntries);
-        ByteReader entries(bytes(offset + kCountSize, qint64(count) * kEntrySize), m_order);
+        ByteReader head(bytes(offset, CountSize), m_order);
+        const int count = qMin<int>(head.u16(), maximumEntries);
+        ByteReader entries(bytes(offset + CountSize, qint64(count) * EntrySize), m_order);
         for (int i = 0; i < count; ++i) {
             const Entry entry{entries.u16(), entries.u16(), entries.u32(), entries.take(4)};
             if (!entries.isGood()) {
@@ -115,6 +145,10 @@ private:
             return takeText(entry, &m_tags.digitized.subSeconds);
         case ExifDirectory:
             return takeNumber(entry, &m_exifDirectory);
+        case ThumbnailOffset:
+            return takeNumber(entry, &m_thumbnailOffset);
+        case ThumbnailLength:
+            return takeNumber(entry, &m_thumbnailLength);
         case XmpPacket:
             return takePacket(entry);
         }
@@ -142,12 +176,12 @@ private:
 
     void takeText(const Entry& entry, QByteArray* text)
     {
-        constexpr quint32 kMaximumText = 64;
+        constexpr quint32 maximumText = 64;
         const bool isText = entry.type == Ascii || entry.type == Byte || entry.type == Undefined;
         if (!isText || !text->isEmpty()) {
             return;
         }
-        const auto length = static_cast<int>(qMin(entry.count, kMaximumText));
+        const auto length = int(qMin(entry.count, maximumText));
         if (length <= entry.value.size()) {
             *text = entry.value.left(length);
             return;
@@ -160,22 +194,29 @@ private:
     void takePacket(const Entry& entry)
     {
         const qint64 offset = ByteReader(entry.value, m_order).u32();
-        const bool fits = offset + entry.count <= m_block.length;
+        const bool fits = offset + entry.count <= m_block.length();
         if (fits && entry.count > quint32(entry.value.size()) && m_tags.xmp.isEmpty()) {
-            m_tags.xmp = {m_block.offset + offset, entry.count};
+            m_tags.xmp = m_block.from(offset).first(entry.count);
         }
     }
 
-    RegularFile& m_file;
-    const FileRange m_block;
+    WindowedFile& m_file;
+    const TagBlock m_block;
     Order m_order = Order::BigEndian;
     quint32 m_exifDirectory = 0;
+    quint32 m_thumbnailOffset = 0;
+    quint32 m_thumbnailLength = 0;
     ExifTags m_tags;
 };
 
 } // namespace
 
-ExifTags readExifTags(RegularFile& file, const FileRange& block)
+ExifTags readExifTags(WindowedFile& file, const TagBlock& block)
 {
     return DirectoryReader(file, block).read();
+}
+
+QByteArray readExifThumbnail(WindowedFile& file, const TagBlock& block)
+{
+    return DirectoryReader(file, block).readThumbnail();
 }

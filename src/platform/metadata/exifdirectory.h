@@ -5,7 +5,7 @@
 
 #include <QByteArray>
 
-class RegularFile;
+class WindowedFile;
 
 /// One date of the Exif directories, as the texts of its three tags. Absent ones are empty.
 struct ExifDateTags
@@ -15,7 +15,7 @@ struct ExifDateTags
     QByteArray offset;
 };
 
-/// What the Exif directories say about the time of taking and the orientation, unchecked.
+/// The values of the Exif directories for the time and the orientation, unchecked.
 struct ExifTags
 {
     ExifDateTags original;
@@ -24,10 +24,14 @@ struct ExifTags
     /// The orientation's number, 0 if there is none.
     quint32 orientation = 0;
     /// The XMP packet, which TIFF files hold in a tag.
-    FileRange xmp;
+    TagBlock xmp;
 };
 
-/// Reads the main and the Exif directory of the block, which begins with a TIFF header. Only these
-/// tags are read, whatever else the directories list, so that neither time nor memory depends on
-/// the sizes that a hostile file claims. Where a tag is given twice, the first counts.
-ExifTags readExifTags(RegularFile& file, const FileRange& block);
+/// Reads the main directory and the Exif directory of the block, which begins with a TIFF header.
+/// Only these tags are read, so neither time nor memory depends on the sizes that a hostile file
+/// claims. If a tag appears twice, the first one counts.
+ExifTags readExifTags(WindowedFile& file, const TagBlock& block);
+
+/// The small picture that cameras put into the block for viewers: the bytes of a JPEG file, in the
+/// orientation of the pixels that are stored. Empty if there is none.
+QByteArray readExifThumbnail(WindowedFile& file, const TagBlock& block);

@@ -2,7 +2,8 @@
 #include "heiftagblocks.h"
 
 #include "bytereader.h"
-#include "regularfile.h"
+#include "mediabox.h"
+#include "windowedfile.h"
 
 #include <QByteArray>
 
@@ -12,54 +13,11 @@
 namespace {
 
 // The box that describes the items takes some 10 KB for a picture of a hundred tiles.
-constexpr qint64 kMaximumDescription = 0x40000;
+constexpr qint64 MaximumDescription = 0x40000;
 
-struct Box
+QByteArray readDescription(WindowedFile& file, const FileRange& range)
 {
-    QByteArray type;
-    FileRange content;
-    qint64 end = 0;
-};
-
-/// The box at `offset` within what ends at `limit`, if there is a whole one.
-std::optional<Box> boxAt(RegularFile& file, qint64 offset, qint64 limit)
-{
-    constexpr int kLongHeadSize = 16;
-    ByteReader head(
-        file.read(offset, static_cast<int>(qMin<qint64>(kLongHeadSize, limit - offset))));
-    quint64 size = head.u32();
-    const QByteArray type = head.take(4);
-    if (size == 1) {
-        size = head.u64();
-    } else if (size == 0) {
-        size = static_cast<quint64>(limit - offset); // up to the end
-    }
-    const bool fits = size >= static_cast<quint64>(head.position())
-        && size <= static_cast<quint64>(limit - offset);
-    if (!head.isGood() || !fits) {
-        return {};
-    }
-    const qint64 end = offset + static_cast<qint64>(size);
-    return Box{type, {offset + head.position(), end - offset - head.position()}, end};
-}
-
-/// The first box of the type in `range`, an empty range if there is none.
-FileRange findBox(RegularFile& file, const FileRange& range, const char* type)
-{
-    const qint64 limit = range.offset + range.length;
-    qint64 offset = range.offset;
-    while (const std::optional<Box> box = boxAt(file, offset, limit)) {
-        if (box->type == type) {
-            return box->content;
-        }
-        offset = box->end;
-    }
-    return {};
-}
-
-QByteArray readDescription(RegularFile& file, const FileRange& range)
-{
-    return file.read(range.offset, static_cast<int>(qMin(range.length, kMaximumDescription)));
+    return file.read(range.offset, int(qMin(range.length, MaximumDescription)));
 }
 
 /// The numbers of the items that hold tags.
@@ -90,18 +48,18 @@ void takeItem(const QByteArray& description, TagItems* items)
     }
 }
 
-TagItems findItems(RegularFile& file, const FileRange& itemInformation)
+TagItems findItems(WindowedFile& file, const FileRange& itemInformation)
 {
-    constexpr int kVersionAndFlags = 4;
+    constexpr int versionAndFlags = 4;
     TagItems items;
     ByteReader head(file.read(itemInformation.offset, 1));
     const int countSize = head.u8() == 0 ? 2 : 4;
     const qint64 limit = itemInformation.offset + itemInformation.length;
-    qint64 offset = itemInformation.offset + kVersionAndFlags + countSize;
-    while (const std::optional<Box> box = boxAt(file, offset, limit)) {
+    qint64 offset = itemInformation.offset + versionAndFlags + countSize;
+    while (const std::optional<MediaBox> box = mediaBoxAt(file, offset, limit)) {
         if (box->type == "infe") {
-            constexpr int kMaximumItem = 512;
-            const int size = static_cast<int>(qMin<qint64>(box->content.length, kMaximumItem));
+            constexpr int maximumItem = 512;
+            const int size = int(qMin<qint64>(box->content.length, maximumItem));
             takeItem(file.read(box->content.offset, size), &items);
         }
         offset = box->end;
@@ -163,13 +121,13 @@ private:
             offset = base + m_reader.unsignedOfWidth(m_offsetSize);
             length = m_reader.unsignedOfWidth(m_lengthSize);
         }
-        constexpr auto kLargest = static_cast<quint64>(std::numeric_limits<qint64>::max());
-        if (!isHere || method > 1 || pieces != 1 || offset > kLargest || length > kLargest) {
+        constexpr auto largest = quint64(std::numeric_limits<qint64>::max());
+        if (!isHere || method > 1 || pieces != 1 || offset > largest || length > largest) {
             return {};
         }
         return ItemPlace{
             method == 0 ? ItemPlace::Origin::File : ItemPlace::Origin::DataBox,
-            {static_cast<qint64>(offset), static_cast<qint64>(length)}};
+            {qint64(offset), qint64(length)}};
     }
 
     ByteReader m_reader;
@@ -183,7 +141,7 @@ private:
 
 /// The bytes of the item, cut to what contains them.
 FileRange itemRange(
-    RegularFile& file, const FileRange& description, const QByteArray& locations,
+    WindowedFile& file, const FileRange& description, const QByteArray& locations,
     std::optional<quint32> id)
 {
     const auto place = id ? ItemLocations(locations).find(*id) : std::nullopt;
@@ -192,7 +150,7 @@ FileRange itemRange(
     }
     const bool inFile = place->origin == ItemPlace::Origin::File;
     const FileRange origin =
-        inFile ? FileRange{0, file.size()} : findBox(file, description, "idat");
+        inFile ? FileRange{0, file.size()} : findMediaBox(file, description, "idat");
     const qint64 available = origin.length - place->range.offset;
     if (available <= 0) {
         return {};
@@ -200,25 +158,25 @@ FileRange itemRange(
     return {origin.offset + place->range.offset, qMin(place->range.length, available)};
 }
 
-/// Steps over the head of an Exif item, which says how far behind it the directories begin.
-FileRange withoutItemHead(RegularFile& file, const FileRange& item)
+/// Steps over the head of an Exif item, which says how far after it the directories begin.
+FileRange withoutItemHead(WindowedFile& file, const FileRange& item)
 {
-    constexpr int kHeadSize = 4;
-    ByteReader head(file.read(item.offset, kHeadSize));
-    const qint64 skipped = kHeadSize + qint64(head.u32());
+    constexpr int headSize = 4;
+    ByteReader head(file.read(item.offset, headSize));
+    const qint64 skipped = headSize + qint64(head.u32());
     return head.isGood() ? FileRange{item.offset + skipped, item.length - skipped} : FileRange{};
 }
 
 } // namespace
 
-TagBlocks findInHeif(RegularFile& file)
+TagBlocks findInHeif(WindowedFile& file)
 {
-    constexpr int kVersionAndFlags = 4;
-    FileRange description = findBox(file, {0, file.size()}, "meta");
-    description.offset += kVersionAndFlags;
-    description.length -= kVersionAndFlags;
-    const TagItems items = findItems(file, findBox(file, description, "iinf"));
-    const QByteArray locations = readDescription(file, findBox(file, description, "iloc"));
+    constexpr int versionAndFlags = 4;
+    FileRange description = findMediaBox(file, {0, file.size()}, "meta");
+    description.offset += versionAndFlags;
+    description.length -= versionAndFlags;
+    const TagItems items = findItems(file, findMediaBox(file, description, "iinf"));
+    const QByteArray locations = readDescription(file, findMediaBox(file, description, "iloc"));
     const FileRange exifItem = itemRange(file, description, locations, items.exif);
     return {withoutItemHead(file, exifItem), itemRange(file, description, locations, items.xmp)};
 }

@@ -3,6 +3,6 @@
 
 #include "tagblocks.h"
 
-/// Finds the tags' blocks in a HEIF or AVIF file, which is made of boxes within boxes. The blocks
-/// are items of the box "meta", as which they have a number, a type and a place.
-TagBlocks findInHeif(RegularFile& file);
+/// Finds the blocks of tags in a HEIF or AVIF file, which consists of boxes inside boxes. The
+/// blocks are items of the box "meta", which gives each item a number, a type and a position.
+TagBlocks findInHeif(WindowedFile& file);

@@ -3,19 +3,19 @@
 
 #include "exifdate.h"
 #include "exifdirectory.h"
-#include "regularfile.h"
 #include "tagblocks.h"
+#include "windowedfile.h"
 #include "xmppacket.h"
 
 #include <QByteArray>
 
 namespace {
 
-constexpr int kOrientations = 8;
+constexpr int Orientations = 8;
 
 int validOrientation(quint32 number)
 {
-    return number >= 1 && number <= kOrientations ? static_cast<int>(number) : 0;
+    return number >= 1 && number <= Orientations ? int(number) : 0;
 }
 
 QDateTime dateOf(const ExifDateTags& tags)
@@ -45,20 +45,29 @@ QDateTime timestampOf(const XmpTags& tags)
     return {};
 }
 
-QByteArray readPacket(RegularFile& file, const FileRange& range)
+QByteArray readPacket(WindowedFile& file, const TagBlock& block)
 {
     // What a segment of a JPEG file can carry. The parser's time grows with the square of the size,
     // to 0.2 s at this one.
-    constexpr qint64 kMaximumPacket = 0xffff;
-    const bool fits = range.length <= kMaximumPacket;
-    return fits ? file.read(range.offset, static_cast<int>(range.length)) : QByteArray();
+    constexpr qint64 maximumPacket = 0xffff;
+    return block.length() <= maximumPacket ? block.read(file, 0, block.length()) : QByteArray();
 }
 
 } // namespace
 
 QuillMetadata::QuillMetadata(const QString& path, int formats)
 {
-    RegularFile file(path);
+    WindowedFile file(path);
+    read(file, formats);
+}
+
+QuillMetadata::QuillMetadata(WindowedFile& file, int formats)
+{
+    read(file, formats);
+}
+
+void QuillMetadata::read(WindowedFile& file, int formats)
+{
     const TagBlocks blocks = findTagBlocks(file);
     const ExifTags exif = readExifTags(file, blocks.exif);
     if ((formats & ExifFormat) != 0) {
@@ -67,7 +76,7 @@ QuillMetadata::QuillMetadata(const QString& path, int formats)
     }
     const bool isComplete = m_timestamp.isValid() && m_orientation > 0;
     if ((formats & XmpFormat) != 0 && !isComplete) {
-        const FileRange packet = blocks.xmp.isEmpty() ? exif.xmp : blocks.xmp;
+        const TagBlock packet = blocks.xmp.isEmpty() ? exif.xmp : blocks.xmp;
         complete(readXmpTags(readPacket(file, packet)));
     }
 }

@@ -5,18 +5,20 @@
 #include <QString>
 #include <QVariant>
 
+class WindowedFile;
 struct XmpTags;
 
 /// The tags of one picture file, read once when the object is made.
 ///
-/// Files of these kinds have tags, and their content tells the kind, not their name: JPEG, PNG,
-/// WebP, TIFF with the raw kinds that are built like it, HEIF and AVIF. Only their headers are
-/// read, never the pixels: a few pages and some microseconds for each.
+/// The content decides the kind of the file, not the name. These kinds have tags: JPEG, PNG, WebP,
+/// TIFF and the raw formats that are based on it, HEIF and AVIF. Only the headers are read, never
+/// the pixels. This takes a few pages of memory and some microseconds for each file. In PNG files,
+/// tags in texts ("Raw profile type exif") count, too.
 ///
-/// An entry is invalid where the file does not give a valid value: where the file is missing, is no
-/// regular file (a FIFO is not waited for), is of another kind, is damaged or cut off before the
-/// value's end. Nothing is logged and nothing is thrown, and time and memory are bounded for any
-/// file. Use from one thread at a time.
+/// An entry is invalid if the file has no valid value for it, is missing, is not a regular file
+/// (opening a FIFO does not block), is of another kind, is damaged, or ends before the value.
+/// Nothing is logged and no exception is thrown, and time and memory are limited for any file. Use
+/// an object from one thread at a time.
 class QuillMetadata
 {
 public:
@@ -36,15 +38,20 @@ public:
     /// The kinds of metadata to read, a mask of bits.
     enum Format : int { ExifFormat = 0x2, XmpFormat = 0x4, AllFormats = -2 };
 
-    /// Reads the tags of the file at the local path `path`, of the kinds in `formats`. Where both
-    /// kinds hold a valid value for a tag, Exif is believed.
+    /// Reads the tags of the file at the local path `path`, of the kinds in `formats`. If both
+    /// kinds have a valid value for a tag, that of Exif is used.
     explicit QuillMetadata(const QString& path, int formats = AllFormats);
 
-    /// The value of `tag` (a Tag), or an invalid variant where the file does not give a valid one
-    /// or the tag is unknown.
-    [[nodiscard]] QVariant entry(int tag) const;
+    /// The same for an open file. Use it only in code that is certainly linked with this library;
+    /// all other code uses pictureTags().
+    explicit QuillMetadata(WindowedFile& file, int formats = AllFormats);
+
+    /// The value of `tag` (a Tag). An invalid variant if the file has no valid value or the tag is
+    /// unknown.
+    QVariant entry(int tag) const;
 
 private:
+    void read(WindowedFile& file, int formats);
     void complete(const XmpTags& tags);
 
     QDateTime m_timestamp;

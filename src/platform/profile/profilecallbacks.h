@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <vector>
 
-/// The callbacks of one kind, in the order in which they were added. They may add and remove
-/// callbacks while they are called.
+/// The callbacks of one kind, in the order in which they were added. Callbacks may be added and
+/// removed while they are called.
 template <typename Function>
 class ProfileCallbacks
 {
@@ -17,7 +17,7 @@ public:
         m_callbacks.push_back({function, userData, freeData, ++m_lastId});
     }
 
-    /// Removes the first that was added with these arguments; false if there is none.
+    /// Removes the first callback that was added with these arguments. False if there is none.
     bool remove(Function function, void* userData)
     {
         const auto found =
@@ -35,7 +35,8 @@ public:
         return true;
     }
 
-    /// Calls all with `arguments` and their user data, but for those that are removed meanwhile.
+    /// Calls all callbacks with `arguments` and their user data, except those that are removed
+    /// meanwhile.
     template <typename... Arguments>
     void call(Arguments... arguments) const
     {

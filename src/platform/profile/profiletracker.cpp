@@ -8,8 +8,8 @@
 
 ProfileTracker& ProfileTracker::instance()
 {
-    // Never deleted: static objects may remove their callbacks after any other static object is
-    // gone.
+    // The tracker is never deleted: static objects may remove their callbacks after all other
+    // static objects are destroyed.
     static auto* const tracker = new ProfileTracker;
     return *tracker;
 }
@@ -21,10 +21,11 @@ void ProfileTracker::start()
     }
     m_running = true;
     DconfStore& store = DconfStore::instance();
-    store.watch(ProfileValues::directory);
+    store.watch(ProfileValues::Directory);
     connect(&store, &DconfStore::changed, this, &ProfileTracker::handleChange);
-    // These exist also while they have no value of their own, and show the fallback's.
-    m_profiles = {ProfileValues::fallbackProfile, "general", "moodset", "silent"};
+    // These exist even while they have no values of their own; they show the values of the fallback
+    // profile.
+    m_profiles = {ProfileValues::FallbackProfile, "general", "moodset", "silent"};
     learnStoredNames();
     m_activeProfile = ProfileValues::activeProfile();
     m_values = currentValues();
@@ -38,14 +39,14 @@ void ProfileTracker::stop()
     m_running = false;
     DconfStore& store = DconfStore::instance();
     disconnect(&store, &DconfStore::changed, this, &ProfileTracker::handleChange);
-    store.unwatch(ProfileValues::directory);
+    store.unwatch(ProfileValues::Directory);
 }
 
-// Own changes come from inside the call that makes them, where callbacks must not run. What is
-// compared later is the state of then, so that no callback gets a value that is past.
+// A change by this process is reported inside the call, where callbacks must not run. The values
+// are compared later, in their present state, so no callback gets an outdated value.
 void ProfileTracker::handleChange(const QByteArray& path)
 {
-    if (!path.startsWith(ProfileValues::directory) && !touchesKey(path, ProfileValues::directory)) {
+    if (!path.startsWith(ProfileValues::Directory) && !touchesKey(path, ProfileValues::Directory)) {
         return;
     }
     learnName(path);
@@ -56,10 +57,10 @@ void ProfileTracker::handleChange(const QByteArray& path)
     QMetaObject::invokeMethod(this, &ProfileTracker::compare, Qt::QueuedConnection);
 }
 
-// The store lists no name that this process has just made.
+// The store does not list a name that this process has just written.
 void ProfileTracker::learnName(const QByteArray& path)
 {
-    const QList<QByteArray> names = path.mid(ProfileValues::directory.size()).split('/');
+    const QList<QByteArray> names = path.mid(ProfileValues::Directory.size()).split('/');
     if (names.size() != 2 || names.contains(QByteArray())) {
         return;
     }
@@ -70,13 +71,13 @@ void ProfileTracker::learnName(const QByteArray& path)
 void ProfileTracker::learnStoredNames()
 {
     const DconfStore& store = DconfStore::instance();
-    const QList<QByteArray> directories = store.list(ProfileValues::directory);
+    const QList<QByteArray> directories = store.list(ProfileValues::Directory);
     for (const QByteArray& profile : directories) {
         if (!profile.endsWith('/')) {
             continue;
         }
         m_profiles.insert(profile.chopped(1));
-        const QList<QByteArray> keys = store.list(ProfileValues::directory + profile);
+        const QList<QByteArray> keys = store.list(ProfileValues::Directory + profile);
         for (const QByteArray& key : keys) {
             if (!key.endsWith('/')) {
                 m_keys.insert(key);
@@ -111,9 +112,9 @@ void ProfileTracker::compare()
     }
     const Values values = m_values;
     for (auto value = values.cbegin(); value != values.cend(); ++value) {
-        // A profile that is new had the fallback's values before.
+        // Before it existed, a new profile had the values of the fallback profile.
         const QByteArray former = formerValues.value(
-            value.key(), formerValues.value({ProfileValues::fallbackProfile, value.key().key}));
+            value.key(), formerValues.value({ProfileValues::FallbackProfile, value.key().key}));
         if (value.value() != former) {
             announceValue(value.key(), value.value());
         }

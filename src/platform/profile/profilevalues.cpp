@@ -2,19 +2,20 @@
 #include "dconfstore.h"
 #include "gvariantconversion.h"
 
+#include "profiledefaults.h"
 #include "profilevalues.h"
 
 namespace ProfileValues {
 
-const QByteArray directory = QByteArrayLiteral("/com/zavro/profile/");
-const QByteArray fallbackProfile = QByteArrayLiteral("fallback");
-const QByteArray defaultProfile = QByteArrayLiteral("general");
+const QByteArray Directory = QByteArrayLiteral("/com/zavro/profile/");
+const QByteArray FallbackProfile = QByteArrayLiteral("fallback");
+const QByteArray DefaultProfile = QByteArrayLiteral("general");
 
 namespace {
 
 QByteArray activeKey()
 {
-    return directory + "active";
+    return Directory + "active";
 }
 
 bool isName(const QByteArray& name)
@@ -23,8 +24,8 @@ bool isName(const QByteArray& name)
     return isUtf8 && !name.isEmpty() && !name.contains('/');
 }
 
-// Texts are what is written here; another process may have set a plain number or boolean, which
-// reads as its text.
+// This code writes texts only. Another process may have set a number or a boolean, which is
+// converted to text.
 QByteArray readText(const QByteArray& storeKey)
 {
     const GVariantPointer stored = DconfStore::instance().read(storeKey);
@@ -42,7 +43,7 @@ bool writeText(const QByteArray& storeKey, const QByteArray& text)
 
 QByteArray storeKey(const QByteArray& profile, const QByteArray& key)
 {
-    return isName(profile) && isName(key) ? directory + profile + '/' + key : QByteArray();
+    return isName(profile) && isName(key) ? Directory + profile + '/' + key : QByteArray();
 }
 
 QByteArray value(const QByteArray& profile, const QByteArray& key)
@@ -51,8 +52,13 @@ QByteArray value(const QByteArray& profile, const QByteArray& key)
     if (ownKey.isEmpty()) {
         return {};
     }
-    const QByteArray own = readText(ownKey);
-    return own.isEmpty() ? readText(storeKey(fallbackProfile, key)) : own;
+    for (const QByteArray& storedKey : {ownKey, storeKey(FallbackProfile, key)}) {
+        QByteArray stored = readText(storedKey);
+        if (!stored.isEmpty()) {
+            return stored;
+        }
+    }
+    return ProfileDefaults::value(key);
 }
 
 bool setValue(const QByteArray& profile, const QByteArray& key, const QByteArray& value)
@@ -64,7 +70,7 @@ bool setValue(const QByteArray& profile, const QByteArray& key, const QByteArray
 QByteArray activeProfile()
 {
     const QByteArray name = readText(activeKey());
-    return name.isEmpty() ? defaultProfile : name;
+    return name.isEmpty() ? DefaultProfile : name;
 }
 
 bool setActiveProfile(const QByteArray& profile)

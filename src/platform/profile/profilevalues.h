@@ -3,25 +3,26 @@
 
 #include <QByteArray>
 
-/// Profile values in the key/value store, read and written as they stand there.
+/// Reads and writes the values of profiles in the key/value store without changing them.
 namespace ProfileValues {
 
-/// The directory that holds all of it, with a "/" at its end.
-extern const QByteArray directory;
+/// The directory of all profiles, with a "/" at its end.
+extern const QByteArray Directory;
 
-/// The profile whose values stand in for those that others do not have.
-extern const QByteArray fallbackProfile;
+/// The profile whose values are used if another profile lacks them.
+extern const QByteArray FallbackProfile;
 
 /// The active profile if none is set.
-extern const QByteArray defaultProfile;
+extern const QByteArray DefaultProfile;
 
 /// The key of a value, empty if one of the names is malformed.
 QByteArray storeKey(const QByteArray& profile, const QByteArray& key);
 
-/// The value of the profile or else of the fallback profile, empty if there is none.
+/// The value of the profile, or else of the fallback profile, or else of the installed defaults.
+/// Empty if there is none.
 QByteArray value(const QByteArray& profile, const QByteArray& key);
 
-/// Sets a profile's own value, or clears it if `value` is empty. False if that is not possible.
+/// Sets the profile's own value, or clears it if `value` is empty. False if this is not possible.
 bool setValue(const QByteArray& profile, const QByteArray& key, const QByteArray& value);
 
 QByteArray activeProfile();

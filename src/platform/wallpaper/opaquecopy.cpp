@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "opaquecopy.h"
 
+#include <QColorSpace>
 #include <QImage>
 
 #include <algorithm>
@@ -9,8 +10,8 @@ namespace {
 
 constexpr QRgb Opaque = 0xff000000;
 
-/// A row of `image` with its colours multiplied by its alpha, which is what they are over black.
-/// Conversions of single rows start no threads.
+/// A row of `image`, with its colours multiplied by its alpha: this is how they look over black.
+/// The conversion of single rows starts no threads.
 QImage premultipliedRow(const QImage& image, int y)
 {
     QImage row(image.constScanLine(y), image.width(), 1, image.bytesPerLine(), image.format());
@@ -42,5 +43,6 @@ QImage opaqueCopy(const QImage& image, const QRect& part)
             copyOpaque(row.constScanLine(0) + offset, copy.width(), target);
         }
     }
+    copy.setColorSpace(image.colorSpace());
     return copy;
 }

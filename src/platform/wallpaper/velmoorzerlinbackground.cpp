@@ -1,36 +1,32 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "velmoorzerlinbackground.h"
 
+#include "blur/wallpaperblur.h"
+#include "imaging/wallpaperfile.h"
 #include "opaquecopy.h"
-#include "wallpaperblur.h"
+#include "platformlog.h"
 
-#include <QDebug>
 #include <QDir>
 #include <QHash>
 #include <QImage>
-#include <QImageWriter>
 #include <QRectF>
-#include <QSaveFile>
 
 #include <algorithm>
 
 namespace {
 
-/// Beyond these a build could keep the caller waiting for minutes.
+/// With larger values, a build could block the caller for minutes.
 constexpr double MaximalRatio = 8;
 constexpr int MaximalRounds = 100;
 constexpr int MaximalRadius = 32;
 constexpr double MaximalSigma = 32;
-
-/// No artefact of the encoder shows at it in a blurred picture, and the files stay small.
-constexpr int JpegQuality = 93;
 
 double bounded(double value, double maximum)
 {
     return qIsNaN(value) ? 0 : qBound(0.0, value, maximum);
 }
 
-/// White text has a contrast of 3:1 at least on what comes of white.
+/// The contrast between white text and a darkened white pixel is at least 3:1.
 constexpr QRgb darkened(QRgb pixel)
 {
     constexpr QRgb factor = 148;
@@ -40,26 +36,11 @@ constexpr QRgb darkened(QRgb pixel)
     return 0xff000000 | channel(16) | channel(8) | channel(0);
 }
 
-/// The part of `picture` that lies in `rect`; all of it if none does.
+/// The part of `picture` that lies in `rect`, or the whole picture if no part does.
 QRect partInside(const QRectF& rect, const QRect& picture)
 {
     const QRect part = rect.toAlignedRect() & picture;
     return part.isEmpty() ? picture : part;
-}
-
-/// Empty on success, else what went wrong.
-QString writeJpeg(const QImage& image, const QString& path)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return file.errorString();
-    }
-    QImageWriter writer(&file, QByteArrayLiteral("jpeg"));
-    writer.setQuality(JpegQuality);
-    if (!writer.write(image)) {
-        return file.error() == QFileDevice::NoError ? writer.errorString() : file.errorString();
-    }
-    return file.commit() ? QString() : file.errorString();
 }
 
 } // namespace
@@ -67,7 +48,7 @@ QString writeJpeg(const QImage& image, const QString& path)
 VelmoorZerlinBackground::VelmoorZerlinBackground(const QString& outputPath)
     : m_outputPath(outputPath)
 {
-    // Whether that succeeds shows when something is written.
+    // If this fails, writing a file fails later.
     QDir().mkpath(outputPath);
 }
 
@@ -129,9 +110,10 @@ void VelmoorZerlinBackground::build(const QImage& picture, const QRectF& rect)
 
 bool VelmoorZerlinBackground::processAppWallpaper(QImage* image)
 {
-    const QString error = writeJpeg(*image, m_appImagePath);
+    const QString error = writeWallpaper(*image, m_appImagePath);
     if (!error.isEmpty()) {
-        qWarning() << "Cannot write the application wallpaper:" << m_appImagePath << error;
+        qCWarning(platformLog) << "Cannot write the application wallpaper:" << m_appImagePath
+                               << error;
     }
     return error.isEmpty();
 }

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "filename.h"
+#include "indexinglog.h"
+
+#include <QFile>
+
+bool decodeFileName(const QByteArray& bytes, QString* name)
+{
+    // At the start of a text, Qt would remove a byte order mark.
+    const QByteArray path = '/' + bytes;
+    const QString text = QFile::decodeName(path);
+    if (QFile::encodeName(text) != path) {
+        return false;
+    }
+    *name = text.mid(1);
+    return true;
+}
+
+void warnOfUnstorableName(const char* function, const QString& path)
+{
+    qCWarning(indexingLog) << function << "Left out a name that the database would change:" << path;
+}
+
+void warnOfUndecodableName(const char* function, const QByteArray& path)
+{
+    qCWarning(indexingLog) << function << "Left out a name that is not UTF-8:" << path;
+}

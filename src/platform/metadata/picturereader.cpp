@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "picturereader.h"
+
+#include "boundedfile.h"
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QRect>
+#include <QString>
+
+#include <limits>
+#include <new>
+#include <utility>
+
+namespace {
+
+/// What `ask` gets from a decoder; `none` if there is no memory for it.
+template <typename Value, typename Ask>
+Value answer(const Value& none, Ask ask)
+{
+    try {
+        return ask();
+    } catch (const std::bad_alloc&) {
+        // Some of the reader's plugins hold a whole file in memory.
+        return none;
+    }
+}
+
+/// The height that a BMP file says with a negative one: that its rows stand from top to bottom.
+int heightOfRows(int height)
+{
+    return height > std::numeric_limits<int>::min() ? qAbs(height) : 0;
+}
+
+} // namespace
+
+PictureReader::PictureReader(const QString& path)
+    : PictureReader(std::make_unique<BoundedFile>(path))
+{
+}
+
+PictureReader::PictureReader(std::shared_ptr<const RegularFile> file)
+    : PictureReader(std::make_unique<BoundedFile>(std::move(file)))
+{
+}
+
+PictureReader::PictureReader(std::unique_ptr<BoundedFile> file)
+{
+    file->allow(HeaderLimit);
+    m_file = file.get();
+    m_device = std::move(file);
+    openPicture();
+}
+
+PictureReader::PictureReader(const QByteArray& content)
+{
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(content);
+    buffer->open(QIODevice::ReadOnly);
+    m_device = std::move(buffer);
+    openPicture();
+}
+
+PictureReader::~PictureReader() = default;
+
+/// Gives the reader the decoder of the picture's format, if that is one which may be read.
+void PictureReader::openPicture()
+{
+    if (m_device->isOpen()) {
+        m_format = pictureFormat(m_device->peek(PictureSignatureSize));
+    }
+    // Without a name and without detection there is no decoder that the reader could ask.
+    m_reader.setAutoDetectImageFormat(false);
+    m_reader.setFormat(decoderName(m_format));
+    m_reader.setDevice(m_device.get());
+}
+
+QSize PictureReader::size() const
+{
+    QSize size = answer(QSize(), [&] { return m_reader.size(); });
+    if (m_format == PictureFormat::Bmp) {
+        size.setHeight(heightOfRows(size.height()));
+    }
+    return size.isEmpty() ? QSize() : size;
+}
+
+QImage PictureReader::read()
+{
+    if (m_file) {
+        m_file->allow(PictureLimit);
+    }
+    return answer(QImage(), [&] { return m_reader.read(); });
+}
+
+QImage PictureReader::read(const QRect& clip, const QSize& scaledSize)
+{
+    m_reader.setClipRect(clip);
+    m_reader.setScaledSize(scaledSize);
+    return read();
+}

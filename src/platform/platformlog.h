@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QLoggingCategory>
+
+/// What src/platform logs, so that it can be switched by itself:
+/// QT_LOGGING_RULES=moodsetd.platform.debug=true.
+Q_DECLARE_LOGGING_CATEGORY(platformLog)
