@@ -3,20 +3,22 @@
 
 #include "moodsetservice.h"
 
+#include <QFileInfo>
+
 namespace {
 
-constexpr int pauseMs = 100;
-constexpr int quietLooksForIdle = 10;
+constexpr int IdlePauseMs = 100;
+constexpr int QuietLooksForIdle = 10;
 
 } // namespace
 
-IdleWait::IdleWait(MoodsetService& service, const Library& library, QObject* parent)
+IdleWait::IdleWait(MoodsetService& service, const LibraryReader& library, QObject* parent)
     : QObject(parent)
     , m_service(service)
     , m_library(library)
 {
     m_pause.setSingleShot(true);
-    m_pause.setInterval(pauseMs);
+    m_pause.setInterval(IdlePauseMs);
     connect(&m_pause, &QTimer::timeout, &service, &MoodsetService::ask);
     connect(&service, &MoodsetService::alive, this, &IdleWait::look);
 }
@@ -24,7 +26,7 @@ IdleWait::IdleWait(MoodsetService& service, const Library& library, QObject* par
 bool IdleWait::setLog(const QString& path)
 {
     m_log.setFileName(path);
-    return m_log.open(QIODevice::ReadOnly);
+    return QFileInfo(path).isFile() && m_log.open(QIODevice::ReadOnly);
 }
 
 void IdleWait::start()
@@ -34,7 +36,7 @@ void IdleWait::start()
 
 void IdleWait::look()
 {
-    const Library::Counts counts = m_library.counts();
+    const LibraryReader::Counts counts = m_library.counts();
     Q_EMIT progress(counts);
     if (isIdle(counts)) {
         Q_EMIT idle();
@@ -43,7 +45,7 @@ void IdleWait::look()
     }
 }
 
-bool IdleWait::isIdle(const Library::Counts& counts)
+bool IdleWait::isIdle(const LibraryReader::Counts& counts)
 {
     if (m_log.isOpen()) {
         return logSaysIdle() && counts.waitingPhotos == 0;
@@ -53,7 +55,7 @@ bool IdleWait::isIdle(const Library::Counts& counts)
     const bool quiet = counts.waitingPhotos == 0 && dataVersion == m_lastDataVersion;
     m_quietLooks = quiet ? m_quietLooks + 1 : 0;
     m_lastDataVersion = dataVersion;
-    return m_quietLooks >= quietLooksForIdle;
+    return m_quietLooks >= QuietLooksForIdle;
 }
 
 bool IdleWait::logSaysIdle()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "library.h"
+#include <libraryreader.h>
 
 #include <QFile>
 #include <QObject>
@@ -26,7 +26,7 @@ class IdleWait : public QObject
     Q_OBJECT
 
 public:
-    IdleWait(MoodsetService& service, const Library& library, QObject* parent = nullptr);
+    IdleWait(MoodsetService& service, const LibraryReader& library, QObject* parent = nullptr);
 
     /// Reads the daemon's log from path. Returns false if it cannot be opened.
     bool setLog(const QString& path);
@@ -34,19 +34,19 @@ public:
     void start();
 
 Q_SIGNALS:
-    /// The state of work, some ten times a second.
-    void progress(const Library::Counts& counts);
+    /// The progress of the work, emitted about ten times a second.
+    void progress(const LibraryReader::Counts& counts);
 
     /// The daemon has become idle; emitted once.
     void idle();
 
 private:
     void look();
-    bool isIdle(const Library::Counts& counts);
+    bool isIdle(const LibraryReader::Counts& counts);
     bool logSaysIdle();
 
     MoodsetService& m_service;
-    const Library& m_library;
+    const LibraryReader& m_library;
     QFile m_log;
     bool m_filesIdleInLog = false;
     bool m_packagesIdleInLog = false;

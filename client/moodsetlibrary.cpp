@@ -1,27 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "moodsetlibrary.h"
 
-#include <QFileInfo>
+#include "libraryfault.h"
+#include "subject.h"
+#include "text.h"
+
 #include <QStringList>
 #include <QUrl>
 
-#include <queryagent.h>
-#include <queryagentdatabase.h>
-
 namespace {
-
-class Listing final : public QueryAgent::Recipient
-{
-public:
-    void receive(const QVector<Content>& batch) override
-    {
-        for (const Content& content : batch) {
-            moodsets.append(Moodset(content));
-        }
-    }
-
-    QVector<Moodset> moodsets;
-};
 
 // The content library tells of failures in the Qt log alone. While this lives, they come here.
 class LogCollection
@@ -54,25 +41,31 @@ QStringList LogCollection::texts;
 template <typename Reading>
 void MoodsetLibrary::read(Reading reading)
 {
-    const QString path = QueryAgentDatabase::filePath();
-    if (!QFileInfo::exists(path)) {
-        m_error = QStringLiteral("there is no database at %1").arg(path);
+    const LogCollection log;
+    m_isOpen = m_isOpen || m_reader.open();
+    if (!m_isOpen) {
+        m_error = libraryFault(m_reader);
         return;
     }
-    const LogCollection log;
-    if (QueryAgent* const agent = QueryAgent::agentFor(MoodsetContent::Moodset)) {
-        reading(*agent);
-    }
-    m_error = LogCollection::texts.isEmpty() ? QString()
-                                             : QStringLiteral("cannot read the moodsets: ")
-            + LogCollection::texts.join(QLatin1Char(' '));
+    reading();
+    const QString reason = LogCollection::texts.isEmpty()
+        ? m_reader.error()
+        : LogCollection::texts.join(QLatin1Char(' '));
+    m_error = reason.isEmpty() ? QString() : Text::tr("cannot read the moodsets: %1").arg(reason);
 }
 
 QVector<Moodset> MoodsetLibrary::moodsets()
 {
-    Listing listing;
-    read([&listing](QueryAgent& agent) { agent.query(&listing, {}); });
-    return listing.moodsets;
+    QVector<Moodset> moodsets;
+    read([&] { moodsets = m_reader.moodsets(); });
+    return moodsets;
+}
+
+QVector<LibraryReader::Summary> MoodsetLibrary::summaries()
+{
+    QVector<LibraryReader::Summary> summaries;
+    read([&] { summaries = m_reader.summaries(); });
+    return summaries;
 }
 
 QVector<Moodset> MoodsetLibrary::find(const QString& text)
@@ -82,7 +75,7 @@ QVector<Moodset> MoodsetLibrary::find(const QString& text)
         if (QString::number(moodset->id) == text) {
             return {moodset};
         }
-        if (moodset->displayName == text) {
+        if (calledName(*moodset) == text) {
             named.append(moodset);
         }
     }
@@ -91,16 +84,16 @@ QVector<Moodset> MoodsetLibrary::find(const QString& text)
 
 Moodset MoodsetLibrary::moodset(const QUrl& url)
 {
-    Content content;
-    read([&content, &url](QueryAgent& agent) { content = agent.queryByUrl(url); });
-    return Moodset(content);
+    Moodset moodset;
+    read([&] { moodset = m_reader.moodset(url); });
+    return moodset;
 }
 
 Moodset MoodsetLibrary::moodset(qint64 id)
 {
-    Content content;
-    read([&content, id](QueryAgent& agent) { content = agent.queryById(id); });
-    return Moodset(content);
+    Moodset moodset;
+    read([&] { moodset = m_reader.moodset(id); });
+    return moodset;
 }
 
 QString MoodsetLibrary::error() const

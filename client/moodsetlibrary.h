@@ -4,21 +4,25 @@
 #include <QString>
 #include <QVector>
 
-#include <moodsetdata.h>
+#include <libraryreader.h>
 
-class QueryAgent;
 class QUrl;
 
 /// Reads moodsets from the daemon's database, through the content library.
 ///
-/// A call that fails gives an empty result and leaves its reason in error().
+/// A call that fails gives an empty result and leaves its reason in error(). Each object reads the
+/// database that there is when it first reads.
 class MoodsetLibrary
 {
 public:
-    /// All moodsets, favourites first.
+    /// All moodsets, favourites first, without their tones.
     QVector<Moodset> moodsets();
 
-    /// The moodsets that a user means by text: the one of that id, or else all of that name.
+    /// All moodsets, with only the data that a list shows.
+    QVector<LibraryReader::Summary> summaries();
+
+    /// The moodsets that a user means by `text`: the one with this id, or else all with this name,
+    /// without their tones. See calledName().
     QVector<Moodset> find(const QString& text);
 
     /// The moodset of a local file, or of the picture that was downloaded from any other URL; a
@@ -27,12 +31,14 @@ public:
     /// The moodset of an id, or a null handle.
     Moodset moodset(qint64 id);
 
-    /// Why the last call failed, in one line; empty if it did not.
+    /// The reason why the last call failed, in one line. Empty if it succeeded.
     QString error() const;
 
 private:
     template <typename Reading>
     void read(Reading reading);
 
+    LibraryReader m_reader;
+    bool m_isOpen = false;
     QString m_error;
 };

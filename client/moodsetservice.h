@@ -15,6 +15,19 @@ public:
 
     bool isRunning() const;
 
+    /// Whether the session bus can be reached.
+    static bool hasBus();
+
+    /// Whether the session bus can start the daemon.
+    static bool canBeStarted();
+
+    /// Makes the session bus start the daemon, unless it runs, and waits until it answers. Returns
+    /// an empty text, or the reason of the failure and how to start the daemon, in one line.
+    QString start() const;
+
+    /// The process that owns the daemon's bus name. 0 if there is none.
+    qint64 processId() const;
+
     /// The daemon's methods. Each waits for the reply, and returns why the call failed, in one
     /// line, or an empty text. A successful call says nothing about what came of it: look into the
     /// database.
@@ -25,8 +38,10 @@ public:
     QString removeMoodset(qint64 id) const;
     QString installPackage(const QString& path) const;
     QString refreshMoodsets() const;
+    /// Records the address that a file was downloaded from.
+    QString saveSource(qint64 fileId, const QString& source) const;
 
-    /// Asks the daemon for a sign of life. It replies after the step of work that it is doing; then
+    /// Sends a call that changes nothing. The daemon replies after its present turn of work; then
     /// alive() is emitted.
     void ask();
 

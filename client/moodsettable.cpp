@@ -2,6 +2,8 @@
 #include "moodsettable.h"
 
 #include "printabletext.h"
+#include "subject.h"
+#include "text.h"
 #include "texttable.h"
 
 #include <QStringList>
@@ -11,34 +13,39 @@ namespace {
 
 QString answer(bool yes)
 {
-    return yes ? QStringLiteral("yes") : QStringLiteral("-");
+    return yes ? Text::tr("yes") : QStringLiteral("-");
 }
 
-QString displayColors(const MoodsetData& moodset, ColorStyle style)
+QString displayColors(const LibraryReader::Summary& moodset, ColorStyle style)
 {
-    QStringList colors;
-    for (const QColor& color :
-         {moodset.primaryColor, moodset.secondaryColor, moodset.highlightColor,
-          moodset.secondaryHighlightColor}) {
-        colors.append(displayColor(color, style));
-    }
-    return colors.join(QLatin1Char(' '));
+    return displayColor(moodset.primaryColor, style) + QLatin1Char(' ')
+        + displayColor(moodset.secondaryColor, style) + QLatin1Char(' ')
+        + displayColor(moodset.highlightColor, style) + QLatin1Char(' ')
+        + displayColor(moodset.secondaryHighlightColor, style);
 }
 
 } // namespace
 
-QString moodsetTable(const QVector<Moodset>& moodsets, const QString& activeFile, ColorStyle style)
+QString moodsetTable(
+    const QVector<LibraryReader::Summary>& moodsets, const QString& activeFile, ColorStyle style,
+    int terminalColumns)
 {
     QVector<QStringList> lines{
-        {QStringLiteral("Id"), QStringLiteral("Name"), QStringLiteral("Favourite"),
-         QStringLiteral("Active"), QStringLiteral("File"), QStringLiteral("Colours")}};
-    for (const Moodset& moodset : moodsets) {
-        const QString file = moodset->url.toLocalFile();
+        {Text::tr("Id"), Text::tr("Name"), Text::tr("Favourite"), Text::tr("Active"),
+         Text::tr("File"), Text::tr("Colours")}};
+    lines.reserve(moodsets.size() + 1);
+    const QString yes = answer(true);
+    const QString no = answer(false);
+    for (const LibraryReader::Summary& moodset : moodsets) {
         lines.append(
-            {QString::number(moodset->id), printableText(moodset->displayName),
-             answer(moodset->favorite), answer(file == activeFile), displayPath(file, QString()),
-             displayColors(*moodset, style)});
+            {QString::number(moodset.id), printableText(calledName(moodset)),
+             moodset.favorite ? yes : no, moodset.path == activeFile ? yes : no,
+             printableText(moodset.path), displayColors(moodset, style)});
     }
-    const QString number = numbered(moodsets.size(), "moodset", "moodsets") + QLatin1Char('\n');
-    return moodsets.isEmpty() ? number : textTable(lines) + number;
+    const QString number = numbered(
+                               moodsets.size(), QT_TRANSLATE_NOOP("Text", "%1 moodset"),
+                               QT_TRANSLATE_NOOP("Text", "%1 moodsets"))
+        + QLatin1Char('\n');
+    const QVector<Fit> fits{Fit::Whole, Fit::KeepStart, Fit::Whole, Fit::Whole, Fit::KeepEnd};
+    return moodsets.isEmpty() ? number : textTable(lines, fits, terminalColumns) + number;
 }

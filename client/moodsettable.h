@@ -6,8 +6,11 @@
 #include <QString>
 #include <QVector>
 
-#include <moodsetdata.h>
+#include <libraryreader.h>
 
 /// A table of moodsets, one to a line, below a line of titles, and then a line with their number.
 /// activeFile is the path of the active moodset's file.
-QString moodsetTable(const QVector<Moodset>& moodsets, const QString& activeFile, ColorStyle style);
+/// terminalColumns is as for textTable().
+QString moodsetTable(
+    const QVector<LibraryReader::Summary>& moodsets, const QString& activeFile, ColorStyle style,
+    int terminalColumns = 0);

@@ -3,15 +3,16 @@
 
 #include <QHash>
 
-QVector<PhotoChange> photoChanges(const QVector<Photo>& before, const QVector<Photo>& after)
+QVector<PhotoChange> photoChanges(
+    const QVector<LibraryFile>& before, const QVector<LibraryFile>& after)
 {
-    QHash<QString, Photo> previous;
-    for (const Photo& photo : before) {
+    QHash<QString, LibraryFile> previous;
+    for (const LibraryFile& photo : before) {
         previous.insert(photo.path, photo);
     }
 
     QVector<PhotoChange> arrivals;
-    for (const Photo& photo : after) {
+    for (const LibraryFile& photo : after) {
         const auto match = previous.constFind(photo.path);
         if (match == previous.constEnd()) {
             arrivals.append({PhotoChange::Kind::Added, photo});
@@ -22,7 +23,7 @@ QVector<PhotoChange> photoChanges(const QVector<Photo>& before, const QVector<Ph
     }
 
     QVector<PhotoChange> changes;
-    for (const Photo& photo : before) {
+    for (const LibraryFile& photo : before) {
         if (previous.contains(photo.path)) {
             changes.append({PhotoChange::Kind::Removed, photo});
         }

@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "photo.h"
+#include <libraryfile.h>
 
 #include <QVector>
 
-/// What has become of one picture between two looks at the database.
+/// The change of one picture between two states of the database.
 struct PhotoChange
 {
     enum class Kind { Added, Changed, Removed };
 
     Kind kind;
     /// The picture as it is now, or as it was if it has been removed.
-    Photo photo;
+    LibraryFile photo;
 };
 
 /// The changes from before to after, removals first, then in the order of after.
-QVector<PhotoChange> photoChanges(const QVector<Photo>& before, const QVector<Photo>& after);
+QVector<PhotoChange> photoChanges(
+    const QVector<LibraryFile>& before, const QVector<LibraryFile>& after);

@@ -1,24 +1,26 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "library.h"
-#include "photo.h"
+#include <libraryfile.h>
+#include <libraryreader.h>
 
 #include <QString>
 #include <QVector>
 
 /// The size of photo, or what there is instead: "waiting", "unreadable" or "unknown".
-QString displaySize(const Photo& photo);
+QString displaySize(const LibraryFile& photo);
 
-/// When photo was taken, or "-".
-QString displayTaken(const Photo& photo);
+/// When photo was taken, in the form of the locale, or "-".
+QString displayTaken(const LibraryFile& photo);
 
 /// The orientation of photo, or "-".
-QString displayOrientation(const Photo& photo);
+QString displayOrientation(const LibraryFile& photo);
 
 /// A table of photos, one to a line, below a line of titles; columns are as wide as their
 /// content. Empty without photos.
-QString photoTable(const QVector<Photo>& photos, const QString& folder);
+/// terminalColumns is as for textTable().
+QString photoTable(
+    const QVector<LibraryFile>& photos, const QString& folder, int terminalColumns = 0);
 
 /// One line that sums up what the database holds.
-QString summaryLine(const Library::Counts& counts, const QVector<Photo>& photos);
+QString summaryLine(const LibraryReader::Counts& counts, const QVector<LibraryFile>& photos);

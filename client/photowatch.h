@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "photo.h"
+#include "photochange.h"
 
 #include <QObject>
-#include <QTextStream>
 #include <QVector>
 
-class Library;
+class LibraryReader;
 class MoodsetService;
 
-/// Prints each picture that is added to the library, changed in it or removed from it, one to a
-/// line, as the daemon announces it.
+/// Reports each picture that is added to the library, changed in it or removed from it, when the
+/// daemon announces it.
 class PhotoWatch : public QObject
 {
     Q_OBJECT
@@ -20,17 +19,18 @@ public:
     /// Follows changes from the state that the library is in now. Make the watch before anything
     /// that shows this state, so that no change falls in between; photos() is that state.
     PhotoWatch(
-        const MoodsetService& service, const Library& library, const QString& folder,
-        QTextStream& output, QObject* parent = nullptr);
+        const MoodsetService& service, const LibraryReader& library, QObject* parent = nullptr);
 
     /// The pictures as last seen.
-    QVector<Photo> photos() const;
+    QVector<LibraryFile> photos() const;
+
+Q_SIGNALS:
+    /// Some pictures have changed; emitted once for each announcement that brought any.
+    void changed(const QVector<PhotoChange>& changes);
 
 private:
-    void printChanges();
+    void look();
 
-    const Library& m_library;
-    QString m_folder;
-    QTextStream& m_output;
-    QVector<Photo> m_photos;
+    const LibraryReader& m_library;
+    QVector<LibraryFile> m_photos;
 };

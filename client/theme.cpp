@@ -3,6 +3,7 @@
 
 #include <colorstring.h>
 #include <mgconfitem.h>
+#include <moodsetnames.h>
 
 namespace {
 
@@ -20,6 +21,7 @@ QColor color(const QLatin1String& key)
 
 Theme Theme::read()
 {
+    namespace ThemeKey = MoodsetNames::ThemeKey;
     Theme theme;
     theme.request = text(ThemeKey::Request);
     theme.homeWallpaper = text(ThemeKey::HomeWallpaper);
@@ -28,6 +30,11 @@ Theme Theme::read()
     theme.secondaryHighlight = color(ThemeKey::SecondaryHighlight);
     theme.primary = color(ThemeKey::Primary);
     theme.secondary = color(ThemeKey::Secondary);
-    theme.activeMoodset = text(ThemeKey::ActiveMoodset);
+    theme.activeMoodset = readActiveMoodset();
     return theme;
+}
+
+QString Theme::readActiveMoodset()
+{
+    return text(MoodsetNames::ThemeKey::ActiveMoodset);
 }

@@ -2,7 +2,10 @@
 #include "themetable.h"
 
 #include "printabletext.h"
+#include "text.h"
 #include "texttable.h"
+
+#include <moodsetnames.h>
 
 namespace {
 
@@ -21,9 +24,10 @@ QString value(const QColor& color, ColorStyle style)
 
 } // namespace
 
-QString themeTable(const Theme& theme, ColorStyle style)
+QString themeTable(const Theme& theme, ColorStyle style, int terminalColumns)
 {
-    QVector<QStringList> lines{{QStringLiteral("Key"), QStringLiteral("Value")}};
+    namespace ThemeKey = MoodsetNames::ThemeKey;
+    QVector<QStringList> lines{{Text::tr("Key"), Text::tr("Value")}};
     const auto add = [&](const QLatin1String& key, const auto& set) {
         lines.append({key, value(set, style)});
     };
@@ -35,5 +39,5 @@ QString themeTable(const Theme& theme, ColorStyle style)
     add(ThemeKey::Primary, theme.primary);
     add(ThemeKey::Secondary, theme.secondary);
     add(ThemeKey::ActiveMoodset, theme.activeMoodset);
-    return textTable(lines);
+    return textTable(lines, {Fit::Whole, Fit::KeepEnd}, terminalColumns);
 }

@@ -7,6 +7,7 @@
 #include <QString>
 
 /// A table of the theme's keys and their values, one to a line, below a line of titles. Colours are
-/// texts, in the style Swatches behind a field of the colour. A minus sign stands for what is not
+/// texts, in the style Swatches after a field of the colour. A minus sign stands for what is not
 /// set.
-QString themeTable(const Theme& theme, ColorStyle style);
+/// terminalColumns is as for textTable().
+QString themeTable(const Theme& theme, ColorStyle style, int terminalColumns = 0);

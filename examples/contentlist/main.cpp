@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Lists moodsets and photos, and lists them again whenever the daemon says that there is something
-// new to read.
-#include <photodata.h>
-#include <queryagent.h>
+// Lists moodsets and pictures, and lists them again whenever the daemon announces that there is
+// something new to read.
+#include <moodset-content/photodata.h>
+#include <moodset-content/queryagent.h>
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -34,7 +34,7 @@ public:
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    QTimer timer; // One listing for all that comes before the loop turns.
+    QTimer timer; // Many signals in a short time cause only one listing.
     timer.setSingleShot(true);
     QObject::connect(&timer, &QTimer::timeout, [] {
         Printer printer;

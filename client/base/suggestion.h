@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// The candidate that a mistyped word most likely means. Empty if none is similar.
+QString nearest(const QString& word, const QStringList& candidates);
+
+/// "; did you mean X?" for the nearest candidate; empty if there is none.
+QString didYouMean(const QString& word, const QStringList& candidates);

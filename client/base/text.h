@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+
+/// The translation context of all texts of the client: Text::tr("...").
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(Text)
+};
+
+/// The singular or the plural of a translated text, with `number` in place of its "%1".
+QString numbered(int number, const char* singular, const char* plural);
+
+/// Has a program speak the language of the environment, if it is one of those built in for the
+/// catalogue of that name.
+void installTranslation(QCoreApplication* application, const char* catalog = "moodsetctl");

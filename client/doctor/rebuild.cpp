@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "rebuild.h"
+
+#include "doctor/unfinishedrebuild.h"
+#include "editsbackup.h"
+#include "idleoutcome.h"
+#include "jsonrecord.h"
+#include "libraryfault.h"
+#include "moodsetservice.h"
+#include "subject.h"
+#include "text.h"
+
+#include <QDateTime>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QThread>
+
+#include <csignal>
+#include <libraryreader.h>
+
+namespace {
+
+constexpr int EndTimeoutMs = 30000;
+constexpr unsigned long PauseMs = 20;
+
+/// Gives the database another name, with what is written ahead. A running daemon goes on with it,
+/// and whoever starts it next finds none.
+QString setAside(QString* kept)
+{
+    const QString path = LibraryReader::standardPath();
+    *kept = path
+        + QDateTime::currentDateTime().toString(
+            QStringLiteral("'.before-rebuild-'yyyyMMdd-hhmmss-zzz"));
+    for (const char* const suffix : {"-shm", "-wal", ""}) {
+        const QString from = path + QLatin1String(suffix);
+        const QString to = *kept + QLatin1String(suffix);
+        if (QFileInfo::exists(from) && !QFile::rename(from, to)) {
+            return about(from, Text::tr("cannot be renamed"));
+        }
+    }
+    return {};
+}
+
+/// Ends the daemon, which keeps nothing in memory that is worth saving.
+QString stop(const MoodsetService& service)
+{
+    const qint64 processId = service.processId();
+    if (processId == 0) {
+        return {};
+    }
+    if (kill(pid_t(processId), SIGTERM) != 0) {
+        return Text::tr("the daemon cannot be stopped");
+    }
+    const QDeadlineTimer deadline(EndTimeoutMs);
+    while (service.processId() == processId) {
+        if (deadline.hasExpired()) {
+            return Text::tr("the daemon does not end");
+        }
+        QThread::msleep(PauseMs);
+    }
+    return {};
+}
+
+/// What has become of the edits and of the old database.
+struct Saved
+{
+    QString backup;
+    /// Why the edits could not be read; then the old database is all there is.
+    QString unreadable;
+    /// The old database; empty if there was none.
+    QString database;
+};
+
+/// Saves the edits and sets the database aside, while no daemon runs. Returns why it cannot; then
+/// nothing has changed.
+QString saveAndSetAside(Saved* saved)
+{
+    if (!QFileInfo::exists(LibraryReader::standardPath())) {
+        return {};
+    }
+    const QJsonObject edits = EditsBackup::collect(&saved->unreadable);
+    // That is no damage, and will pass.
+    if (saved->unreadable.contains(QLatin1String("locked"))) {
+        return saved->unreadable;
+    }
+    if (saved->unreadable.isEmpty()) {
+        const QString path = UnfinishedRebuild::newPath();
+        QString fault = EditsBackup::save(edits, path);
+        if (!fault.isEmpty()) {
+            return fault;
+        }
+        saved->backup = path;
+    }
+    return setAside(&saved->database);
+}
+
+/// Has a new database built, and sets the old one aside; done() once the daemon is idle.
+Outcome buildAnew(Saved* saved, bool showProgress)
+{
+    const MoodsetService stopped;
+    QString fault = stop(stopped);
+    if (fault.isEmpty()) {
+        fault = saveAndSetAside(saved);
+    }
+    if (fault.isEmpty()) {
+        // Somebody may have had it started meanwhile, with the old database.
+        fault = stop(stopped);
+    }
+    MoodsetService service;
+    const QString startFault = service.start();
+    if (!fault.isEmpty()) {
+        return Outcome::failed(fault);
+    }
+    if (!startFault.isEmpty()) {
+        return Outcome::failed(startFault, ExitStatus::NoDaemon);
+    }
+    LibraryReader library;
+    if (!library.open()) {
+        return Outcome::failed(libraryFault(library));
+    }
+    return awaitIdle(&service, library, QString(), 0, showProgress);
+}
+
+/// The outcome with what is known of the saved edits and the old database.
+Outcome withSaved(Outcome outcome, const Saved& saved)
+{
+    outcome.result.insert(QStringLiteral("backup"), JsonRecord::text(saved.backup));
+    outcome.result.insert(QStringLiteral("oldDatabase"), JsonRecord::text(saved.database));
+    if (outcome.status != ExitStatus::Done && !saved.backup.isEmpty()) {
+        outcome.error +=
+            Text::tr("; the edits are in %1, see moodsetctl restore").arg(saved.backup);
+    }
+    if (!saved.unreadable.isEmpty() && !saved.database.isEmpty()) {
+        const QString text =
+            Text::tr("the library is built anew, without the edits, which could not be read: %1; "
+                     "the old database is %2")
+                .arg(saved.unreadable, saved.database);
+        outcome.error += outcome.error.isEmpty() ? text : QStringLiteral("; ") + text;
+        outcome.status = ExitStatus::Failed;
+    }
+    return outcome;
+}
+
+} // namespace
+
+Outcome rebuildLibrary(bool showProgress)
+{
+    if (!MoodsetService::canBeStarted()) {
+        return Outcome::failed(
+            Text::tr("the session bus cannot start the daemon, so it is not stopped"),
+            ExitStatus::NoDaemon);
+    }
+    const QString unfinished = UnfinishedRebuild::find();
+    if (!unfinished.isEmpty()) {
+        return Outcome::failed(
+            Text::tr("a rebuild was cut short; put its edits back first: moodsetctl restore %1")
+                .arg(unfinished));
+    }
+    Saved saved;
+    Outcome outcome = buildAnew(&saved, showProgress);
+    outcome.result = EditsBackup::noneRestored();
+    if (outcome.status == ExitStatus::Done && !saved.backup.isEmpty()) {
+        bool isTried = false;
+        outcome = EditsBackup::restore(MoodsetService(), saved.backup, &isTried);
+        if (isTried) {
+            saved.backup = UnfinishedRebuild::finish(saved.backup);
+        }
+    }
+    if (outcome.status == ExitStatus::Done && saved.unreadable.isEmpty()) {
+        outcome.text = saved.database.isEmpty()
+            ? Text::tr("The library is built; there was none.") + QLatin1Char('\n')
+            : Text::tr("The library is built anew, and the edits are back.") + QLatin1Char(' ')
+                + outcome.text
+                + Text::tr("The old database is %1, the saved edits are %2.")
+                      .arg(saved.database, saved.backup)
+                + QLatin1Char('\n');
+    }
+    return withSaved(outcome, saved);
+}
