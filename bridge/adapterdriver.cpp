@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "adapterdriver.h"
+
+#include <QDateTime>
+#include <QDebug>
+#include <QPointer>
+
+#include <utility>
+
+namespace {
+
+/// How often, and how long after, a shell is asked again that did not answer in time.
+constexpr int Retries = 3;
+constexpr int RetryMs = 5000;
+
+void overlay(QJsonObject* values, const QJsonObject& newer)
+{
+    for (auto value = newer.begin(); value != newer.end(); ++value) {
+        values->insert(value.key(), value.value());
+    }
+}
+
+} // namespace
+
+AdapterDriver::AdapterDriver(
+    std::unique_ptr<Adapter> adapter, AdapterSetting setting, StateRecord* state, QObject* parent)
+    : QObject(parent)
+    , m_adapter(std::move(adapter))
+    , m_setting(setting)
+    , m_state(state)
+{
+    m_limit.setSingleShot(true);
+    connect(&m_limit, &QTimer::timeout, this, [this] {
+        giveUp(QStringLiteral("It did not answer within %1 s.").arg(m_adapter->limitMs() / 1000.0));
+        if (m_adapter->isTriedAgain() && m_retriesLeft-- > 0) {
+            m_retry.start();
+        }
+    });
+    m_retry.setSingleShot(true);
+    m_retry.setInterval(RetryMs);
+    connect(&m_retry, &QTimer::timeout, this, &AdapterDriver::startRunIfNeeded);
+}
+
+void AdapterDriver::start()
+{
+    state().setting = settingName(m_setting);
+    state().isPresent = false;
+    if (m_setting == AdapterSetting::Off) {
+        return;
+    }
+    connect(m_adapter.get(), &Adapter::presenceChanged, this, &AdapterDriver::handlePresence);
+    connect(m_adapter.get(), &Adapter::forgotten, this, &AdapterDriver::handleForgotten);
+    connect(m_adapter.get(), &Adapter::doubted, this, &AdapterDriver::handleDoubt);
+    m_isForced = !m_adapter->isKept();
+    m_adapter->detect();
+}
+
+void AdapterDriver::hand(const Appearance& appearance)
+{
+    m_appearance = appearance;
+    m_retriesLeft = Retries;
+    if (m_isVerifying) {
+        // What it looks for is past.
+        interrupt();
+    }
+    m_isStale = m_isRunning;
+    startRunIfNeeded();
+}
+
+void AdapterDriver::handlePresence()
+{
+    state().isPresent = m_adapter->isPresent();
+    m_retriesLeft = Retries;
+    Q_EMIT stateChanged();
+    if (!m_adapter->isKept()) {
+        m_isForced = true;
+    }
+    if (m_adapter->isPresent()) {
+        startRunIfNeeded();
+    } else if (m_isRunning && m_setting != AdapterSetting::On) {
+        giveUp(QStringLiteral("It went away while it was being set."));
+    }
+}
+
+void AdapterDriver::handleForgotten()
+{
+    m_isForced = true;
+    interrupt();
+    startRunIfNeeded();
+}
+
+void AdapterDriver::interrupt()
+{
+    ++m_step;
+    m_limit.stop();
+    m_isRunning = false;
+    m_isVerifying = false;
+    m_adapter->abandon();
+}
+
+void AdapterDriver::handleDoubt()
+{
+    if (!m_isRunning && !m_plan.isEmpty()) {
+        m_isRunning = true;
+        verify();
+    }
+}
+
+void AdapterDriver::startRunIfNeeded()
+{
+    const bool isWanted = m_setting == AdapterSetting::On
+        || (m_setting == AdapterSetting::Auto && m_adapter->isPresent());
+    if (m_isRunning || !isWanted || !m_appearance) {
+        return;
+    }
+    const QJsonObject plan = m_adapter->plan(*m_appearance);
+    if (plan.isEmpty()) {
+        state().failure = m_adapter->shortfall(*m_appearance);
+        Q_EMIT stateChanged();
+    } else if (m_isForced || !isPlanSet(plan)) {
+        run(plan);
+    } else {
+        m_plan = plan;
+    }
+}
+
+bool AdapterDriver::isPlanSet(const QJsonObject& plan) const
+{
+    const AdapterState state = m_state->adapters.value(m_adapter->name());
+    if (state.time.isEmpty() || state.failure != m_adapter->shortfall(*m_appearance)) {
+        return false;
+    }
+    QJsonObject both = state.record.set;
+    overlay(&both, plan);
+    return both == state.record.set;
+}
+
+void AdapterDriver::run(const QJsonObject& plan)
+{
+    m_isRunning = true;
+    m_isStale = false;
+    m_isForced = false;
+    m_plan = plan;
+    m_limit.start(m_adapter->limitMs());
+    const QPointer<AdapterDriver> guard(this);
+    const quint64 step = ++m_step;
+    m_adapter->save(
+        plan, state().record, [guard, step](const QJsonObject& saved, const QString& failure) {
+            AdapterDriver* const driver = guard.data();
+            if (!driver || driver->m_step != step) {
+                return;
+            }
+            if (failure.isEmpty()) {
+                driver->apply(saved);
+            } else {
+                driver->finish(failure);
+            }
+        });
+}
+
+// What the user had has to be on the disk before it is replaced.
+void AdapterDriver::apply(const QJsonObject& saved)
+{
+    AdapterRecord& record = state().record;
+    record.saved = saved;
+    if (record.earlier.isEmpty()) {
+        record.earlier = record.set;
+    }
+    overlay(&record.set, m_plan);
+    const QString failure = m_state->store();
+    if (!failure.isEmpty() && !saved.isEmpty()) {
+        finish(failure);
+        return;
+    }
+    m_adapter->apply(*m_appearance, m_plan, then(&AdapterDriver::verify));
+}
+
+void AdapterDriver::verify()
+{
+    m_isVerifying = true;
+    m_adapter->verify(m_plan, then(&AdapterDriver::conclude));
+}
+
+void AdapterDriver::conclude()
+{
+    state().time = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
+    state().record.earlier = QJsonObject();
+    finish(m_adapter->shortfall(*m_appearance));
+}
+
+void AdapterDriver::giveUp(const QString& reason)
+{
+    m_adapter->abandon();
+    finish(reason);
+}
+
+void AdapterDriver::finish(const QString& failure)
+{
+    ++m_step;
+    m_limit.stop();
+    m_isRunning = false;
+    m_isVerifying = false;
+    if (!failure.isEmpty() && failure != state().failure) {
+        qWarning().noquote() << m_adapter->name() + QStringLiteral(": ") + failure;
+    }
+    state().failure = failure;
+    Q_EMIT stateChanged();
+    Q_EMIT rested();
+    if (std::exchange(m_isStale, false)) {
+        startRunIfNeeded();
+    }
+}
+
+Adapter::Done AdapterDriver::then(void (AdapterDriver::*next)())
+{
+    m_limit.start(m_adapter->limitMs());
+    const QPointer<AdapterDriver> guard(this);
+    const quint64 step = ++m_step;
+    return [guard, step, next](const QString& failure) {
+        AdapterDriver* const driver = guard.data();
+        if (!driver || driver->m_step != step) {
+            return;
+        }
+        if (failure.isEmpty()) {
+            (driver->*next)();
+        } else {
+            driver->finish(failure);
+        }
+    };
+}

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "argb.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QMap>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <optional>
+
+/// A colour as the portal gives it: three numbers from 0 to 1, a `(ddd)` on the bus.
+struct PortalColor
+{
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+};
+Q_DECLARE_METATYPE(PortalColor)
+
+QDBusArgument& operator<<(QDBusArgument& argument, const PortalColor& color);
+const QDBusArgument& operator>>(const QDBusArgument& argument, PortalColor& color);
+
+/// Settings by their names, in groups by their namespaces.
+using PortalSettings = QMap<QString, QVariantMap>;
+Q_DECLARE_METATYPE(PortalSettings)
+
+/// The interface of a backend of the settings portal, with one setting.
+class SettingsBackend : public QDBusAbstractAdaptor
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.impl.portal.Settings")
+    Q_PROPERTY(uint version READ version CONSTANT)
+public:
+    /// The namespace and the name of the setting.
+    static QString nameSpace();
+    static QString setting();
+
+    explicit SettingsBackend(QObject* parent);
+
+    uint version() const { return 1; }
+    /// Offers a colour from now on, and tells of it if it is another one.
+    void setColor(const Argb& color);
+
+public Q_SLOTS:
+    // The names are those of the interface.
+    // NOLINTBEGIN(readability-identifier-naming)
+    QDBusVariant Read(
+        const QString& namespaceName, const QString& key, const QDBusMessage& message);
+    PortalSettings ReadAll(const QStringList& namespaces);
+    // NOLINTEND(readability-identifier-naming)
+
+Q_SIGNALS:
+    void SettingChanged(
+        const QString& namespaceName, const QString& key, const QDBusVariant& value);
+
+private:
+    std::optional<PortalColor> m_color;
+};
