@@ -1,0 +1,319 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "contentmodel.h"
+
+#include "recordvalues.h"
+
+#include <QScopedValueRollback>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace {
+
+/// A model rests after each reading: at least for so long, so that a few announcements make one
+/// reading, and else for as long as the reading took, so that it never keeps the thread to itself.
+constexpr int ShortestPauseMs = 50;
+constexpr int LongestPauseMs = 5000;
+
+/// As many rows as a large screen shows.
+constexpr int FastStartRows = 200;
+
+/// Whether an announcement of a type concerns a model of another: the removal of a picture or of a
+/// moodset file is announced as one of a file.
+bool concerns(int announced, MoodsetContent::Type type)
+{
+    return announced == type || announced == MoodsetContent::File;
+}
+
+} // namespace
+
+ContentModel::ContentModel(MoodsetContent::Type type, QObject* parent)
+    : QAbstractListModel(parent)
+    , m_type(type)
+    , m_roleNames(RecordValues::roleNames(type))
+{
+    m_pause.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, [this] {
+        if (m_isStale) {
+            start();
+        }
+    });
+    connect(this, &QAbstractItemModel::rowsInserted, this, &ContentModel::countChanged);
+    connect(this, &QAbstractItemModel::rowsRemoved, this, &ContentModel::countChanged);
+}
+
+ContentModel::~ContentModel()
+{
+    if (m_reading) {
+        m_reading->cancel();
+    }
+}
+
+void ContentModel::classBegin()
+{
+}
+
+void ContentModel::componentComplete()
+{
+    m_thread = LibraryThread::instance();
+    // First the announcements, so that no change is missed in between.
+    m_events = LibraryEvents::instance();
+    connect(m_events.get(), &LibraryEvents::contentChanged, this, &ContentModel::handleChange);
+    connect(m_events.get(), &LibraryEvents::daemonStarted, this, &ContentModel::refresh);
+    setStatus(Loading, {});
+    start();
+}
+
+QVariant ContentModel::get(int row) const
+{
+    return row >= 0 && row < rowCount() ? RecordValues::map(this->row(row))
+                                        : QVariant::fromValue(nullptr);
+}
+
+int ContentModel::indexOf(qlonglong contentId) const
+{
+    for (int i = 0; i < rowCount(); ++i) {
+        if (row(i).id() == contentId) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+int ContentModel::indexOfUrl(const QUrl& url) const
+{
+    for (int i = 0; i < rowCount(); ++i) {
+        if (row(i).content.data()->url == url) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+int ContentModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_done + m_rows.size() - m_taken;
+}
+
+const ContentRow& ContentModel::row(int position) const
+{
+    return position < m_done ? m_next.at(position) : m_rows.at(m_taken + position - m_done);
+}
+
+QVariant ContentModel::data(const QModelIndex& index, int role) const
+{
+    return checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid)
+        ? RecordValues::value(row(index.row()), role)
+        : QVariant();
+}
+
+QHash<int, QByteArray> ContentModel::roleNames() const
+{
+    return m_roleNames;
+}
+
+void ContentModel::handleChange(int type)
+{
+    if (concerns(type, m_type)) {
+        schedule();
+    }
+}
+
+void ContentModel::refresh()
+{
+    schedule();
+}
+
+/// Has the library read as soon as the last reading is over and the pause after it.
+void ContentModel::schedule()
+{
+    m_isStale = true;
+    if (m_thread && !m_reading && !m_pause.isActive()) {
+        start();
+    }
+}
+
+void ContentModel::requery()
+{
+    if (!m_thread) {
+        return;
+    }
+    if (m_isChangingRows) {
+        // A view or a handler has asked in between two steps, when the rows are those of no
+        // listing.
+        m_isQueryStale = true;
+        return;
+    }
+    // What is being read is not wanted any more.
+    if (m_reading) {
+        m_reading->cancel();
+        m_reading.reset();
+    }
+    m_pause.stop();
+    setStatus(Loading, {});
+    start();
+}
+
+ContentModel::Query ContentModel::wholeListing(
+    MoodsetContent::Type type, QueryAgent::Parameters parameters)
+{
+    parameters.modificationTimes = true;
+    return {
+        [type, parameters](QueryAgent::Recipient* recipient, int /*limit*/) {
+            QueryAgent* const agent = QueryAgent::agentFor(type);
+            return agent != nullptr && agent->query(recipient, parameters);
+        },
+        {},
+        false};
+}
+
+void ContentModel::start()
+{
+    m_isStale = false;
+    m_isQueryStale = false;
+    m_readingTime.start();
+    m_reading = m_thread->read([this, query = query(), rows = m_rows,
+                                generation = m_generation](const LibraryThread::Work& work) {
+        readRows(work, query, rows, generation);
+    });
+}
+
+// Runs on the library's thread: of the model, only what is delivered knows anything.
+void ContentModel::readRows(
+    const LibraryThread::Work& work, const Query& query, ContentRows before, int generation)
+{
+    const QString fault = work.open();
+    const int newGeneration = work.generation();
+    const auto fail = [this, &work, newGeneration](const QString& error) {
+        work.deliver([this, error, newGeneration] { finish(error, newGeneration); });
+    };
+    if (!fault.isEmpty()) {
+        fail(fault);
+        return;
+    }
+    const RowKey key = newGeneration == generation ? RowKey::Id : RowKey::Url;
+    const auto portions = [this, &work](const ContentRows& portion) {
+        work.deliver([this, portion] { fill(portion); });
+    };
+    if (before.isEmpty() && query.hasFastStart && !query.filter) {
+        ContentListing start(work, {}, key, {}, {});
+        if (query.list(&start, FastStartRows)) {
+            before = start.rest();
+            portions(before);
+        }
+    }
+    const bool isFilled = before.isEmpty();
+    ContentListing listing(work, std::move(before), key, query.filter, portions);
+    if (!query.list(&listing, NoLimit)) {
+        fail(tr("the library cannot be read"));
+    } else if (isFilled) {
+        portions(listing.rest());
+        work.deliver([this, newGeneration] { finish({}, newGeneration); });
+    } else if (!work.isCancelled()) {
+        work.deliver([this, update = listing.update(), newGeneration] {
+            apply(update);
+            finish({}, newGeneration);
+        });
+    }
+}
+
+void ContentModel::finish(const QString& error, int generation)
+{
+    m_reading.reset();
+    m_generation = generation;
+    m_pause.start(
+        int(qBound(qint64(ShortestPauseMs), m_readingTime.elapsed(), qint64(LongestPauseMs))));
+    setStatus(error.isEmpty() ? Ready : Error, error);
+    if (error.isEmpty()) {
+        Q_EMIT updated();
+    }
+    if (m_isQueryStale) {
+        requery();
+    }
+}
+
+void ContentModel::setStatus(Status status, const QString& error)
+{
+    if (status != m_status || error != m_error) {
+        m_status = status;
+        m_error = error;
+        Q_EMIT statusChanged();
+    }
+}
+
+void ContentModel::fill(const ContentRows& rows)
+{
+    if (rows.isEmpty()) {
+        return;
+    }
+    const QScopedValueRollback<bool> changing(m_isChangingRows, true);
+    beginInsertRows({}, m_rows.size(), m_rows.size() + rows.size() - 1);
+    m_rows += rows;
+    endInsertRows();
+}
+
+void ContentModel::apply(const RowUpdate& update)
+{
+    const QScopedValueRollback<bool> changing(m_isChangingRows, true);
+    walkRemovals(update);
+    makeMoves(update);
+    walkInsertions(update);
+    announceChanges(update);
+}
+
+// In both walks, what has been walked through is shown from the new rows and the rest from the old
+// ones. So no row is copied, however many there are and wherever they come and go.
+
+void ContentModel::walkRemovals(const RowUpdate& update)
+{
+    if (update.removals.empty()) {
+        return;
+    }
+    m_next = update.kept;
+    int removed = 0;
+    for (const RowUpdate::Range& range : update.removals) {
+        m_done = range.first - removed;
+        m_taken = range.first;
+        beginRemoveRows({}, m_done, m_done + range.count - 1);
+        m_taken += range.count;
+        endRemoveRows();
+        removed += range.count;
+    }
+    m_rows = std::exchange(m_next, {});
+    m_done = 0;
+    m_taken = 0;
+}
+
+void ContentModel::makeMoves(const RowUpdate& update)
+{
+    for (const RowUpdate::Move& move : update.moves) {
+        const int before = move.to > move.from ? move.to + 1 : move.to;
+        beginMoveRows({}, move.from, move.from, {}, before);
+        m_rows.move(move.from, move.to);
+        endMoveRows();
+    }
+}
+
+void ContentModel::walkInsertions(const RowUpdate& update)
+{
+    m_next = update.rows;
+    int inserted = 0;
+    for (const RowUpdate::Range& range : update.insertions) {
+        m_done = range.first;
+        m_taken = range.first - inserted;
+        beginInsertRows({}, m_done, m_done + range.count - 1);
+        m_done += range.count;
+        endInsertRows();
+        inserted += range.count;
+    }
+    m_rows = std::exchange(m_next, {});
+    m_done = 0;
+    m_taken = 0;
+}
+
+void ContentModel::announceChanges(const RowUpdate& update)
+{
+    for (const RowUpdate::Range& range : update.changes) {
+        Q_EMIT dataChanged(index(range.first), index(range.first + range.count - 1));
+    }
+}

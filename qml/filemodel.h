@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "contentmodel.h"
+
+/// The files of the library, by their names.
+class FileModel : public ContentModel
+{
+    Q_OBJECT
+    Q_PROPERTY(QString mimeType READ mimeType WRITE setMimeType NOTIFY mimeTypeChanged)
+    Q_PROPERTY(
+        QStringList directories READ directories WRITE setDirectories NOTIFY directoriesChanged)
+
+public:
+    explicit FileModel(QObject* parent = nullptr);
+
+    /// The type of the files, such as "audio/*"; empty for all.
+    QString mimeType() const { return m_mimeType; }
+    void setMimeType(const QString& mimeType);
+
+    /// Paths: only files in directories below one of them are listed, and not those that lie
+    /// directly in it. Empty for all.
+    QStringList directories() const { return m_directories; }
+    void setDirectories(const QStringList& directories);
+
+Q_SIGNALS:
+    void mimeTypeChanged();
+    void directoriesChanged();
+
+protected:
+    Query query() const override;
+
+private:
+    QString m_mimeType;
+    QStringList m_directories;
+};
