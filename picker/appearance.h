@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QObject>
+#include <QVariant>
+
+class QDBusVariant;
+
+/// How the desktop wants programs to look: dark or light, with or without motion, and how large
+/// their text. It follows the desktop's portal, and takes the colours of the platform where there
+/// is none.
+class Appearance : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool dark READ isDark NOTIFY changed)
+    Q_PROPERTY(bool reducedMotion READ hasReducedMotion NOTIFY changed)
+    Q_PROPERTY(int textSize READ textSize NOTIFY changed)
+
+public:
+    enum class Scheme { System, Dark, Light };
+
+    explicit Appearance(QObject* parent = nullptr);
+
+    /// The user's wish for this program, which goes before that of the desktop.
+    void setScheme(Scheme scheme);
+
+    bool isDark() const;
+    bool hasReducedMotion() const { return m_reducedMotion; }
+
+    /// The height of body text, in pixels: that of the application's font, but not so small that a
+    /// finger could not find it.
+    int textSize() const;
+
+Q_SIGNALS:
+    void changed();
+
+private Q_SLOTS:
+    void settingChanged(const QString& nameSpace, const QString& key, const QDBusVariant& value);
+
+private:
+    void ask(const QString& nameSpace, const QString& key);
+    void take(const QString& nameSpace, const QString& key, const QVariant& value);
+
+    Scheme m_scheme = Scheme::System;
+    Scheme m_desktopScheme = Scheme::System;
+    bool m_reducedMotion = false;
+};

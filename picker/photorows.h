@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QAbstractListModel>
+#include <QDate>
+#include <QPointer>
+#include <QTimer>
+#include <QVector>
+
+#include <vector>
+
+/// The pictures of a PhotoModel as rows of a view: each month has a row with its name, and then
+/// rows of as many pictures as fit beside each other. Rows that stay the same stay where they are.
+class PhotoRows : public QAbstractListModel
+{
+    Q_OBJECT
+    Q_PROPERTY(QAbstractItemModel* photos READ photos WRITE setPhotos NOTIFY photosChanged)
+    Q_PROPERTY(int columns READ columns WRITE setColumns NOTIFY columnsChanged)
+
+public:
+    enum Role : int {
+        TitleRole = Qt::UserRole, ///< the name of the month; empty for a row of pictures
+        PicturesRole ///< a list of objects with url, thumbnail and name
+    };
+
+    explicit PhotoRows(QObject* parent = nullptr);
+
+    QAbstractItemModel* photos() const { return m_photos; }
+    void setPhotos(QAbstractItemModel* photos);
+    int columns() const { return m_columns; }
+    void setColumns(int columns);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void photosChanged();
+    void columnsChanged();
+
+private:
+    struct Row
+    {
+        QString month;
+        int first = 0; ///< the place of the first picture
+        QVector<qint64> ids; ///< of the pictures; empty for the name of a month
+
+        bool isAlike(const Row& other) const { return month == other.month && ids == other.ids; }
+    };
+
+    using Rows = std::vector<Row>;
+
+    Rows arranged() const;
+    void arrange();
+    void announce(int firstPhoto, int lastPhoto);
+    static QString title(const QString& month);
+
+    QPointer<QAbstractItemModel> m_photos;
+    int m_columns = 1;
+    Rows m_rows;
+    QTimer m_soon;
+};

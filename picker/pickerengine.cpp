@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "pickerengine.h"
+
+#include "iconprovider.h"
+#include "photorows.h"
+#include "picturepreview.h"
+#include "wallpapercolors.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QQuickWindow>
+
+namespace {
+
+constexpr const char* Uri = "MoodsetPicker";
+
+void registerTypes(Appearance* appearance, Incoming* incoming, Notices* notices)
+{
+    // In a module of its own, since Style, which is in the other one, needs it.
+    qmlRegisterSingletonInstance("MoodsetPicker.Desktop", 1, 0, "Appearance", appearance);
+    qmlRegisterSingletonInstance(Uri, 1, 0, "Incoming", incoming);
+    qmlRegisterSingletonInstance(Uri, 1, 0, "Notices", notices);
+    qmlRegisterSingletonType(QUrl(QStringLiteral("qrc:/qml/Style.qml")), Uri, 1, 0, "Style");
+    qmlRegisterType<PhotoRows>(Uri, 1, 0, "PhotoRows");
+    qmlRegisterType<PicturePreview>(Uri, 1, 0, "PicturePreview");
+    qmlRegisterType<WallpaperColors>(Uri, 1, 0, "WallpaperColors");
+}
+
+} // namespace
+
+PickerEngine::PickerEngine()
+{
+    registerTypes(&m_appearance, &m_incoming, &m_notices);
+    // In the build tree the module lies beside the programs, and where both are installed, in Qt's
+    // own folder or in one below the same prefix.
+    const QDir programs(QCoreApplication::applicationDirPath());
+    m_engine.addImportPath(programs.absoluteFilePath(QStringLiteral(QML_FROM_BIN)));
+    m_engine.addImportPath(programs.absoluteFilePath(QStringLiteral("../imports")));
+    m_engine.addImageProvider(IconProvider::name(), new IconProvider);
+}
+
+bool PickerEngine::show()
+{
+    m_engine.load(QUrl(QStringLiteral("qrc:/qml/Main.qml")));
+    if (window() == nullptr) {
+        return false;
+    }
+    window()->show();
+    return true;
+}
+
+QQuickWindow* PickerEngine::window() const
+{
+    const QList<QObject*> objects = m_engine.rootObjects();
+    return objects.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(objects.first());
+}
+
+void PickerEngine::raise()
+{
+    window()->show();
+    window()->raise();
+    window()->requestActivate();
+}
+
+void PickerEngine::open(const QString& text)
+{
+    QMetaObject::invokeMethod(window(), "openText", Q_ARG(QVariant, text));
+}

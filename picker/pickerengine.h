@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "appearance.h"
+#include "incoming.h"
+#include "notices.h"
+
+#include <QQmlApplicationEngine>
+#include <QString>
+
+class QQuickWindow;
+
+/// The interface of the program: its types, its window, and what the window needs from outside.
+class PickerEngine
+{
+public:
+    PickerEngine();
+    Q_DISABLE_COPY_MOVE(PickerEngine)
+
+    /// Shows the window. False if it cannot be made; Qt has said why then.
+    bool show();
+
+    QQuickWindow* window() const;
+    QQmlEngine& engine() { return m_engine; }
+    Appearance& appearance() { return m_appearance; }
+    Notices& notices() { return m_notices; }
+
+    /// Brings the window to the front.
+    void raise();
+    /// Opens a URL or a path, as if it had been dropped.
+    void open(const QString& text);
+
+private:
+    // The engine goes first, since its objects look at the others.
+    Appearance m_appearance;
+    Incoming m_incoming;
+    Notices m_notices;
+    QQmlApplicationEngine m_engine;
+};

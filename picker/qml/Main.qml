@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: BSD-3-Clause
+import Moodset 1.0
+import MoodsetPicker 1.0
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+
+// The window: tabs, the page of the tab with those above it, and what has come of the last call.
+T.ApplicationWindow {
+    id: window
+
+    readonly property bool wide: width >= Math.max(720, Style.text * 44)
+    readonly property int sideWidth: wide ? navigation.implicitWidth : 0
+    property int tab: 0
+
+    function showTab(index) {
+        pages.pop(null);
+        tab = index;
+        tabs.focusContent();
+    }
+
+    function focusPage(page) {
+        if (page)
+            page.forceActiveFocus();
+
+    }
+
+    function openMoodset(contentId) {
+        pages.push(moodsetPage, {
+            "contentId": contentId
+        });
+    }
+
+    function openText(text) {
+        const found = Incoming.classify(text);
+        if (found.kind === "none")
+            Notices.show(found.error, true);
+        else
+            pages.push(found.kind === "bundle" ? bundlePage : picturePage, {
+            "url": found.url
+        });
+    }
+
+    function browse(installs) {
+        pages.push(folderPage, {
+            "installs": installs
+        });
+    }
+
+    width: 960
+    height: 720
+    minimumWidth: 320
+    minimumHeight: 480
+    title: qsTr("Moodset Picker")
+    color: Style.background
+
+    Item {
+        id: content
+
+        anchors.fill: parent
+        LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+        LayoutMirroring.childrenInherit: true
+
+        NavigationBar {
+            id: navigation
+
+            wide: window.wide
+            current: window.tab
+            visible: wide || pages.depth === 1
+            width: wide ? implicitWidth : parent.width
+            height: wide ? parent.height : implicitHeight
+            x: wide && content.LayoutMirroring.enabled ? parent.width - width : 0
+            y: wide ? 0 : parent.height - height
+            onChosen: window.showTab(index)
+        }
+
+        T.StackView {
+            id: pages
+
+            objectName: "pages"
+            x: content.LayoutMirroring.enabled ? 0 : window.sideWidth
+            width: parent.width - window.sideWidth
+            height: parent.height - (window.wide || !navigation.visible ? 0 : navigation.height) - (notice.visible ? notice.height + Style.margin : 0)
+            initialItem: tabs
+            focus: true
+            onCurrentItemChanged: window.focusPage(currentItem)
+            Keys.onEscapePressed: pages.pop()
+            Keys.onBackPressed: pages.pop()
+
+            pushEnter: Transition {
+                NumberAnimation {
+                    property: "opacity"
+                    from: 0
+                    to: 1
+                    duration: Style.motion
+                }
+
+            }
+
+            popExit: Transition {
+                NumberAnimation {
+                    property: "opacity"
+                    from: 1
+                    to: 0
+                    duration: Style.motion
+                }
+
+            }
+
+        }
+
+        TabPages {
+            id: tabs
+
+            current: window.tab
+            onMoodsetOpened: window.openMoodset(contentId)
+            onPictureOpened: window.openText(url)
+            onAddRequested: pages.push(addPage)
+        }
+
+        // Below the page rather than on it, where it would cover what can be tapped.
+        NoticeBar {
+            id: notice
+
+            x: pages.x + (pages.width - width) / 2
+            y: pages.height
+            width: Math.min(pages.width - 2 * Style.margin, Style.text * 36)
+        }
+
+        DropArea {
+            anchors.fill: parent
+            onDropped: {
+                window.openText(drop.hasUrls ? drop.urls[0] : drop.hasText ? drop.text : "");
+                drop.accept();
+            }
+
+            Rectangle {
+                anchors.fill: parent
+                visible: parent.containsDrag
+                color: Style.background
+                opacity: 0.9
+
+                Placeholder {
+                    iconName: "add"
+                    title: qsTr("Drop a picture, an address or the folder of a bundle")
+                }
+
+            }
+
+        }
+
+    }
+
+    Component {
+        id: moodsetPage
+
+        MoodsetPage {
+            onBack: pages.pop()
+        }
+
+    }
+
+    Component {
+        id: addPage
+
+        AddPage {
+            onBack: pages.pop()
+            onEntered: window.openText(text)
+            onBrowseRequested: window.browse(installs)
+        }
+
+    }
+
+    Component {
+        id: folderPage
+
+        FolderPage {
+            onBack: pages.pop()
+            onChosen: window.openText(url)
+        }
+
+    }
+
+    Component {
+        id: picturePage
+
+        PicturePage {
+            onBack: pages.pop()
+            onMade: window.showTab(0)
+        }
+
+    }
+
+    Component {
+        id: bundlePage
+
+        BundlePage {
+            onBack: pages.pop()
+            onMade: window.showTab(0)
+        }
+
+    }
+
+    Connections {
+        function onFinished(call, outcome) {
+            Notices.finish(call, outcome);
+        }
+
+        target: Actions
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Paste]
+        onActivated: window.openText(Incoming.clipboardText())
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Quit]
+        onActivated: Qt.quit()
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Back]
+        onActivated: pages.pop()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+1"
+        onActivated: window.showTab(0)
+    }
+
+    Shortcut {
+        sequence: "Ctrl+2"
+        onActivated: window.showTab(1)
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Find]
+        onActivated: {
+            window.showTab(1);
+            tabs.search();
+        }
+    }
+
+}

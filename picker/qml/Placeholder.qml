@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: BSD-3-Clause
+import MoodsetPicker 1.0
+import QtQuick 2.15
+
+// What a page shows in place of its content while there is none.
+Column {
+    id: placeholder
+
+    property string iconName
+    property string title
+    property string text
+    property bool waiting: false
+    property string action
+
+    signal triggered()
+
+    spacing: Style.margin
+    width: Math.min(Style.text * 26, parent.width - 4 * Style.margin)
+    anchors.centerIn: parent
+
+    Spinner {
+        visible: placeholder.waiting
+        anchors.horizontalCenter: parent.horizontalCenter
+    }
+
+    Rectangle {
+        visible: !placeholder.waiting
+        width: Style.touch * 1.75
+        height: width
+        radius: width / 2
+        color: Style.raised
+        anchors.horizontalCenter: parent.horizontalCenter
+
+        Icon {
+            anchors.centerIn: parent
+            width: parent.width / 2
+            name: placeholder.iconName
+            color: Style.subdued
+        }
+
+    }
+
+    Label {
+        visible: text.length > 0
+        text: placeholder.title
+        width: parent.width
+        font.pixelSize: Style.titleText
+        font.weight: Font.DemiBold
+        wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignHCenter
+    }
+
+    Label {
+        visible: text.length > 0
+        text: placeholder.text
+        width: parent.width
+        color: Style.subdued
+        wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignHCenter
+    }
+
+    PushButton {
+        visible: text.length > 0
+        text: placeholder.action
+        width: Math.min(implicitWidth, parent.width)
+        anchors.horizontalCenter: parent.horizontalCenter
+        onClicked: placeholder.triggered()
+    }
+
+}

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: BSD-3-Clause
+import MoodsetPicker 1.0
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+
+// A button with a text and maybe an icon. One button of a page is the important one.
+T.Button {
+    id: control
+
+    property string iconName
+    property bool important: false
+    property bool dangerous: false
+    readonly property color ink: important ? Style.accentInk : dangerous ? Style.danger : Style.foreground
+
+    implicitWidth: Math.max(Style.touch, label.implicitWidth + 2 * Style.margin)
+    implicitHeight: Math.max(Style.touch, label.implicitHeight + 2 * Style.gap)
+    opacity: enabled ? 1 : 0.45
+    leftPadding: Style.gap
+    rightPadding: Style.gap
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: text
+
+    contentItem: Item {
+        Icon {
+            readonly property real room: (parent.width - label.contentWidth - width - Style.gap) / 2
+
+            visible: label.indent > 0
+            x: control.mirrored ? parent.width - width - room : room
+            y: (parent.height - height) / 2
+            name: control.iconName
+            color: control.ink
+        }
+
+        Label {
+            id: label
+
+            readonly property int indent: control.iconName ? Style.icon + Style.gap : 0
+
+            anchors.fill: parent
+            leftPadding: control.mirrored ? 0 : indent
+            rightPadding: control.mirrored ? indent : 0
+            text: control.text
+            color: control.ink
+            font.weight: Font.DemiBold
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            Accessible.ignored: true
+        }
+
+    }
+
+    background: Rectangle {
+        radius: Style.radius
+        color: control.important ? (control.down ? Qt.darker(Style.accent, 1.15) : Style.accent) : control.down ? Style.pressed : Style.raised
+
+        FocusRing {
+            control: control
+        }
+
+    }
+
+}

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: BSD-3-Clause
+import MoodsetPicker 1.0
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+
+// A slider whose track can show what its values mean.
+T.Slider {
+    id: control
+
+    property string name
+    property Component track
+
+    // The value has been chosen, by a finger that lets go, or by a key.
+    signal settled()
+
+    function finish(isOver) {
+        if (isOver)
+            settled();
+
+    }
+
+    implicitWidth: 160
+    implicitHeight: Style.touch
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: name
+    onPressedChanged: finish(!pressed)
+    Keys.onReleased: finish(!event.isAutoRepeat && (event.key === Qt.Key_Left || event.key === Qt.Key_Right))
+
+    background: Item {
+        x: control.leftPadding
+        y: (control.height - height) / 2
+        width: control.availableWidth
+        height: control.track ? 20 : 8
+
+        Rectangle {
+            anchors.fill: parent
+            visible: !control.track
+            radius: 4
+            color: Style.raised
+
+            Rectangle {
+                x: control.mirrored ? parent.width - width : 0
+                width: control.position * parent.width
+                height: parent.height
+                radius: 4
+                color: Style.accent
+            }
+
+        }
+
+        Loader {
+            anchors.fill: parent
+            sourceComponent: control.track
+        }
+
+    }
+
+    handle: Rectangle {
+        x: control.leftPadding + control.visualPosition * (control.availableWidth - width)
+        y: (control.height - height) / 2
+        width: 28
+        height: 28
+        radius: 14
+        color: Style.surface
+        border.color: Style.accent
+        border.width: control.pressed ? 10 : 6
+
+        FocusRing {
+            control: control
+            radius: 16
+        }
+
+    }
+
+}
