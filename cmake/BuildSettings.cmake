@@ -4,10 +4,10 @@ add_library(moodsetd-settings INTERFACE)
 target_compile_features(moodsetd-settings INTERFACE cxx_std_17)
 target_include_directories(moodsetd-settings INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(moodsetd-settings INTERFACE
+  # GLib asks for it, and what shares precompiled headers has to agree.
+  -pthread
   -Wall -Wextra -Wpedantic -Wcast-align -Wconversion -Wdeprecated -Wduplicated-cond -Wlogical-op
-  -Wnon-virtual-dtor -Wnull-dereference -Wshadow -Wundef
-  # DownloadManager::remove(int) is an overload beside the virtual remove(qint64) on purpose.
-  -Wno-overloaded-virtual
+  -Wnon-virtual-dtor -Wnull-dereference -Woverloaded-virtual -Wshadow -Wundef
   $<$<BOOL:${MOODSETD_WERROR}>:-Werror>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   target_compile_options(moodsetd-settings INTERFACE -Wno-unknown-warning-option)

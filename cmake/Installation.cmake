@@ -1,0 +1,41 @@
+# SPDX-License-Identifier: BSD-3-Clause
+# How things are installed. The prefix may be given at install time (cmake --install --prefix), so
+# nothing here may depend on the one of the configuration.
+
+# Installed programs find the library beside them. A package for /usr needs no such path:
+# -DCMAKE_SKIP_INSTALL_RPATH=ON.
+file(RELATIVE_PATH lib_from_bin ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+set(CMAKE_INSTALL_RPATH $ORIGIN/${lib_from_bin})
+
+# moodsetd_install_template(TEMPLATE DESTINATION)
+#
+# Installs the file TEMPLATE.in, filled in for the prefix of the installation. It can name the
+# variables of TemplateVariables.cmake. DESTINATION is relative to the prefix, or UNIT_DIR,
+# which stands for the directory of user units.
+function(moodsetd_install_template template destination)
+  cmake_path(GET template FILENAME name)
+  install(CODE "
+    set(bindir \"${CMAKE_INSTALL_BINDIR}\")
+    set(libdir \"${CMAKE_INSTALL_LIBDIR}\")
+    set(datadir \"${CMAKE_INSTALL_DATADIR}\")
+    set(MOODSETD_ADDRESS_SPACE \"${MOODSETD_ADDRESS_SPACE}\")
+    include(\"${PROJECT_SOURCE_DIR}/cmake/TemplateVariables.cmake\")
+    string(REPLACE UNIT_DIR \"\${MOODSETD_UNIT_DIR}\" directory \"${destination}\")
+    set(installed \"\${CMAKE_INSTALL_PREFIX}/\${directory}/${name}\")
+    message(STATUS \"Installing: \$ENV{DESTDIR}\${installed}\")
+    configure_file(\"${CMAKE_CURRENT_SOURCE_DIR}/${template}.in\" \"\$ENV{DESTDIR}\${installed}\"
+      @ONLY NO_SOURCE_PERMISSIONS)
+    list(APPEND CMAKE_INSTALL_MANIFEST_FILES \"\${installed}\")")
+endfunction()
+
+# Call it last: what has to be done by hand after an installation is said at its end.
+function(moodsetd_finish_installation)
+  install(CODE "
+    set(datadir \"${CMAKE_INSTALL_DATADIR}\")
+    set(libdir \"${CMAKE_INSTALL_LIBDIR}\")
+    include(\"${PROJECT_SOURCE_DIR}/cmake/AfterInstallation.cmake\")")
+  add_custom_target(uninstall
+    COMMAND ${CMAKE_COMMAND} -DMANIFEST=${PROJECT_BINARY_DIR}/install_manifest.txt
+      -P ${PROJECT_SOURCE_DIR}/cmake/Uninstall.cmake
+    COMMENT "Removing what the last installation has installed")
+endfunction()
