@@ -16,6 +16,6 @@ extern "C" int LLVMFuzzerInitialize(int* count, char*** arguments)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    runTarget(QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size)));
+    runTarget(QByteArray(reinterpret_cast<const char*>(data), int(size)));
     return 0;
 }

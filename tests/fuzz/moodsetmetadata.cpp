@@ -21,7 +21,7 @@ struct Package
     }
 
     /// Has the file parsed. The moodset's row and its tones, nothing if it was rejected.
-    [[nodiscard]] QVector<QVariantList> parse() const
+    QVector<QVariantList> parse() const
     {
         ScratchLibrary::exec(
             QStringLiteral("UPDATE file SET metadataCurrent = 0 WHERE id = ?;"), {id});

@@ -53,6 +53,6 @@ int main(int argc, char* argv[])
             return 1;
         }
     }
-    fprintf(stderr, "%d files replayed\n", static_cast<int>(names.size()));
+    fprintf(stderr, "%d files replayed\n", int(names.size()));
     return 0;
 }

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "scratchlibrary.h"
 
+#include "content/contentmanager.h"
 #include "content/dbmanager.h"
 #include "fuzztarget.h"
+#include "moodset/managerfactory.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -13,6 +15,7 @@ ScratchLibrary::ScratchLibrary()
 {
     require(!qEnvironmentVariableIsEmpty("PRIVATE_MACHINE"), "runs in a private machine");
     require(m_folder.isValid(), "has a temporary folder");
+    ContentManager::setFactory(makeManager);
     exec(
         QStringLiteral("INSERT INTO directory (id, path, scope) VALUES (1, ?, 2);"),
         {m_folder.path()});

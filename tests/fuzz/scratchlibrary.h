@@ -18,7 +18,7 @@ public:
     Q_DISABLE_COPY_MOVE(ScratchLibrary)
 
     /// The path of a file in the package, by its relative name.
-    [[nodiscard]] QString path(const QString& name) const;
+    QString path(const QString& name) const;
     /// Writes a file, and makes its folder.
     void write(const QString& name, const QByteArray& content = "content") const;
     /// Adds a row for a file of the package; its id.

@@ -3,10 +3,10 @@
 
 #include <QtGlobal>
 
-/// Lets this process have only `headroom` bytes of address space more than it has, as long as the
-/// object lives. What is allocated beyond fails. Fails the current test if that cannot be.
+/// While the object lives, this process can have only `headroom` bytes of address space more than
+/// it has now. Larger allocations fail. Fails the current test if the limit cannot be set.
 ///
-/// Not under the address sanitizer, which takes terabytes of addresses for itself.
+/// Does not work under the address sanitizer, which reserves terabytes of addresses.
 class AddressLimit
 {
 public:

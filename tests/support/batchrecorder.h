@@ -8,7 +8,7 @@
 #include <QStringList>
 #include <QVector>
 
-/// Keeps what a listing delivers.
+/// Keeps the records that a listing delivers.
 class BatchRecorder final : public QueryAgent::Recipient
 {
 public:

@@ -4,7 +4,7 @@
 #include <QByteArray>
 #include <QtEndian>
 
-/// The bytes of a number, most significant first.
+/// The bytes of a number, with the most significant one first.
 template <typename Number>
 QByteArray bigEndian(Number number)
 {
@@ -13,7 +13,7 @@ QByteArray bigEndian(Number number)
     return bytes;
 }
 
-/// The bytes of a number, least significant first.
+/// The bytes of a number, with the least significant one first.
 template <typename Number>
 QByteArray littleEndian(Number number)
 {

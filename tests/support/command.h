@@ -4,6 +4,6 @@
 #include <QString>
 #include <QStringList>
 
-/// Runs a program to its end, with its output among the test's. Returns whether it succeeded within
-/// 30 seconds. The event loop does not turn meanwhile.
+/// Runs a program to its end; its output appears in the test's output. Returns whether it succeeded
+/// within 30 seconds. The event loop does not run during this time.
 Q_REQUIRED_RESULT bool runCommand(const QString& program, const QStringList& arguments);

@@ -7,8 +7,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// A database in a folder of its own, with a writer, and with a connection for reading like those
-/// that agents get for threads. Declare it before the agent.
+/// A database in its own directory, with a writer, and with a read-only connection like those that
+/// threads get for their agents. Declare it before the agent.
 class ContentLibrary
 {
 public:

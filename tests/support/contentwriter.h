@@ -6,10 +6,10 @@
 #include <QString>
 #include <QVariantMap>
 
-/// Writes a content database as the daemon would, so that readers can be tried without one.
+/// Writes a content database as the daemon would, so that readers can be tested without a daemon.
 ///
-/// Opening makes the folder and the file, in WAL mode and with the schema, or opens a file that is
-/// there. Whatever fails fails the current test. Use from the thread that made it.
+/// The constructor opens the file, or makes the directory and the file, in WAL mode and with the
+/// schema. Every failure fails the current test. Use it on the thread that made it.
 class ContentWriter
 {
 public:
@@ -17,18 +17,18 @@ public:
     ~ContentWriter();
     Q_DISABLE_COPY_MOVE(ContentWriter)
 
-    /// Adds a file, and its directory if that is not there yet; gives the file's id.
+    /// Adds a file, and its directory if that is missing. Returns the file's id.
     qint64 addFile(const QString& path, const QString& mimeType = QStringLiteral("text/plain"));
-    /// Adds a picture of 4 x 3 pixels; gives its id.
+    /// Adds a picture of 4 x 3 pixels. Returns its id.
     qint64 addPhoto(const QString& path, const QDateTime& dateTaken = {});
-    /// Adds a moodset with the given columns of its row, all others NULL; gives its id.
+    /// Adds a moodset with the given columns of its row; all others are NULL. Returns its id.
     qint64 addMoodset(const QString& path, const QVariantMap& columns = {});
-    /// Adds a file, and makes it a resource of a moodset; gives the file's id.
+    /// Adds a file and makes it a resource of a moodset. Returns the file's id.
     qint64 addResource(qint64 moodset, const QString& type, const QString& path);
-    /// Says where a file was downloaded from.
+    /// Stores the URL that a file was downloaded from.
     void setSource(qint64 file, const QString& source);
 
-    /// Adds a number of files "/many/00000.jpg", ... of the kind that `add` adds.
+    /// Adds `count` files "/many/00000.jpg" and so on, with the function `add`.
     template <typename Add>
     void addMany(int count, Add add)
     {
@@ -41,7 +41,7 @@ public:
 
     void transaction();
     void commit();
-    /// Runs any statement with values in place of its question marks; gives the last row id.
+    /// Runs any statement, with values in place of its question marks. Returns the last row id.
     qint64 exec(const QString& statement, const QVariantList& values = {});
 
 private:

@@ -15,9 +15,11 @@
 #include <algorithm>
 #include <csignal>
 
+#include <sys/syscall.h>
+
 namespace {
 
-const auto serviceName = QStringLiteral("com.zavro.moodsetd");
+const auto ServiceName = QStringLiteral("com.zavro.moodsetd");
 
 QProcessEnvironment daemonEnvironment()
 {
@@ -27,7 +29,8 @@ QProcessEnvironment daemonEnvironment()
     return environment;
 }
 
-// The one of all daemons of this process. It cannot have the name while the test has it.
+// The back-cover daemon for all daemons of this process. It cannot take its bus name while the test
+// has it.
 std::shared_ptr<PlayedBackCover> sharedBackCover()
 {
     static std::weak_ptr<PlayedBackCover> shared;
@@ -40,7 +43,7 @@ std::shared_ptr<PlayedBackCover> sharedBackCover()
     return cover;
 }
 
-// The text of a line of warning level or worse; null for any other line.
+// The text of a log line that is a warning or worse. Null for any other line.
 QString warningText(const QString& line)
 {
     for (const auto& type :
@@ -66,6 +69,9 @@ DaemonProcess::DaemonProcess(const QString& executable)
 
 DaemonProcess::~DaemonProcess()
 {
+    if (QTest::currentTestFailed()) {
+        deadlineMs = 3000;
+    }
     if (isRunning()) {
         kill();
     }
@@ -95,7 +101,22 @@ void DaemonProcess::setEnvironment(const QString& name, const QString& value)
 
 void DaemonProcess::limitAddressSpace(qint64 bytes)
 {
-    m_process.setArguments({QStringLiteral("--as=%1").arg(bytes), m_process.program()});
+    limit({QStringLiteral("--as=%1").arg(bytes)});
+}
+
+void DaemonProcess::limitDescriptors(int count)
+{
+    limit({QStringLiteral("--nofile=%1").arg(count)});
+}
+
+void DaemonProcess::limitFileSize(qint64 bytes)
+{
+    limit({QStringLiteral("--fsize=%1").arg(bytes), QStringLiteral("--core=0")});
+}
+
+void DaemonProcess::limit(const QStringList& limits)
+{
+    m_process.setArguments(limits + QStringList{m_process.program()} + m_process.arguments());
     m_process.setProgram(QStringLiteral("prlimit"));
 }
 
@@ -118,17 +139,17 @@ bool DaemonProcess::isRunning() const
 
 bool DaemonProcess::waitForName()
 {
-    return waitFor([this] { return ownsName() && objectAnswers(); });
+    return waitWhileRunning([this] { return ownsName() && objectAnswers(); });
 }
 
 bool DaemonProcess::waitForLine(const QString& text)
 {
-    return waitFor([this, &text] { return !m_lines.filter(text).isEmpty(); });
+    return waitWhileRunning([this, &text] { return !m_lines.filter(text).isEmpty(); });
 }
 
 bool DaemonProcess::waitForIdle()
 {
-    return waitFor([this] {
+    return waitWhileRunning([this] {
         while (m_linesSearchedForIdle < m_lines.count()) {
             if (m_lines.at(m_linesSearchedForIdle++)
                     .startsWith(QLatin1String("debug: FileManager idle in "))) {
@@ -148,7 +169,7 @@ bool DaemonProcess::waitForEnd()
 
 bool DaemonProcess::pause()
 {
-    if (!isRunning() || ::kill(static_cast<pid_t>(processId()), SIGSTOP) != 0)
+    if (!isRunning() || ::kill(pid_t(processId()), SIGSTOP) != 0)
         return false;
     return waitFor([this] { return isPaused(); });
 }
@@ -156,7 +177,14 @@ bool DaemonProcess::pause()
 void DaemonProcess::resume()
 {
     if (isRunning())
-        ::kill(static_cast<pid_t>(processId()), SIGCONT);
+        ::kill(pid_t(processId()), SIGCONT);
+}
+
+bool DaemonProcess::isWaitingForAThread() const
+{
+    QFile call(QStringLiteral("/proc/%1/syscall").arg(processId()));
+    const QByteArray lock = QByteArray::number(SYS_futex);
+    return call.open(QIODevice::ReadOnly) && call.readAll().split(' ').constFirst() == lock;
 }
 
 bool DaemonProcess::terminate()
@@ -188,7 +216,7 @@ QStringList DaemonProcess::lines() const
 
 QStringList DaemonProcess::takeWarnings()
 {
-    // Each read comes back to readLog().
+    // Each read calls readLog() again.
     while (isRunning() && m_process.waitForReadyRead(0)) { }
     QStringList texts;
     while (m_linesSearchedForWarnings < m_lines.count()) {
@@ -205,17 +233,33 @@ bool DaemonProcess::waitFor(const std::function<bool()>& condition)
     return QTest::qWaitFor(condition, deadlineMs);
 }
 
+bool DaemonProcess::waitWhileRunning(const std::function<bool()>& condition)
+{
+    bool isMet = false;
+    waitFor([&] {
+        // This is read before the condition, so the condition sees everything that the process has
+        // done.
+        const bool hasEnded = !isRunning();
+        if (hasEnded) {
+            readLog();
+        }
+        isMet = condition();
+        return isMet || hasEnded;
+    });
+    return isMet;
+}
+
 bool DaemonProcess::ownsName() const
 {
     const QDBusConnection bus = QDBusConnection::sessionBus();
-    return isRunning() && bus.interface()->isServiceRegistered(serviceName)
-        && bus.interface()->servicePid(serviceName).value() == processId();
+    return isRunning() && bus.interface()->isServiceRegistered(ServiceName)
+        && bus.interface()->servicePid(ServiceName).value() == processId();
 }
 
 bool DaemonProcess::objectAnswers() const
 {
     const QDBusMessage call = QDBusMessage::createMethodCall(
-        serviceName, QStringLiteral("/com/zavro/moodsetd"),
+        ServiceName, QStringLiteral("/com/zavro/moodsetd"),
         QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
     const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, deadlineMs);
     return reply.type() == QDBusMessage::ReplyMessage;

@@ -21,60 +21,72 @@ class PlayedBackCover;
 ///     QCOMPARE(daemon.takeWarnings(), QStringList());
 ///
 /// Log lines have the form "type: text", with the type "debug", "info", "warning", "critical" or
-/// "fatal". Lines of warning level and worse that no one has taken when the object goes fail the
-/// test. A daemon that still runs then is killed.
+/// "fatal". When the object is destroyed, warnings and worse that were not taken fail the test, and
+/// a running daemon is killed.
 ///
-/// The daemon finds a phone that wears no cover, unless the test plays the back-cover daemon itself
-/// and has it appear before it makes this object.
+/// The daemon finds a phone without a back cover. If a test plays the back-cover daemon itself, it
+/// must take its bus name before it makes this object.
 ///
-/// The functions that wait turn the event loop, and return false after the deadline. Its length
-/// makes no difference to a test that passes.
+/// The functions that wait run the event loop. They return false at the deadline, or as soon as the
+/// process has ended if the condition needs it.
 class DaemonProcess
 {
 public:
-    static constexpr int deadlineMs = 30000;
+    /// How long to wait for a condition, in milliseconds. It does not change how long a passing
+    /// test takes. After a test with a daemon has failed, it becomes short, so that other tests
+    /// with the same fault fail soon.
+    static inline int deadlineMs = 20000;
 
-    /// A daemon that is not started yet. executable is for the tests of this class.
+    /// A daemon that is not started yet. Only the tests of this class set `executable`.
     explicit DaemonProcess(const QString& executable = QString());
     ~DaemonProcess();
     Q_DISABLE_COPY_MOVE(DaemonProcess)
 
-    /// Makes folder, which need not exist, the user's pictures folder. This holds for all
-    /// processes that have this one's XDG_CONFIG_HOME, and must come before start(). Returns false
-    /// if that folder cannot be written.
+    /// Makes `folder`, which need not exist, the user's pictures folder, for all processes with
+    /// this process's XDG_CONFIG_HOME. Call it before start(). Returns false if the configuration
+    /// cannot be written.
     Q_REQUIRED_RESULT static bool setPicturesFolder(const QString& folder);
 
-    /// Sets a variable of the daemon's environment, which is otherwise that of the test.
+    /// Sets a variable of the daemon's environment. All other variables are those of the test.
     void setEnvironment(const QString& name, const QString& value);
 
-    /// Lets the daemon have so many bytes of addresses. Must come before start(). Not under the
-    /// address sanitizer, which takes terabytes of addresses for itself.
+    /// Limits the daemon's address space. Call it before start(). Does not work under the address
+    /// sanitizer, which reserves terabytes of addresses.
     void limitAddressSpace(qint64 bytes);
 
-    /// Starts the process, and does not wait for its bus name. An earlier one must have ended.
+    /// Limits the number of the daemon's open files. Call it before start().
+    void limitDescriptors(int count);
+    /// Makes the kernel kill the daemon with SIGXFSZ at the first write that would make a file
+    /// larger than `bytes`. Call it before start().
+    void limitFileSize(qint64 bytes);
+
+    /// Starts the process without waiting for its bus name. An earlier process must have ended.
     bool start();
     qint64 processId() const;
     bool isRunning() const;
 
-    /// Waits until this process owns the daemon's bus name, and its object, which comes a moment
-    /// later, answers calls.
+    /// Waits until this process owns the daemon's bus name and its object answers calls. The object
+    /// appears shortly after the name.
     bool waitForName();
 
-    /// Waits until the log has a line with the text text, which can be a part of the line.
+    /// Waits until a line of the log contains `text`.
     bool waitForLine(const QString& text);
 
-    /// Waits until the daemon has said that file indexing is idle once more than it had at the end
-    /// of the last call. Not every change makes it say so: a file that is entered by hand, in a
-    /// folder that is watched, starts no work.
+    /// Waits until the daemon has logged once more than at the end of the last call that file
+    /// indexing is idle. Not every change causes this line: a file that is registered by hand, in a
+    /// watched directory, causes no indexing.
     bool waitForIdle();
 
-    /// Waits for the end of the process, by itself.
+    /// Waits until the process ends without a signal from the test.
     bool waitForEnd();
 
-    /// Stops all threads of the process until resume(), so that what happens meanwhile meets it
-    /// all at once. Returns false after the deadline, or if it does not run.
+    /// Stops all threads of the process until resume(), so that all changes in between reach it at
+    /// once. Returns false at the deadline, or if the process is not running.
     bool pause();
     void resume();
+
+    /// Whether the main thread is waiting for another thread.
+    bool isWaitingForAThread() const;
 
     /// Ends the process with SIGTERM, and waits for its end.
     bool terminate();
@@ -82,19 +94,22 @@ public:
     /// Ends the process with SIGKILL, and waits for its end.
     bool kill();
 
-    /// How the process has ended. The code of a process that a signal ended is the signal's.
+    /// How the process has ended. If a signal has ended it, the exit code is the number of the
+    /// signal.
     QProcess::ExitStatus exitStatus() const;
     int exitCode() const;
 
-    /// All log lines so far. They survive the process, and a further start().
+    /// All log lines so far. They stay after the end of the process and after another start().
     QStringList lines() const;
 
-    /// Takes the texts, without type, of the lines of warning level and worse so far. What the
-    /// daemon has logged before its last reply on the bus is among them.
+    /// Takes the texts, without the type, of all warnings and worse so far. Everything that the
+    /// daemon has logged before its last reply on the bus is included.
     QStringList takeWarnings();
 
 private:
     bool waitFor(const std::function<bool()>& condition);
+    void limit(const QStringList& limits);
+    bool waitWhileRunning(const std::function<bool()>& condition);
     bool ownsName() const;
     bool isPaused() const;
     bool objectAnswers() const;

@@ -64,9 +64,25 @@ qint64 dconfServicePid()
 
 bool killDconfService()
 {
-    if (kill(static_cast<pid_t>(dconfServicePid()), SIGKILL) != 0)
+    if (kill(pid_t(dconfServicePid()), SIGKILL) != 0)
         return false;
     return QTest::qWaitFor([] {
         return !QDBusConnection::sessionBus().interface()->isServiceRegistered(serviceName());
     });
+}
+
+PausedDconfService::PausedDconfService()
+    : m_pid(pid_t(dconfServicePid()))
+{
+    if (m_pid <= 0 || kill(m_pid, SIGSTOP) != 0) {
+        m_pid = 0;
+    }
+}
+
+void PausedDconfService::resume()
+{
+    if (isPaused()) {
+        kill(m_pid, SIGCONT);
+        m_pid = 0;
+    }
 }

@@ -10,14 +10,9 @@
 #include <QImage>
 #include <QTest>
 
-namespace {
+#include <zlib.h>
 
-/// Rows of zeros in the form that PNG files store them.
-QByteArray compressedZeros(int length)
-{
-    constexpr int lengthBytes = 4; // that Qt puts in front
-    return qCompress(QByteArray(length, '\0')).mid(lengthBytes);
-}
+namespace {
 
 QByteArray pngOf(const QSize& size, const QByteArray& depthAndKind, const QByteArray& pixels)
 {
@@ -29,6 +24,29 @@ QByteArray pngOf(const QSize& size, const QByteArray& depthAndKind, const QByteA
 
 } // namespace
 
+QByteArray compressedZeros(qint64 length)
+{
+    constexpr int piece = 1 << 16;
+    QByteArray zeros(piece, '\0');
+    QByteArray compressed;
+    QByteArray output(piece, '\0');
+    z_stream stream = {};
+    int state = deflateInit(&stream, Z_DEFAULT_COMPRESSION);
+    while (state == Z_OK) {
+        if (stream.avail_in == 0) {
+            stream.next_in = reinterpret_cast<Bytef*>(zeros.data());
+            stream.avail_in = uInt(qMin<qint64>(length, piece));
+            length -= stream.avail_in;
+        }
+        stream.next_out = reinterpret_cast<Bytef*>(output.data());
+        stream.avail_out = uInt(output.size());
+        state = deflate(&stream, length > 0 ? Z_NO_FLUSH : Z_FINISH);
+        compressed += output.left(output.size() - int(stream.avail_out));
+    }
+    deflateEnd(&stream);
+    return compressed;
+}
+
 QByteArray pngBomb(const QSize& size)
 {
     constexpr int pixelBytes = 100000;
@@ -39,14 +57,14 @@ QByteArray completePngBomb(const QSize& size)
 {
     const int rowBytes = 1 + (size.width() + 7) / 8;
     const QByteArray oneBitOfGrey("\x01\x00", 2);
-    return pngOf(size, oneBitOfGrey, compressedZeros(rowBytes * size.height()));
+    return pngOf(size, oneBitOfGrey, compressedZeros(qint64(rowBytes) * size.height()));
 }
 
 QByteArray jpegBomb(const QSize& size, bool isProgressive)
 {
     QImage image(16, 16, QImage::Format_RGB32);
     image.fill(Qt::red);
-    // Behind the frame header's marker, its length and the sample depth stand height and width.
+    // The height and the width follow the frame header's marker, its length and the sample depth.
     constexpr int marker = 5;
     const QByteArray claim = bigEndian(quint16(size.height())) + bigEndian(quint16(size.width()));
     QByteArray bytes = encodedPicture(image, "jpeg", isProgressive);

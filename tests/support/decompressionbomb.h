@@ -4,7 +4,7 @@
 #include <QByteArray>
 #include <QSize>
 
-/// Files of a few bytes that claim to be pictures of `size` pixels. Their pixels end soon.
+/// Small files that claim to be pictures of `size` pixels, but contain only the first few of them.
 /// @{
 QByteArray pngBomb(const QSize& size);
 QByteArray jpegBomb(const QSize& size, bool isProgressive = false);
@@ -12,9 +12,13 @@ QByteArray bmpBomb(const QSize& size);
 QByteArray gifBomb(const QSize& size);
 /// @}
 
-/// A small PNG file with all of its `size` pixels, which are black and take one bit each.
+/// A zlib stream of `length` zeros. The zeros are never all in memory.
+QByteArray compressedZeros(qint64 length);
+
+/// A small PNG file that contains all of its `size` pixels. They are black and have one bit each.
 QByteArray completePngBomb(const QSize& size);
 
-/// Adds the rows of a test for pictures of 30000 x 30000 pixels for which there is no memory, to
-/// columns that it makes: the file's "bytes", and the "messages" of its decoder.
+/// Adds the rows of a test for pictures of 30000 x 30000 pixels, for which there is not enough
+/// memory. It makes the columns "bytes", the content of the file, and "messages", those of its
+/// decoder.
 void addBombRows();

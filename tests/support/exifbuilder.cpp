@@ -2,15 +2,16 @@
 #include "exifbuilder.h"
 
 #include "byteorder.h"
+#include "mediapicture.h"
 
 #include <QBuffer>
 #include <QImage>
 
 namespace {
 
-constexpr int kTiffHeaderSize = 8;
-constexpr int kEntrySize = 12;
-constexpr quint16 kExifPointer = 0x8769;
+constexpr int TiffHeaderSize = 8;
+constexpr int EntrySize = 12;
+constexpr quint16 ExifPointer = 0x8769;
 
 QByteArray evenSized(const QByteArray& bytes)
 {
@@ -55,19 +56,20 @@ QByteArray riffChunk(const QByteArray& type, const QByteArray& content)
     return type + littleEndian(quint32(content.size())) + evenSized(content);
 }
 
-QByteArray box(const QByteArray& type, const QByteArray& content)
+QByteArray itemEntry(HeifLayout layout, quint16 id, const QByteArray& typeAndName)
 {
-    return bigEndian(quint32(content.size() + 8)) + type + content;
+    const QByteArray behind = bigEndian(quint16(0)) + typeAndName;
+    return layout == HeifLayout::MediaDataLongNumbers
+        ? fullBox("infe", 3, bigEndian(quint32(id)) + behind)
+        : fullBox("infe", 2, bigEndian(id) + behind);
 }
 
-QByteArray fullBox(const QByteArray& type, quint8 version, const QByteArray& content)
+QByteArray itemEntries(HeifLayout layout, const QByteArrayList& entries)
 {
-    return box(type, bigEndian(quint32(version) << 24) + content);
-}
-
-QByteArray itemEntry(quint16 id, const QByteArray& typeAndName)
-{
-    return fullBox("infe", 2, bigEndian(id) + bigEndian(quint16(0)) + typeAndName);
+    const auto count = quint16(entries.size());
+    return layout == HeifLayout::MediaDataLongNumbers
+        ? fullBox("iinf", 1, bigEndian(quint32(count)) + entries.join())
+        : fullBox("iinf", 0, bigEndian(count) + entries.join());
 }
 
 QByteArray itemLocation(HeifLayout layout, quint16 id, int offset, int length)
@@ -158,10 +160,10 @@ QByteArray ExifBuilder::number32(quint32 number) const
     return m_order == Order::BigEndian ? bigEndian(number) : littleEndian(number);
 }
 
-/// The directory as it stands at `offset` of the block, with its values behind it.
+/// The directory as it is stored at `offset` of the block, followed by its values.
 QByteArray ExifBuilder::serialized(const Directory& directory, int offset) const
 {
-    const int size = 2 + kEntrySize * int(directory.size()) + 4;
+    const int size = 2 + EntrySize * int(directory.size()) + 4;
     QByteArray entries = number16(quint16(directory.size()));
     QByteArray values;
     for (const auto& [tag, entry] : directory) {
@@ -176,16 +178,16 @@ QByteArray ExifBuilder::serialized(const Directory& directory, int offset) const
 
 QByteArray ExifBuilder::block() const
 {
-    const int mainOffset = kTiffHeaderSize + m_leadingBytes.size();
+    const int mainOffset = TiffHeaderSize + m_leadingBytes.size();
     const QByteArray header = (m_order == Order::BigEndian ? "MM" : "II") + number16(42)
         + number32(quint32(mainOffset)) + m_leadingBytes;
     if (m_exif.empty()) {
         return header + serialized(m_main, mainOffset);
     }
     Directory main = m_main;
-    main[kExifPointer] = {Long, 1, number32(0)};
+    main[ExifPointer] = {Long, 1, number32(0)};
     const int exifOffset = mainOffset + serialized(main, mainOffset).size();
-    main[kExifPointer].bytes = number32(quint32(exifOffset));
+    main[ExifPointer].bytes = number32(quint32(exifOffset));
     return header + serialized(main, mainOffset) + serialized(m_exif, exifOffset);
 }
 
@@ -238,7 +240,7 @@ QByteArray pngWithExif(const QByteArray& exif, const QByteArray& xmp, const QSiz
 
 QByteArray pngWithExif(const QImage& picture, const QByteArray& exif, const QByteArray& xmp)
 {
-    constexpr int kBehindHeader = 33;
+    constexpr int behindHeader = 33;
     QByteArray chunks;
     if (!exif.isEmpty()) {
         chunks += pngChunk("eXIf", exif);
@@ -246,17 +248,53 @@ QByteArray pngWithExif(const QImage& picture, const QByteArray& exif, const QByt
     if (!xmp.isEmpty()) {
         chunks += pngChunk("iTXt", QByteArray("XML:com.adobe.xmp\0\0\0\0\0", 22) + xmp);
     }
-    return encodedPicture(picture, "png").insert(kBehindHeader, chunks);
+    return encodedPicture(picture, "png").insert(behindHeader, chunks);
+}
+
+QByteArray pngText(
+    const QByteArray& type, const QByteArray& keyword, const QByteArray& text, bool isCompressed)
+{
+    constexpr int lengthBytes = 4; // that Qt puts in front
+    const QByteArray compressed = qCompress(text).mid(lengthBytes);
+    QByteArray content = keyword + '\0';
+    if (type == "zTXt") {
+        content += '\0' + compressed;
+    } else if (type == "iTXt") {
+        // The method of compression, the language and the translated keyword are empty.
+        content +=
+            (isCompressed ? '\1' : '\0') + QByteArray(3, '\0') + (isCompressed ? compressed : text);
+    } else {
+        content += text;
+    }
+    return pngChunk(type, content);
+}
+
+QByteArray rawProfile(const QByteArray& name, const QByteArray& block)
+{
+    constexpr int digitsInLine = 72;
+    const QByteArray digits = block.toHex();
+    QByteArray text =
+        '\n' + name + '\n' + QByteArray::number(block.size()).rightJustified(8) + '\n';
+    for (int i = 0; i < digits.size(); i += digitsInLine) {
+        text += digits.mid(i, digitsInLine) + '\n';
+    }
+    return text;
+}
+
+QByteArray pngWithChunks(const QByteArray& chunks, const QSize& size)
+{
+    constexpr int headerSize = 33;
+    return encodedPicture(greenPicture(size), "png").insert(headerSize, chunks);
 }
 
 QByteArray webpWithExif(const QByteArray& exif, const QByteArray& xmp, const QSize& size)
 {
-    constexpr int kFileHeadSize = 12;
+    constexpr int fileHeadSize = 12;
     const quint32 flags = (exif.isEmpty() ? 0 : 0x08) | (xmp.isEmpty() ? 0 : 0x04);
     const QByteArray canvas = littleEndian(flags) + littleEndian(quint32(size.width() - 1)).left(3)
         + littleEndian(quint32(size.height() - 1)).left(3);
     QByteArray chunks = "WEBP" + riffChunk("VP8X", canvas)
-        + encodedPicture(greenPicture(size), "webp").mid(kFileHeadSize);
+        + encodedPicture(greenPicture(size), "webp").mid(fileHeadSize);
     if (!exif.isEmpty()) {
         chunks += riffChunk("EXIF", exif);
     }
@@ -268,10 +306,10 @@ QByteArray webpWithExif(const QByteArray& exif, const QByteArray& xmp, const QSi
 
 QByteArray tiffWithExif(ExifBuilder exif, const QByteArray& xmp)
 {
-    // One grey pixel in one strip, which stands behind the header.
+    // One grey pixel in one strip, which follows the header.
     exif.leadingBytes(QByteArray(2, '\x7f'));
     exif.number(0x0100, 1).number(0x0101, 1).number(0x0102, 8).number(0x0103, 1);
-    exif.number(0x0106, 1).number(0x0111, kTiffHeaderSize).number(0x0115, 1);
+    exif.number(0x0106, 1).number(0x0111, TiffHeaderSize).number(0x0115, 1);
     exif.number(0x0116, 1).number(0x0117, 1);
     if (!xmp.isEmpty()) {
         exif.value(ExifBuilder::XmpPacket, ExifBuilder::Byte, quint32(xmp.size()), xmp);
@@ -281,21 +319,22 @@ QByteArray tiffWithExif(ExifBuilder exif, const QByteArray& xmp)
 
 QByteArray heifWithExif(const QByteArray& exif, const QByteArray& xmp, HeifLayout layout)
 {
-    constexpr quint16 kExifItem = 7;
-    constexpr quint16 kXmpItem = 9;
+    constexpr quint16 exifId = 7;
+    constexpr quint16 xmpId = 9;
     const QByteArray exifItem =
         exif.isEmpty() ? exif : bigEndian(quint32(6)) + QByteArray("Exif\0\0", 6) + exif;
     const QByteArray data = exifItem + xmp;
     const auto description = [&](int dataOffset) {
-        const QByteArray entries = itemEntry(kExifItem, QByteArray("Exif\0", 5))
-            + itemEntry(kXmpItem, QByteArray("mime\0application/rdf+xml\0", 25));
+        const QByteArray entries = itemEntries(
+            layout,
+            {itemEntry(layout, exifId, QByteArray("Exif\0", 5)),
+             itemEntry(layout, xmpId, QByteArray("mime\0application/rdf+xml\0", 25))});
         const QByteArray locations = itemLocationsHead(layout)
-            + itemLocation(layout, kExifItem, dataOffset, exifItem.size())
-            + itemLocation(layout, kXmpItem, dataOffset + exifItem.size(), xmp.size());
+            + itemLocation(layout, exifId, dataOffset, exifItem.size())
+            + itemLocation(layout, xmpId, dataOffset + exifItem.size(), xmp.size());
         return fullBox(
             "meta", 0,
-            fullBox("hdlr", 0, QByteArray("\0\0\0\0pict\0\0\0\0\0\0\0\0\0\0\0\0\0", 21))
-                + fullBox("iinf", 0, bigEndian(quint16(2)) + entries)
+            fullBox("hdlr", 0, QByteArray("\0\0\0\0pict\0\0\0\0\0\0\0\0\0\0\0\0\0", 21)) + entries
                 + fullBox("iloc", itemLocationsVersion(layout), locations)
                 + (layout == HeifLayout::DataBox ? box("idat", data) : QByteArray()));
     };
@@ -303,7 +342,7 @@ QByteArray heifWithExif(const QByteArray& exif, const QByteArray& xmp, HeifLayou
     if (layout == HeifLayout::DataBox) {
         return type + description(0);
     }
-    constexpr int kBoxHeadSize = 8;
-    const int dataOffset = type.size() + description(0).size() + kBoxHeadSize;
+    constexpr int boxHeadSize = 8;
+    const int dataOffset = type.size() + description(0).size() + boxHeadSize;
     return type + description(dataOffset) + box("mdat", data);
 }

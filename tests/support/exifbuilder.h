@@ -7,14 +7,14 @@
 
 #include <map>
 
-/// Builds the Exif directories of a picture byte by byte, so that tests depend on no library that
+/// Builds the Exif directories of a picture byte by byte. Tests should not depend on a library that
 /// the code under test may use.
 class ExifBuilder
 {
 public:
     enum class Order { LittleEndian, BigEndian };
 
-    /// Numbers of tags. Those from 0x9000 on stand in the Exif directory, the others in the main
+    /// The numbers of tags. Tags from 0x9000 on are in the Exif directory, the others in the main
     /// one.
     enum Tag : quint16 {
         Orientation = 0x0112,
@@ -30,12 +30,12 @@ public:
         SubSecTimeDigitized = 0x9292
     };
 
-    /// Numbers of value types.
+    /// The numbers of value types.
     enum Type : quint16 { Byte = 1, Ascii = 2, Short = 3, Long = 4, Undefined = 7 };
 
     explicit ExifBuilder(Order order = Order::LittleEndian);
 
-    /// Sets a tag to a text, to which the closing NUL is added.
+    /// Sets a tag to a text. The NUL at the end is added.
     ExifBuilder& text(quint16 tag, const QByteArray& text);
     /// Sets a tag to one number of 16 bits.
     ExifBuilder& number(quint16 tag, quint16 number);
@@ -43,9 +43,9 @@ public:
     ExifBuilder& value(quint16 tag, quint16 type, quint32 count, const QByteArray& bytes);
 
     /// The directories with their TIFF header, as all kinds of pictures embed them.
-    [[nodiscard]] QByteArray block() const;
+    QByteArray block() const;
 
-    /// Bytes that stand at offset 8 of the block, before the directories.
+    /// Bytes at offset 8 of the block, before the directories.
     ExifBuilder& leadingBytes(const QByteArray& bytes);
 
 private:
@@ -57,9 +57,9 @@ private:
     };
     using Directory = std::map<quint16, Entry>;
 
-    [[nodiscard]] QByteArray number16(quint16 number) const;
-    [[nodiscard]] QByteArray number32(quint32 number) const;
-    [[nodiscard]] QByteArray serialized(const Directory& directory, int offset) const;
+    QByteArray number16(quint16 number) const;
+    QByteArray number32(quint32 number) const;
+    QByteArray serialized(const Directory& directory, int offset) const;
 
     Order m_order;
     QByteArray m_leadingBytes;
@@ -75,8 +75,8 @@ QByteArray exifBlock(const QByteArray& dateTimeOriginal, int orientation = -1);
 /// exif, photoshop, tiff and xmp are declared.
 QByteArray xmpPacket(const QByteArray& attributes);
 
-/// Pictures that hold an Exif block and an XMP packet, each left out if empty. All can be decoded
-/// but the HEIF one, which has no pixels.
+/// Pictures with an Exif block and an XMP packet; an empty one is left out. All of them can be
+/// decoded except the HEIF picture, which has no pixels.
 QByteArray jpegWithExif(
     const QByteArray& exif, const QByteArray& xmp = {}, const QSize& size = {4, 3});
 QByteArray pngWithExif(
@@ -90,7 +90,19 @@ QByteArray tiffWithExif(ExifBuilder exif, const QByteArray& xmp = {});
 /// A chunk of a PNG file, with its checksum.
 QByteArray pngChunk(const QByteArray& type, const QByteArray& content);
 
-/// How a HEIF file says where its items stand.
+/// A chunk of a PNG file with a text. The types are "tEXt", "zTXt" and "iTXt"; the text of an
+/// "iTXt" chunk may be compressed.
+QByteArray pngText(
+    const QByteArray& type, const QByteArray& keyword, const QByteArray& text,
+    bool isCompressed = false);
+
+/// A block as a text of digits. Programs used this form before PNG files had a chunk for it.
+QByteArray rawProfile(const QByteArray& name, const QByteArray& block);
+
+/// A PNG file with some more chunks after its header.
+QByteArray pngWithChunks(const QByteArray& chunks, const QSize& size = {4, 3});
+
+/// How a HEIF file gives the positions of its items.
 enum class HeifLayout { MediaData, MediaDataLongNumbers, DataBox };
 QByteArray heifWithExif(
     const QByteArray& exif, const QByteArray& xmp = {}, HeifLayout layout = HeifLayout::MediaData);

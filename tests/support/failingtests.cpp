@@ -5,8 +5,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Misuses the test support: all functions but the one that says so are to fail.
-class FailingTests : public QObject
+/// Misuses the test support. Every test function must fail, except the one whose name says
+/// otherwise.
+class FailingTest : public QObject
 {
     Q_OBJECT
 
@@ -57,6 +58,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(FailingTests)
+QTEST_GUILESS_MAIN(FailingTest)
 
 #include "failingtests.moc"

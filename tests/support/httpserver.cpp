@@ -78,7 +78,7 @@ void HttpServer::breakOff(const QString& path)
     if (held.socket) {
         held.socket->abort();
     }
-    // The client asks again.
+    // The client sends the request again.
     hangUp(path);
 }
 

@@ -13,8 +13,8 @@
 
 class QTcpSocket;
 
-/// Plays a web server on this machine, on a port of its own. It answers what it was told to, once
-/// per connection, and 404 to anything else; it runs on the test's event loop.
+/// Plays a web server on this machine, on a free port. It gives the answers that were set, one per
+/// connection, and 404 for anything else. It runs on the test's event loop.
 class HttpServer : public QTcpServer
 {
     Q_OBJECT
@@ -22,33 +22,33 @@ class HttpServer : public QTcpServer
 public:
     enum class Transport {
         Plain, ///< http
-        UntrustedCertificate, ///< https, with a certificate that vouches for itself
+        UntrustedCertificate, ///< https, with a self-signed certificate
     };
 
-    /// A server that listens. Fails the current test if it cannot.
+    /// Starts to listen. Fails the current test if this is not possible.
     explicit HttpServer(Transport transport = Transport::Plain);
 
-    /// The address of a path, which begins with "/".
-    [[nodiscard]] QUrl url(const QString& path) const;
+    /// The URL of a path, which must begin with "/".
+    QUrl url(const QString& path) const;
 
-    /// Answers requests for a path from now on. `headers` are whole lines, each with its end.
+    /// Sets the answer for a path. `headers` are whole lines, each with its line break.
     void answer(
         const QString& path, const QByteArray& body, const QByteArray& status = "200 OK",
         const QByteArray& headers = {});
-    /// Cuts the connections of requests for a path.
+    /// Closes the connections of requests for a path.
     void hangUp(const QString& path);
 
-    /// Keeps back the second half of the body for a path until release() or breakOff().
+    /// Sends only the first half of the body for a path until release() or breakOff().
     void hold(const QString& path);
-    /// Sends what was kept back.
+    /// Sends the second half.
     void release(const QString& path);
-    /// Cuts the connection instead, and those of later requests for the path.
+    /// Closes the connection without the second half, and those of later requests for the path.
     void breakOff(const QString& path);
-    /// Whether a request for a held path has come.
-    [[nodiscard]] bool isHolding(const QString& path) const;
+    /// Whether a request for a held path has arrived.
+    bool isHolding(const QString& path) const;
 
-    /// The paths that were asked for, oldest first.
-    [[nodiscard]] QStringList requests() const { return m_requests; }
+    /// The requested paths, in their order.
+    QStringList requests() const { return m_requests; }
 
 protected:
     void incomingConnection(qintptr descriptor) override;

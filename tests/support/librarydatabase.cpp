@@ -69,6 +69,17 @@ LibraryDatabase::Rows LibraryDatabase::rows(
     return result;
 }
 
+QStringList LibraryDatabase::texts(const QString& statement) const
+{
+    QStringList texts;
+    const Rows selected = rows(statement);
+    for (const QVariantList& row : selected) {
+        texts.append(row.constFirst().toString());
+    }
+    texts.sort();
+    return texts;
+}
+
 QVariant LibraryDatabase::value(const QString& statement, const QVariantList& values) const
 {
     const Rows result = rows(statement, values);

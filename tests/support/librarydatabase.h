@@ -7,35 +7,39 @@
 #include <QVariant>
 #include <QVector>
 
-/// Reads the daemon's database from outside: on a connection of its own that cannot write. A
-///    running daemon does not notice.
+/// Reads the daemon's database from outside, on its own read-only connection. A running daemon does
+/// not notice this.
 class LibraryDatabase
 {
 public:
     using Rows = QVector<QVariantList>;
 
-    /// Where a daemon with this process's environment keeps its database.
+    /// The path of the database of a daemon with this process's environment.
     static QString standardPath();
 
-    /// Opens the database at path, which must exist. Fails the current test if it cannot.
+    /// Opens the database at `path`, which must exist. Fails the current test if this is not
+    /// possible.
     explicit LibraryDatabase(const QString& path = standardPath());
     ~LibraryDatabase();
     Q_DISABLE_COPY_MOVE(LibraryDatabase)
 
     bool isOpen() const;
 
-    /// The rows that statement selects, with values bound in place of its question marks. A
-    /// statement that fails gives no rows and fails the current test.
+    /// The rows that `statement` selects, with `values` bound to its question marks. A statement
+    /// that fails gives no rows and fails the current test.
     Rows rows(const QString& statement, const QVariantList& values = {}) const;
 
-    /// The first column of the only row that statement selects; an invalid value, and a failed
-    /// test, if it selects any other number of rows.
+    /// The first column of the rows that `statement` selects, as texts, sorted.
+    QStringList texts(const QString& statement) const;
+
+    /// The first column of the only row that `statement` selects. If it selects any other number of
+    /// rows, the value is invalid and the current test fails.
     QVariant value(const QString& statement, const QVariantList& values = {}) const;
 
-    /// The id of a file's row; 0 if it has none.
+    /// The id of a file's row, or 0 if it has none.
     qint64 fileId(const QString& path) const;
 
-    /// Columns of the moodset of a file, as texts; empty if it has none.
+    /// Columns of the moodset of a file, as texts. Empty if the file has no moodset.
     QStringList moodset(const QString& path, const QString& columns) const;
 
 private:

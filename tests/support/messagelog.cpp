@@ -76,7 +76,7 @@ void MessageLog::record(QtMsgType type, const QMessageLogContext& context, const
         const QMutexLocker locker(&currentLog->m_mutex);
         currentLog->m_messages.push_back({type, text});
     }
-    // The process ends here: let Qt Test say why.
+    // The process ends here. Qt Test should report why.
     if (type == QtFatalMsg) {
         currentLog->m_previousHandler(type, context, text);
     }

@@ -6,19 +6,19 @@
 
 #include <vector>
 
-/// Records what is written to the Qt message log while it lives, so that a test can compare it text
-/// for text. Declare one in the test function, before the objects under test:
+/// Records the messages in the Qt log while it lives, so that a test can compare their texts.
+/// Declare it in the test function, before the objects under test:
 ///
 ///     MessageLog log;
 ///     manager.remove(0);
 ///     QCOMPARE(log.takeWarnings(), QStringList({QStringLiteral("...")}));
 ///
-/// Warnings and worse that no one has taken are strays. They fail the test that destroys the log,
-/// and are printed. Debug and info lines may stay.
+/// When the log is destroyed, warnings and worse that were not taken are printed and fail the test.
+/// Debug and info lines may stay.
 ///
-/// Recorded messages do not reach Qt Test, so that QTest::ignoreMessage() has no effect meanwhile.
-/// Messages may come from any thread; all else belongs to the test's thread. Only one log may live
-/// at a time.
+/// Recorded messages do not reach Qt Test, so QTest::ignoreMessage() has no effect during this
+/// time. Messages may come from any thread; use everything else on the test's thread. Only one log
+/// may exist at a time.
 class MessageLog
 {
 public:
@@ -26,15 +26,14 @@ public:
     ~MessageLog();
     Q_DISABLE_COPY_MOVE(MessageLog)
 
-    /// Takes the texts of all messages since the last call of either function, oldest first.
+    /// Takes the texts of all messages since the last call of either function, in their order.
     QStringList takeMessages();
 
-    /// Takes the texts of all messages of warning level and worse, oldest first, and leaves the
-    /// others in the log.
+    /// Takes the texts of all warnings and worse, in their order, and leaves the other messages.
     QStringList takeWarnings();
 
-    /// Fails the current test, and returns false, if there are warnings or worse in the log. These
-    /// are taken.
+    /// Returns false and fails the current test if the log contains warnings or worse, which are
+    /// taken.
     bool verifyNoStrays();
 
 private:

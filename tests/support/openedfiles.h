@@ -5,9 +5,8 @@
 #include <QString>
 #include <QStringList>
 
-/// Notes every opening of a file below a folder, by whatever process, while it lives. The folder's
-/// directories are those that are there at its beginning; the opening of a directory does not
-/// count.
+/// Records every opening of a file below a directory, by any process, while the object lives. It
+/// covers the sub-directories that exist at the start. The opening of a directory does not count.
 class OpenedFiles
 {
 public:
@@ -15,11 +14,11 @@ public:
     ~OpenedFiles();
     Q_DISABLE_COPY_MOVE(OpenedFiles)
 
-    /// False if not all openings can be told.
+    /// False if some openings may be missing.
     bool isValid() const { return m_valid; }
 
-    /// The paths of the files opened so far, oldest first, once for each opening. Too many of them
-    /// between two calls make the object invalid.
+    /// The paths of the files opened so far, in their order, once for each opening. If there are
+    /// too many between two calls, the object becomes invalid.
     QStringList paths();
 
 private:

@@ -10,7 +10,7 @@
 
 namespace {
 
-// From whatever thread: a line is written in one go.
+// This may be called from any thread, because each line is written with one call.
 void say(const QString& line)
 {
     std::puts(qUtf8Printable(line));
@@ -79,15 +79,15 @@ bool obey(Phone& phone, const QString& line)
 
 } // namespace
 
-/// Plays the services of a phone that the daemon knows, for the buses of the environment, until the
-/// standard input ends. The phone is unlocked and wears no cover. Obeys lines:
+/// Plays the services of a phone that the daemon knows, on the buses of the environment, until the
+/// standard input ends. At first, the phone is unlocked and has no back cover. It accepts lines:
 ///
-///     attach ID             a cover of that id is put on
-///     detach                it is taken off
-///     install PACKAGE ID    the store has installed the package in a folder, for a cover
+///     attach ID             put a cover with this id on
+///     detach                take the cover off
+///     install PACKAGE ID    announce that the store has installed a package for a cover
 ///
-/// and says "ready" when all services are there, "store ID" when the store is told of a cover, and
-/// "sound EVENT" when a sound is asked for.
+/// and prints "ready" when all services are on the bus, "store ID" when the daemon tells the store
+/// about a cover, and "sound EVENT" when it asks for a sound.
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);

@@ -7,8 +7,8 @@
 
 #include <cstdlib>
 
-/// Stands in for the daemon in the tests of DaemonProcess. By the variable PLAY it does:
-/// "run": takes the name, says what it sees of its surroundings, and is idle twice
+/// Replaces the daemon in the tests of DaemonProcess. The variable PLAY decides what it does:
+/// "run": takes the name, prints what it knows about its environment, and is idle twice
 /// "crash": aborts
 /// "exit": ends with status 3
 int main(int argc, char** argv)
@@ -28,7 +28,7 @@ int main(int argc, char** argv)
     if (!QDBusConnection::sessionBus().registerService(QStringLiteral("com.zavro.moodsetd"))) {
         return 4;
     }
-    // The object comes late, as the daemon's does, but later.
+    // The object appears after the name, as the daemon's does, but with a longer delay.
     QObject object;
     QTimer::singleShot(20, &object, [&object] {
         QDBusConnection::sessionBus().registerObject(

@@ -9,10 +9,10 @@
 class PlayedBackCover : public PlayedService
 {
 public:
-    /// The phone wears no cover.
+    /// The phone has no back cover.
     PlayedBackCover();
 
-    /// What it answers from now on when it is asked for its properties; it announces nothing.
+    /// Sets the properties that it returns from now on, without announcing them.
     void setProperties(const QVariant& id, const QVariant& ready);
     /// Announces changed properties.
     void announce(const QVariantMap& changes);
@@ -20,30 +20,30 @@ public:
     void sendChange(const QVariantList& arguments);
 };
 
-/// The device lock of a phone, on the system bus. It is open.
+/// The device lock of a phone, on the system bus. At first it is open.
 class PlayedDeviceLock : public PlayedService
 {
 public:
     PlayedDeviceLock();
 
-    /// What it answers from now on when it is asked for its state; above 0 is locked.
+    /// Sets the state that it returns from now on. A state above 0 means locked.
     void setState(const QVariant& state);
     /// Announces a state.
     void announce(const QVariant& state);
 };
 
-/// The store client, on the session bus. It takes what it is told.
+/// The store client, on the session bus. It accepts all calls.
 class PlayedStoreClient : public PlayedService
 {
 public:
     PlayedStoreClient();
 };
 
-/// The feedback service, on the session bus. Each event gets the number 7, and lasts.
+/// The feedback service, on the session bus. Each event gets the number 7 and does not end.
 class PlayedFeedback : public PlayedService
 {
 public:
-    /// The reason for an event's end that the theme does not have.
+    /// The reason for the end of an event that is not in the theme.
     static constexpr quint32 NotFound = 0xffffffff;
 
     PlayedFeedback();

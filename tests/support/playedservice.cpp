@@ -11,7 +11,8 @@
 
 namespace {
 
-/// A method that every service answers, to show that it has seen all earlier calls.
+/// The name of a method that every service answers. Its reply shows that the service has received
+/// all earlier calls.
 const QLatin1String Fence("fence");
 
 QString valueText(const QVariant& value)
@@ -33,7 +34,7 @@ QString callText(const QDBusMessage& call)
 
 } // namespace
 
-/// Answers the calls. All but the calls' texts belongs to the service's thread.
+/// Answers the calls. Everything except the texts of the calls belongs to the service's thread.
 class PlayedServiceObject : public QDBusVirtualObject
 {
     Q_OBJECT

@@ -13,8 +13,8 @@
 
 class PlayedServiceObject;
 
-/// A service of the outside, played on a connection and in a thread of its own, so that it answers
-/// even while the test's thread waits for it, and notes what it is asked.
+/// A service of another program, played on its own connection and thread, so that it answers even
+/// while the test's thread is waiting for it. It records the calls.
 ///
 ///     PlayedService store(QDBusConnection::SessionBus, "com.example.store");
 ///     store.answer("price", {5});
@@ -22,9 +22,9 @@ class PlayedServiceObject;
 ///     ...
 ///     QCOMPARE(store.takeCalls(), QStringList("price(\"apple\")"));
 ///
-/// It answers calls of all paths and interfaces by the method's name: with what it has been told to
-/// answer, or else with the bus's error for an unknown method. The functions belong to the test's
-/// thread, and may be called at any time, also while it is not on the bus.
+/// It answers calls for all paths and interfaces, by the name of the method: with the answer that
+/// was set, or with the bus's error for an unknown method. Call the functions on the test's thread,
+/// at any time, even while the service is not on the bus.
 class PlayedService
 {
 public:
@@ -32,37 +32,37 @@ public:
     ~PlayedService();
     Q_DISABLE_COPY_MOVE(PlayedService)
 
-    /// Takes the name on the bus. Returns false if it cannot.
+    /// Takes the name on the bus. Returns false on failure.
     Q_REQUIRED_RESULT bool appear();
-    /// Leaves the bus as a process that has died does: the bus answers what is open with an error.
+    /// Leaves the bus as a dead process does: the bus answers all open calls with an error.
     void vanish();
 
     /// Answers a method with these values.
     void answer(const QString& method, const QVariantList& values);
-    /// Answers a method as the function says, which runs in the service's thread. A message of no
-    /// type is no answer.
+    /// Answers a method with the result of the function, which runs on the service's thread. A
+    /// message without a type means that there is no answer.
     void answer(const QString& method, std::function<QDBusMessage(const QDBusMessage&)> answer);
     /// Answers a method with an error.
     void answerWithError(const QString& method, const QString& name, const QString& text);
-    /// Takes a method's calls, and leaves them open until answerOpenCalls().
+    /// Keeps the calls of a method open until answerOpenCalls().
     void answerLater(const QString& method);
     /// Answers all open calls with these values.
     void answerOpenCalls(const QVariantList& values);
 
-    /// Sends a signal from the service. When this returns, the bus has passed it on: whatever is
-    /// sent later, by whomever, arrives later.
+    /// Sends a signal from the service. When this returns, the bus has passed the signal on, so
+    /// later messages arrive later.
     void send(
         const QString& path, const QString& interface, const QString& signal,
         const QVariantList& values);
 
-    /// The calls since the last time, oldest first, as text: `method("text", 5)`. All that this
-    /// process has called on its own connection to the bus is among them.
+    /// The calls since the last time, in their order, as text: `method("text", 5)`. This includes
+    /// all calls that this process has made on its own connection to the bus.
     QStringList takeCalls();
-    /// Waits, with the event loop turning, until there are as many calls to take.
+    /// Waits until there are this many calls to take. The event loop runs during this time.
     Q_REQUIRED_RESULT bool waitForCalls(int count);
 
 private:
-    [[nodiscard]] QDBusConnection testConnection() const;
+    QDBusConnection testConnection() const;
     void runInThread(const std::function<void()>& function);
 
     const QDBusConnection::BusType m_bus;

@@ -42,6 +42,18 @@ QStringList StatementProbe::preparedStatements() const
     return texts;
 }
 
+QStringList StatementProbe::openStatements() const
+{
+    QStringList texts;
+    for (sqlite3_stmt* statement = sqlite3_next_stmt(m_connection, nullptr); statement;
+         statement = sqlite3_next_stmt(m_connection, statement)) {
+        if (sqlite3_stmt_busy(statement) != 0) {
+            texts.append(QString::fromUtf8(sqlite3_sql(statement)));
+        }
+    }
+    return texts;
+}
+
 int StatementProbe::onCompile(
     void* probe, int action, const char* first, const char* second, const char* schema,
     const char* trigger)
@@ -59,7 +71,7 @@ int StatementProbe::onCompile(
 int StatementProbe::onTrace(unsigned type, void* probe, void* statement, void* text)
 {
     Q_UNUSED(type)
-    // SQLite's own statements, such as those of triggers, come as comments.
+    // SQLite reports its own statements, such as those of triggers, as comments.
     if (!QByteArray(static_cast<const char*>(text)).startsWith("--")) {
         char* const expanded = sqlite3_expanded_sql(static_cast<sqlite3_stmt*>(statement));
         static_cast<StatementProbe*>(probe)->m_executed.append(QString::fromUtf8(expanded));

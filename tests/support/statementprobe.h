@@ -6,9 +6,9 @@
 
 struct sqlite3;
 
-/// Watches what SQLite itself does with the statements of an open connection.
+/// Observes what SQLite does with the statements of an open connection.
 ///
-/// The connection must outlive the probe, and can have one at a time.
+/// The connection must outlive the probe, and can have only one probe at a time.
 class StatementProbe
 {
 public:
@@ -16,15 +16,19 @@ public:
     ~StatementProbe();
     Q_DISABLE_COPY_MOVE(StatementProbe)
 
-    /// How many SELECTs SQLite has compiled since the last call. A subquery counts for itself, and
-    /// a statement once more whenever SQLite renews it, as it does for a new schema or glob.
+    /// The number of SELECTs that SQLite has compiled since the last call. A subquery counts
+    /// separately. A statement counts again when SQLite compiles it again, as it does for a new
+    /// schema or a new glob.
     int takeCompiledSelects();
-    /// The texts of the statements that have begun to run since the last call, with the values that
-    /// were bound in place of their question marks.
+    /// The texts of the statements that have started since the last call, with the bound values in
+    /// place of their question marks.
     QStringList takeExecuted();
-    /// The texts of the statements that exist now, prepared and not freed, sorted; the driver has
-    /// put names in place of the question marks.
+    /// The texts of the statements that are prepared now, sorted. The driver has replaced the
+    /// question marks by names.
     QStringList preparedStatements() const;
+    /// The texts of the statements that stand on a row. While one does, the write-ahead log cannot
+    /// be begun again.
+    QStringList openStatements() const;
 
 private:
     static int onCompile(

@@ -14,9 +14,9 @@ StoreWatcher::StoreWatcher()
         QString(), QStringLiteral("/ca/desrt/dconf/Writer/user"),
         QStringLiteral("ca.desrt.dconf.Writer"), QStringLiteral("Notify"), this,
         SLOT(note(QString, QStringList, QString)));
-    // The bus answers in order, so that it knows of the watcher after this.
+    // The bus handles messages in their order, so it knows the watcher after this call.
     bus.interface()->isServiceRegistered(QStringLiteral("ca.desrt.dconf"));
-    // The service may still have to announce what it has changed.
+    // The service may still have to announce earlier changes.
     if (!catchUp()) {
         QTest::qFail("The store announces nothing", __FILE__, __LINE__);
     }

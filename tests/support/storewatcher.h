@@ -6,12 +6,12 @@
 #include <QString>
 #include <QStringList>
 
-/// Follows the key/value store as any process can: notes what its service announces, change by
-/// change, from the object's making on. The event loop has to turn. A service that announces
-/// nothing fails the current test.
+/// Follows the key/value store as any process can: records each announcement of its service from
+/// the construction on. The event loop has to run. If the service announces nothing, the current
+/// test fails.
 ///
-/// Changes that reach the service while it is at work are one to it, and announced in one. A write
-/// of the value that a key has is no change.
+/// Changes that reach the service while it is busy are announced together. Writing the value that a
+/// key already has is not a change.
 class StoreWatcher : public QObject
 {
     Q_OBJECT
@@ -19,12 +19,12 @@ class StoreWatcher : public QObject
 public:
     StoreWatcher();
 
-    /// The keys of each announcement so far, oldest first.
-    [[nodiscard]] QList<QStringList> announcements() const { return m_announcements; }
-    /// Which of them has a key; -1 if none has.
-    [[nodiscard]] int announcementOf(const QString& key) const;
+    /// The keys of each announcement so far, in the order of the announcements.
+    QList<QStringList> announcements() const { return m_announcements; }
+    /// The index of the announcement that contains a key, or -1.
+    int announcementOf(const QString& key) const;
 
-    /// Waits until all changes that have reached the service are announced. Returns false if that
+    /// Waits until all changes that have reached the service are announced. Returns false if this
     /// takes too long.
     Q_REQUIRED_RESULT bool catchUp();
 

@@ -25,9 +25,9 @@ void require(bool succeeded, const char* operation, const QString& name)
 
 void writeFile(const QByteArray& path, const QByteArray& content)
 {
-    // QFile takes no path that is not valid UTF-8.
+    // QFile accepts only paths that are valid UTF-8.
     FILE* const stream = std::fopen(path.constData(), "w");
-    const auto size = static_cast<size_t>(content.size());
+    const auto size = size_t(content.size());
     const bool written = stream && std::fwrite(content.constData(), 1, size, stream) == size;
     const bool closed = stream && std::fclose(stream) == 0;
     require(written && closed, "write", QString::fromLatin1(path));
@@ -42,9 +42,9 @@ TestFolder::TestFolder()
 
 TestFolder::~TestFolder()
 {
-    // The temporary folder would not see them, and then not go.
-    for (const QByteArray& file : m_rawFiles) {
-        require(std::remove(file.constData()) == 0, "remove", QString::fromLatin1(file));
+    // QTemporaryDir would not see these entries, and could not remove the directory.
+    for (const QByteArray& entry : m_rawEntries) {
+        require(std::remove(entry.constData()) == 0, "remove", QString::fromLatin1(entry));
     }
 }
 
@@ -65,19 +65,27 @@ void TestFolder::write(const QString& name, const QByteArray& content)
 
 void TestFolder::writeRawName(const QByteArray& name, const QByteArray& content)
 {
-    const QByteArray file = QFile::encodeName(m_folder.path()) + '/' + name;
-    writeFile(file, content);
-    m_rawFiles.append(file);
+    writeFile(rawPath(name), content);
+    m_rawEntries.append(rawPath(name));
+}
+
+void TestFolder::makeRawDirectory(const QByteArray& name)
+{
+    require(mkdir(rawPath(name).constData(), 0700) == 0, "make folder", QString::fromLatin1(name));
+    m_rawEntries.append(rawPath(name));
+}
+
+QByteArray TestFolder::rawPath(const QByteArray& name) const
+{
+    return QFile::encodeName(m_folder.path()) + '/' + name;
 }
 
 void TestFolder::setModified(const QString& name, const QDateTime& time)
 {
-    // Unlike Qt's own function, this also sets times before 1970.
+    // Unlike Qt's own function, this can also set times before 1970.
     const qint64 milliseconds = time.toMSecsSinceEpoch();
     const qint64 remainder = ((milliseconds % 1000) + 1000) % 1000;
-    const timespec modified{
-        static_cast<time_t>((milliseconds - remainder) / 1000),
-        static_cast<long>(remainder) * 1000000};
+    const timespec modified{time_t((milliseconds - remainder) / 1000), long(remainder) * 1000000};
     const std::array<timespec, 2> times{timespec{0, UTIME_OMIT}, modified};
     require(
         utimensat(AT_FDCWD, QFile::encodeName(path(name)).constData(), times.data(), 0) == 0,
@@ -109,7 +117,7 @@ void TestFolder::makeLink(const QString& name, const QString& target)
 
 void TestFolder::rename(const QString& from, const QString& to)
 {
-    // QFile::rename() replaces nothing.
+    // QFile::rename() does not replace an existing file.
     require(
         std::rename(
             QFile::encodeName(path(from)).constData(), QFile::encodeName(path(to)).constData())

@@ -5,24 +5,24 @@
 
 namespace ThemeKeys {
 
-const QString picture = QStringLiteral("/desktop/tuvalo/background/portrait/picture_filename");
-const QString homeWallpaper =
+const QString Picture = QStringLiteral("/desktop/tuvalo/background/portrait/picture_filename");
+const QString HomeWallpaper =
     QStringLiteral("/desktop/zavro/background/portrait/home_picture_filename");
-const QString applicationWallpaper =
+const QString ApplicationWallpaper =
     QStringLiteral("/desktop/zavro/background/portrait/app_picture_filename");
-const QString highlightColor = QStringLiteral("/desktop/zavro/theme/color/highlight");
-const QString secondaryHighlightColor =
+const QString HighlightColor = QStringLiteral("/desktop/zavro/theme/color/highlight");
+const QString SecondaryHighlightColor =
     QStringLiteral("/desktop/zavro/theme/color/secondaryHighlight");
-const QString primaryColor = QStringLiteral("/desktop/zavro/theme/color/primary");
-const QString secondaryColor = QStringLiteral("/desktop/zavro/theme/color/secondary");
-const QString activeMoodset = QStringLiteral("/desktop/zavro/theme/active_moodset");
-const QString partnerSpace = QStringLiteral("/desktop/vantile-zavro-home/partnerspace/moodset");
+const QString PrimaryColor = QStringLiteral("/desktop/zavro/theme/color/primary");
+const QString SecondaryColor = QStringLiteral("/desktop/zavro/theme/color/secondary");
+const QString ActiveMoodset = QStringLiteral("/desktop/zavro/theme/active_moodset");
+const QString PartnerSpace = QStringLiteral("/desktop/vantile-zavro-home/partnerspace/moodset");
 
 const QStringList& names()
 {
     static const QStringList names{
-        picture,      homeWallpaper,  applicationWallpaper, highlightColor, secondaryHighlightColor,
-        primaryColor, secondaryColor, activeMoodset};
+        Picture,      HomeWallpaper,  ApplicationWallpaper, HighlightColor, SecondaryHighlightColor,
+        PrimaryColor, SecondaryColor, ActiveMoodset};
     return names;
 }
 

@@ -4,15 +4,15 @@
 #include <QLocale>
 #include <QString>
 
-/// Puts one of the tests' translation catalogues where the system keeps its catalogues, for as long
-/// as it lives:
+/// Installs one of the tests' translation catalogues in the system's directory while the object
+/// lives:
 /// - "seasons-de": "Autumn" is "Herbst", "Grün" is "Grünland", "Spring" is empty, and
 ///   the empty text is "Namenlos"
 /// - "seasons_eng_en": "Autumn" is "Autumn (engineering)", "Winter" is "Winter (engineering)",
 ///   "Spring" is empty
 /// - "weather-de": "Autumn" is "Herbstwetter"
 ///
-/// For use in the private machine. A catalogue that cannot be put there fails the current test.
+/// Use it in the private machine. A catalogue that cannot be installed fails the current test.
 class TranslationCatalog
 {
 public:

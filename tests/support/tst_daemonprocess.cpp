@@ -3,6 +3,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <csignal>
@@ -129,6 +130,22 @@ private Q_SLOTS:
         QCOMPARE(daemon.exitStatus(), status);
         QCOMPARE(daemon.exitCode(), code);
         QVERIFY(!daemon.isRunning());
+    }
+
+    void waitingEndsWithTheProcess()
+    {
+        DaemonProcess daemon(m_playedDaemon);
+        setPlay(daemon, "exit");
+        QElapsedTimer clock;
+        clock.start();
+
+        QVERIFY(daemon.start());
+        QVERIFY(!daemon.waitForIdle());
+
+        QVERIFY(clock.elapsed() < DaemonProcess::deadlineMs / 2);
+        QVERIFY(!daemon.waitForName());
+        QVERIFY(!daemon.waitForLine(QStringLiteral("a")));
+        QVERIFY(clock.elapsed() < DaemonProcess::deadlineMs / 2);
     }
 
     void reportsAMissingExecutable()

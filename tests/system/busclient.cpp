@@ -12,7 +12,7 @@ const QLatin1String Service("com.zavro.moodsetd");
 const QLatin1String Path("/com/zavro/moodsetd");
 const QLatin1String Interface("com.zavro.moodsetd");
 
-QDBusMessage methodCall(
+QDBusMessage callMessage(
     const QString& path, const QString& interface, const QString& method,
     const QVariantList& arguments)
 {
@@ -36,17 +36,28 @@ QDBusMessage BusClient::call(const QString& method, const QVariantList& argument
     return callObject(Path, Interface, method, arguments);
 }
 
+QDBusPendingCall BusClient::callLater(const QString& method, const QVariantList& arguments)
+{
+    return QDBusConnection::sessionBus().asyncCall(
+        methodCall(method, arguments), DaemonProcess::deadlineMs);
+}
+
+QDBusMessage BusClient::methodCall(const QString& method, const QVariantList& arguments)
+{
+    return callMessage(Path, Interface, method, arguments);
+}
+
 QDBusMessage BusClient::callObject(
     const QString& path, const QString& interface, const QString& method,
     const QVariantList& arguments)
 {
     return QDBusConnection::sessionBus().call(
-        methodCall(path, interface, method, arguments), QDBus::Block, DaemonProcess::deadlineMs);
+        callMessage(path, interface, method, arguments), QDBus::Block, DaemonProcess::deadlineMs);
 }
 
 void BusClient::send(const QString& method, const QVariantList& arguments)
 {
-    QDBusConnection::sessionBus().send(methodCall(Path, Interface, method, arguments));
+    QDBusConnection::sessionBus().send(methodCall(method, arguments));
 }
 
 bool BusClient::ping()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -17,6 +18,12 @@ public:
 
     /// Calls a method of the daemon's interface, and waits for the reply.
     static QDBusMessage call(const QString& method, const QVariantList& arguments = {});
+
+    /// The same, without waiting.
+    static QDBusPendingCall callLater(const QString& method, const QVariantList& arguments);
+
+    /// A call of a method of the daemon's interface, to be sent on any connection.
+    static QDBusMessage methodCall(const QString& method, const QVariantList& arguments);
 
     /// Calls any method of the daemon's process, and waits for the reply.
     static QDBusMessage callObject(

@@ -12,19 +12,27 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Neither is a name that begins with a byte order mark, which Qt takes off.
 bool isUtf8(const std::string& name)
 {
     return QString::fromStdString(name).toStdString() == name;
 }
 
+// The last two code points of the basic plane, which SQLite gives back as other characters.
+bool hasNoncharacter(const std::string& name)
+{
+    return name.find("\xef\xbf\xbe") != std::string::npos
+        || name.find("\xef\xbf\xbf") != std::string::npos;
+}
+
 // Written apart from the daemon's listing, and after its rules: no hidden entries, nothing but
-// files and directories, links to files only, names in UTF-8.
+// files and directories, links to files only, names in UTF-8 that the database can hold.
 void listFiles(const fs::path& folder, QStringList* files)
 {
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
         const std::string name = entry.path().filename().string();
         std::error_code unreachable;
-        if (name.front() == '.' || !isUtf8(name))
+        if (name.front() == '.' || !isUtf8(name) || hasNoncharacter(name))
             continue;
         if (entry.is_directory(unreachable)) {
             if (!entry.is_symlink())
@@ -33,15 +41,6 @@ void listFiles(const fs::path& folder, QStringList* files)
             files->append(QString::fromStdString(entry.path().string()));
         }
     }
-}
-
-QStringList firstColumn(const LibraryDatabase::Rows& rows)
-{
-    QStringList texts;
-    for (const QVariantList& row : rows)
-        texts.append(row.constFirst().toString());
-    texts.sort();
-    return texts;
 }
 
 } // namespace
@@ -131,15 +130,14 @@ const LibraryDatabase& DaemonSession::library()
 
 QStringList DaemonSession::libraryFiles()
 {
-    return firstColumn(library().rows(
+    return library().texts(
         QStringLiteral("SELECT COALESCE(directory.path, '?') || '/' || fileName FROM file "
-                       "LEFT JOIN directory ON directory.id = directoryId")));
+                       "LEFT JOIN directory ON directory.id = directoryId"));
 }
 
 QStringList DaemonSession::libraryDirectories()
 {
-    QStringList directories =
-        firstColumn(library().rows(QStringLiteral("SELECT path FROM directory")));
+    QStringList directories = library().texts(QStringLiteral("SELECT path FROM directory"));
     const QStringList installed = installDirectories();
     for (const QString& path : installed)
         directories.removeOne(path);

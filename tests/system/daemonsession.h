@@ -63,7 +63,7 @@ public:
     /// begins with "?".
     QStringList libraryFiles();
 
-    /// The paths of all directories that have a row, sorted, but for installDirectories().
+    /// The paths of all directories that have a row, sorted, except for installDirectories().
     QStringList libraryDirectories();
 
     /// The directories of installed packages, which are in every library.

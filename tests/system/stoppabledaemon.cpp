@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 //
-// The daemon, but for its end: SIGTERM makes it leave the event loop, and what is destroyed after
-// that is logged.
+// The daemon, except for its end: SIGTERM makes it leave the event loop, and what is destroyed
+// after that is logged.
 #include "accessory/dorselmonitor.h"
 #include "indexing/filemanager.h"
 #include "service/albumgallery.h"
+#include "theme/scalingthread.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -52,6 +53,7 @@ int main(int argc, char* argv[])
     QSocketNotifier stop(signalfd(-1, &signals, SFD_CLOEXEC), QSocketNotifier::Read);
     QObject::connect(&stop, &QSocketNotifier::activated, &QCoreApplication::quit);
 
+    keepScalingThread();
     AlbumGallery gallery;
     logEnd(&gallery, "AlbumGallery");
     for (QObject* object : gallery.findChildren<QObject*>()) {

@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr int MoodsetType = 1;
+
 QString cacheFolder()
 {
     return qEnvironmentVariable("XDG_CACHE_HOME") + QStringLiteral("/moodsetd");
@@ -86,6 +88,12 @@ bool ThemeSession::set(const QUrl& url)
         BusClient::call(QStringLiteral("setMoodset"), {QString::fromUtf8(url.toEncoded())}));
 }
 
+bool ThemeSession::setsGoodPicture()
+{
+    const QString path = folders.elsewhere(QStringLiteral("good.png"));
+    return writePicture(path) && set(path) && theme() == expectedTheme(path);
+}
+
 bool ThemeSession::create(const QString& path)
 {
     return isReply(
@@ -94,15 +102,31 @@ bool ThemeSession::create(const QString& path)
 
 bool ThemeSession::edit(const QString& path, const QVariantMap& values)
 {
-    constexpr int moodsetType = 1;
     return isReply(
-        BusClient::call(QStringLiteral("saveAttributes"), {moodsetType, fileId(path), values}));
+        BusClient::call(QStringLiteral("saveAttributes"), {MoodsetType, fileId(path), values}));
+}
+
+QDBusPendingCall ThemeSession::callEdit(const QString& path, const QVariantMap& values)
+{
+    return BusClient::callLater(
+        QStringLiteral("saveAttributes"), {MoodsetType, fileId(path), values});
+}
+
+bool ThemeSession::setAndEdit(const QUrl& url, const QString& path, const QVariantMap& values)
+{
+    if (!daemon.pause()) {
+        return false;
+    }
+    BusClient::send(QStringLiteral("setMoodset"), {QString::fromUtf8(url.toEncoded())});
+    callEdit(path, values);
+    daemon.resume();
+    return BusClient::isAnswered();
 }
 
 QStringList ThemeSession::expectedTheme(const QString& path, const QString& request)
 {
     QStringList keys = ThemeKeys::ofMoodset(library(), path, request);
-    keys.append(ThemeKeys::written(ThemeKeys::partnerSpace, QString()));
+    keys.append(ThemeKeys::written(ThemeKeys::PartnerSpace, QString()));
     keys.sort();
     return keys;
 }
@@ -111,7 +135,7 @@ bool ThemeSession::hasWrittenNothing(StoreWatcher* watcher)
 {
     const QString path = folders.elsewhere(QStringLiteral("another.png"));
     return writePicture(path) && set(path) && watcher->catchUp()
-        && watcher->announcements().value(0) == QStringList(ThemeKeys::picture);
+        && watcher->announcements().value(0) == QStringList(ThemeKeys::Picture);
 }
 
 QList<int> ThemeSession::takeAnnouncements()

@@ -39,15 +39,26 @@ public:
     Q_REQUIRED_RESULT static bool set(const QString& path);
     Q_REQUIRED_RESULT static bool set(const QUrl& url);
 
+    /// Makes a picture the theme that can be read; false if it does not become it.
+    Q_REQUIRED_RESULT bool setsGoodPicture();
+
     /// Makes a moodset of a picture, as a client on the bus does.
     Q_REQUIRED_RESULT static bool create(const QString& path);
 
     /// Edits a moodset as a client on the bus does.
     Q_REQUIRED_RESULT bool edit(const QString& path, const QVariantMap& values);
 
+    /// The same, without waiting for the reply.
+    QDBusPendingCall callEdit(const QString& path, const QVariantMap& values);
+
+    /// Asks for a theme and for an edit of a moodset in one go, as clients do that wait for no
+    /// reply, and waits until the daemon has dealt with both.
+    Q_REQUIRED_RESULT bool setAndEdit(
+        const QUrl& url, const QString& path, const QVariantMap& values);
+
     /// The theme that other processes read in the store, as expectedTheme() gives it.
     static QStringList theme() { return UserStore::values(QStringLiteral("/desktop/")); }
-    /// The keys of a moodset that has come into force by a request for `request`, after its row.
+    /// The keys of a moodset that was applied by a request for `request`, after its row.
     /// It has no partner space.
     QStringList expectedTheme(const QString& path, const QString& request);
     QStringList expectedTheme(const QString& path) { return expectedTheme(path, path); }

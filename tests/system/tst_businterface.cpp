@@ -5,11 +5,9 @@
 
 #include <QDBusVariant>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QTest>
-#include <QXmlStreamReader>
 
-/// What the daemon's one object on the bus is, takes, refuses and announces.
+/// What the daemon's one object on the bus takes, refuses and announces.
 class BusInterfaceTest : public QObject
 {
     Q_OBJECT
@@ -18,28 +16,6 @@ private:
     const QString m_path = QStringLiteral("/com/zavro/moodsetd");
     const QString m_interface = QStringLiteral("com.zavro.moodsetd");
     const QString m_source = QStringLiteral("http://example.org/a.jpg");
-
-    /// The interfaces of the object with their members, one a line, as the bus tells them.
-    QStringList introspection() const
-    {
-        const QDBusMessage reply = BusClient::callObject(
-            m_path, QStringLiteral("org.freedesktop.DBus.Introspectable"),
-            QStringLiteral("Introspect"));
-        QXmlStreamReader xml(reply.arguments().value(0).toString());
-        QStringList lines;
-        while (!xml.atEnd()) {
-            if (xml.readNext() != QXmlStreamReader::StartElement)
-                continue;
-            QStringList words{xml.name().toString()};
-            for (const char* attribute : {"direction", "type", "name", "value"}) {
-                const QStringRef value = xml.attributes().value(QLatin1String(attribute));
-                if (!value.isEmpty())
-                    words.append(value.toString());
-            }
-            lines.append(words.join(QLatin1Char(' ')));
-        }
-        return xml.hasError() ? QStringList{xml.errorString()} : lines;
-    }
 
     /// Runs a client that does not use Qt, and returns what it prints.
     static QString runClient(const QString& program, const QStringList& arguments)
@@ -111,55 +87,6 @@ private:
     }
 
 private Q_SLOTS:
-    void introspectionListsTheInterfaceInItsOrder()
-    {
-        DaemonSession session;
-        QVERIFY(session.startOnBus());
-
-        const QStringList lines = introspection();
-
-        const QStringList expected{
-            QStringLiteral("node"),
-            QStringLiteral("interface com.zavro.moodsetd"),
-            QStringLiteral("method indexFile"),
-            QStringLiteral("arg in s url"),
-            QStringLiteral("method createMoodset"),
-            QStringLiteral("arg in s url"),
-            QStringLiteral("method setMoodset"),
-            QStringLiteral("arg in s url"),
-            QStringLiteral("method remove"),
-            QStringLiteral("arg in i contentType"),
-            QStringLiteral("arg in x contentId"),
-            QStringLiteral("method installPackage"),
-            QStringLiteral("arg in s path"),
-            QStringLiteral("method saveAttributes"),
-            QStringLiteral("arg in i contentType"),
-            QStringLiteral("arg in x contentId"),
-            QStringLiteral("arg in a{sv} args"),
-            QStringLiteral("annotation org.qtproject.QtDBus.QtTypeName.In2 QVariantMap"),
-            QStringLiteral("method refreshMoodsets"),
-            QStringLiteral("signal contentChanged"),
-            QStringLiteral("arg out i type"),
-        };
-        QCOMPARE(lines.mid(0, expected.count()), expected);
-    }
-
-    void introspectionGoesOnWithTheStandardInterfacesOnly()
-    {
-        DaemonSession session;
-        QVERIFY(session.startOnBus());
-
-        const QStringList interfaces =
-            introspection().filter(QRegularExpression(QStringLiteral("^(interface|node)\\b")));
-
-        const QStringList expected{
-            QStringLiteral("node"), QStringLiteral("interface com.zavro.moodsetd"),
-            QStringLiteral("interface org.freedesktop.DBus.Properties"),
-            QStringLiteral("interface org.freedesktop.DBus.Introspectable"),
-            QStringLiteral("interface org.freedesktop.DBus.Peer")};
-        QCOMPARE(interfaces, expected);
-    }
-
     void answersEveryMethodWithAnEmptyReply_data()
     {
         QTest::addColumn<QString>("method");

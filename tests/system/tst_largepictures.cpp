@@ -3,11 +3,15 @@
 #include "httpserver.h"
 #include "picturefile.h"
 #include "themesession.h"
+#include "unitaddressspace.h"
 
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QImageWriter>
 #include <QTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -16,23 +20,7 @@ const QSize Huge(30000, 30000);
 const QSize Megapixels48(8000, 6000);
 const QSize Megapixels108(12000, 9000);
 
-/// The addresses that the daemon's unit lets it have, in bytes; 0 if it names no number.
-qint64 unitAddressSpace()
-{
-    QFile unit(QStringLiteral(DAEMON_UNIT));
-    const QByteArray setting = "LimitAS=";
-    if (unit.open(QIODevice::ReadOnly)) {
-        const QList<QByteArray> lines = unit.readAll().split('\n');
-        for (const QByteArray& line : lines) {
-            if (line.startsWith(setting)) {
-                return line.mid(setting.size()).toLongLong();
-            }
-        }
-    }
-    return 0;
-}
-
-/// The head of a WebP picture of one pixel, and behind it nothing, for almost all that the daemon
+/// The head of a WebP picture of one pixel, and after it nothing, for almost all that the daemon
 /// may have. The plugin for WebP reads a whole file before it decodes it.
 bool writeFileLargerThanMemory(const QString& path)
 {
@@ -50,6 +38,17 @@ bool writeLargePicture(const QString& path, const QSize& size, bool isProgressiv
     return writer.write(image);
 }
 
+/// How many threads of Qt's pool the process has.
+int pooledThreads(qint64 process)
+{
+    const QDir threads(QStringLiteral("/proc/%1/task").arg(process));
+    const QStringList ids = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    return int(std::count_if(ids.begin(), ids.end(), [&](const QString& id) {
+        QFile name(threads.filePath(id + QStringLiteral("/comm")));
+        return name.open(QIODevice::ReadOnly) && name.readAll() == "Thread (pooled)\n";
+    }));
+}
+
 /// A user whose daemon has the addresses of its unit, and whose phone has a large screen.
 struct LimitedSession : ThemeSession
 {
@@ -58,13 +57,6 @@ struct LimitedSession : ThemeSession
         daemon.limitAddressSpace(unitAddressSpace());
         UserStore::write(QStringLiteral("/vantile/screen/primary/width"), QStringLiteral("1080"));
         UserStore::write(QStringLiteral("/vantile/screen/primary/height"), QStringLiteral("2520"));
-    }
-
-    /// Whether a picture that fits comes into force.
-    bool setsGoodPicture()
-    {
-        const QString path = folders.elsewhere(QStringLiteral("good.png"));
-        return writePicture(path) && set(path) && theme() == expectedTheme(path);
     }
 };
 
@@ -76,6 +68,21 @@ class LargePicturesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void oneThreadForScalingIsThereBeforeAnyPicture()
+    {
+        LimitedSession session;
+        const QString path = session.folders.elsewhere(QStringLiteral("a.png"));
+        QVERIFY(writeLargePicture(path, QSize(3000, 3000), false));
+        QVERIFY(session.startAtRest());
+        const qint64 process = session.daemon.processId();
+
+        QCOMPARE(pooledThreads(process), 1);
+
+        QVERIFY(ThemeSession::set(path));
+        QCOMPARE(ThemeSession::theme(), session.expectedTheme(path));
+        QCOMPARE(pooledThreads(process), 1);
+    }
+
     void daemonOutlivesABomb_data() { addBombRows(); }
 
     void daemonOutlivesABomb()

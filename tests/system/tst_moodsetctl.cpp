@@ -81,7 +81,7 @@ private:
     bool m_ready = false;
 };
 
-const auto coast = QByteArrayLiteral(
+const auto Coast = QByteArrayLiteral(
     R"({"version": 2, "displayName": "Coast light", "favorite": false, "wallpaper": "a.png",)"
     R"( "highlightColor": "#ff102030"})");
 
@@ -150,7 +150,6 @@ private Q_SLOTS:
         QTest::newRow("favorite") << QStringList(
             {QStringLiteral("favorite"), QStringLiteral("1"), QStringLiteral("on")});
         QTest::newRow("remove") << QStringList({QStringLiteral("remove"), QStringLiteral("1")});
-        QTest::newRow("install") << QStringList({QStringLiteral("install"), QDir::homePath()});
         QTest::newRow("refresh") << QStringList(QStringLiteral("refresh"));
     }
 
@@ -160,9 +159,13 @@ private Q_SLOTS:
 
         const Result result = run(arguments);
 
-        QCOMPARE(result.exitCode, 1);
+        QCOMPARE(result.exitCode, 3);
         QCOMPARE(result.output, QString());
-        QCOMPARE(result.errors, QStringLiteral("moodsetctl: the daemon is not running\n"));
+        QCOMPARE(
+            result.errors,
+            QStringLiteral(
+                "moodsetctl: the daemon is not running, and the session bus cannot start "
+                "it; start it with: systemctl --user start moodsetd, or run moodsetd\n"));
     }
 
     void waitsForPicturesAndShowsThemWithoutTheDaemon()
@@ -178,7 +181,7 @@ private Q_SLOTS:
         QVERIFY(daemon.start());
         QVERIFY(daemon.waitForName());
 
-        const Result result = run({QStringLiteral("wait"), QStringLiteral("--progress")});
+        const Result result = run({QStringLiteral("wait")});
 
         QCOMPARE(result.errors, QString());
         QCOMPARE(result.exitCode, 0);
@@ -232,7 +235,7 @@ private Q_SLOTS:
 
     void installsAPackageAndShowsItsMoodset()
     {
-        const Package package(coast);
+        const Package package(Coast);
         QVERIFY(package.isReady());
         DaemonProcess daemon;
         QVERIFY(daemon.start());
@@ -257,13 +260,18 @@ private Q_SLOTS:
     void saysThatAPackageIsBroken_data()
     {
         QTest::addColumn<QByteArray>("content");
-        QTest::newRow("no JSON") << QByteArray("words");
-        QTest::newRow("no wallpaper") << QByteArray("{}");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("no JSON") << QByteArray(
+            "{\n words") << QStringLiteral("line 2, column 3: no JSON: unterminated object");
+        QTest::newRow("no wallpaper")
+            << QByteArray("{}")
+            << QStringLiteral("line 1, column 1: \"wallpaper\" has to name a file in images/");
     }
 
     void saysThatAPackageIsBroken()
     {
         QFETCH(QByteArray, content);
+        QFETCH(QString, reason);
         const Package package(content);
         QVERIFY(package.isReady());
         DaemonProcess daemon;
@@ -275,15 +283,15 @@ private Q_SLOTS:
         QCOMPARE(result.exitCode, 1);
         QCOMPARE(
             result.errors,
-            QStringLiteral("moodsetctl: %1: set.moodset: the daemon has not made a moodset of it; "
-                           "its log tells why\n")
-                .arg(package.path()));
+            QStringLiteral("moodsetctl: %1: set.moodset: the daemon has not made a moodset of it: "
+                           "%2\n")
+                .arg(package.path(), reason));
         daemon.takeWarnings();
     }
 
     void changesAndRemovesTheMoodsetOfAName()
     {
-        const Package package(coast);
+        const Package package(Coast);
         QVERIFY(package.isReady());
         DaemonProcess daemon;
         QVERIFY(daemon.start());
@@ -395,6 +403,7 @@ private Q_SLOTS:
         const QString path = folder.filePath(QStringLiteral("100% #1?.png"));
         QVERIFY(writePicture(path, QSize(12, 34)));
         const QString url = QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded());
+        const ContentWriter writer(LibraryDatabase::standardPath());
         PlayedService service;
         QVERIFY(service.isReady());
 
@@ -410,6 +419,7 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("a.png"));
         QVERIFY(writePicture(path, QSize(12, 34)));
+        const ContentWriter writer(LibraryDatabase::standardPath());
         PlayedService service(false);
         QVERIFY(service.isReady());
 
@@ -419,7 +429,7 @@ private Q_SLOTS:
         QCOMPARE(
             result.errors,
             QStringLiteral("moodsetctl: %1: the daemon has not made it active; "
-                           "its log tells why\n")
+                           "its log may tell why: journalctl --user -u moodsetd\n")
                 .arg(path));
     }
 
@@ -439,7 +449,7 @@ private Q_SLOTS:
         PlayedService service;
         QVERIFY(service.isReady());
 
-        const Result result = run({command, url});
+        const Result result = run({command, QStringLiteral("--no-wait"), url});
 
         QCOMPARE(result.errors, QString());
         QCOMPARE(result.exitCode, 0);
@@ -463,7 +473,7 @@ private Q_SLOTS:
         QCOMPARE(
             without.errors,
             QStringLiteral("moodsetctl: %1: the daemon has not made a moodset of it; "
-                           "its log tells why\n")
+                           "its log may tell why: journalctl --user -u moodsetd\n")
                 .arg(path));
         QCOMPARE(with.errors, QString());
         QCOMPARE(with.exitCode, 0);
@@ -508,10 +518,11 @@ private Q_SLOTS:
 
     void refreshes()
     {
+        const ContentWriter writer(LibraryDatabase::standardPath());
         PlayedService service;
         QVERIFY(service.isReady());
 
-        const Result result = run({QStringLiteral("refresh")});
+        const Result result = run({QStringLiteral("refresh"), QStringLiteral("--no-wait")});
 
         QCOMPARE(result.errors, QString());
         QCOMPARE(result.exitCode, 0);

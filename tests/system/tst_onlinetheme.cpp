@@ -38,7 +38,7 @@ struct OnlineSession : ThemeSession
     /// Whether the theme is the picture that was downloaded first.
     bool isTheme() const
     {
-        return UserStore::value(ThemeKeys::activeMoodset) == QStringLiteral("'%1'").arg(saved);
+        return UserStore::value(ThemeKeys::ActiveMoodset) == QStringLiteral("'%1'").arg(saved);
     }
     /// What the watch of the pictures folder has to say when it comes upon the picture, which has
     /// its row by then.
@@ -71,17 +71,17 @@ private Q_SLOTS:
         QCOMPARE(
             ThemeSession::theme(),
             QStringList(
-                {written(ThemeKeys::picture, QString()),
-                 written(ThemeKeys::partnerSpace, QString()),
+                {written(ThemeKeys::Picture, QString()),
+                 written(ThemeKeys::PartnerSpace, QString()),
                  written(
-                     ThemeKeys::applicationWallpaper,
+                     ThemeKeys::ApplicationWallpaper,
                      ThemeSession::applicationWallpaper(session.saved)),
-                 written(ThemeKeys::homeWallpaper, ThemeSession::homeWallpaper(session.saved)),
-                 written(ThemeKeys::activeMoodset, session.saved),
-                 written(ThemeKeys::highlightColor, QStringLiteral("#ff7fff7f")),
-                 written(ThemeKeys::primaryColor, QStringLiteral("#ffffffff")),
-                 written(ThemeKeys::secondaryColor, QStringLiteral("#b0ffffff")),
-                 written(ThemeKeys::secondaryHighlightColor, QStringLiteral("#ff66cc66"))}));
+                 written(ThemeKeys::HomeWallpaper, ThemeSession::homeWallpaper(session.saved)),
+                 written(ThemeKeys::ActiveMoodset, session.saved),
+                 written(ThemeKeys::HighlightColor, QStringLiteral("#ff7fff7f")),
+                 written(ThemeKeys::PrimaryColor, QStringLiteral("#ffffffff")),
+                 written(ThemeKeys::SecondaryColor, QStringLiteral("#b0ffffff")),
+                 written(ThemeKeys::SecondaryHighlightColor, QStringLiteral("#ff66cc66"))}));
         QCOMPARE(
             ThemeSession::profile(),
             QStringList(
@@ -138,7 +138,7 @@ private Q_SLOTS:
         QVERIFY(session.waitForMoodset());
         QVERIFY(session.takeWarningsOfTheWatch());
         QVERIFY(session.daemon.terminate());
-        UserStore::write(ThemeKeys::activeMoodset, QStringLiteral("'foreign'"));
+        UserStore::write(ThemeKeys::ActiveMoodset, QStringLiteral("'foreign'"));
         QVERIFY(session.startAtRest());
 
         QVERIFY(session.set());
@@ -184,6 +184,29 @@ private Q_SLOTS:
             session.library().moodset(session.saved, QStringLiteral("highlightColor")),
             QStringList(QStringLiteral("#010203")));
         QVERIFY(session.hasWrittenNothing(&watcher));
+    }
+
+    /// Nor do they reach the keys by way of the theme before it.
+    void editOfTheFormerThemeDoesNotReachTheKeysOfADownloadedOne()
+    {
+        OnlineSession session;
+        const QString other = session.folders.elsewhere(QStringLiteral("b.png"));
+        QVERIFY(ThemeSession::writePicture(other));
+        QVERIFY(session.startAtRest());
+        QVERIFY(session.set());
+        QVERIFY(session.waitForMoodset());
+        QVERIFY(session.takeWarningsOfTheWatch());
+        const QStringList theme = ThemeSession::theme();
+        QVERIFY(ThemeSession::set(other));
+
+        QVERIFY(session.setAndEdit(
+            session.server.url(Path), other,
+            {{QStringLiteral("highlightColor"), QStringLiteral("#ff010203")}}));
+
+        QCOMPARE(ThemeSession::theme(), theme);
+        QCOMPARE(
+            session.library().moodset(other, QStringLiteral("highlightColor")),
+            QStringList(QStringLiteral("#ff010203")));
     }
 
     void failedDownload_data()

@@ -69,18 +69,18 @@ private Q_SLOTS:
         QCOMPARE(
             ThemeSession::theme(),
             sorted(
-                {written(ThemeKeys::picture, CoastFile),
+                {written(ThemeKeys::Picture, CoastFile),
                  written(
-                     ThemeKeys::homeWallpaper, Coast + QStringLiteral("images/coast-light.jpg")),
+                     ThemeKeys::HomeWallpaper, Coast + QStringLiteral("images/coast-light.jpg")),
                  written(
-                     ThemeKeys::applicationWallpaper,
+                     ThemeKeys::ApplicationWallpaper,
                      ThemeSession::applicationWallpaper(CoastFile)),
-                 written(ThemeKeys::highlightColor, QStringLiteral("#ff6fc3f7")),
-                 written(ThemeKeys::secondaryHighlightColor, QStringLiteral("#ff4a90b8")),
-                 written(ThemeKeys::primaryColor, QStringLiteral("#ffffffff")),
-                 written(ThemeKeys::secondaryColor, QStringLiteral("#b0ffffff")),
-                 written(ThemeKeys::activeMoodset, CoastFile),
-                 written(ThemeKeys::partnerSpace, QString())}));
+                 written(ThemeKeys::HighlightColor, QStringLiteral("#ff6fc3f7")),
+                 written(ThemeKeys::SecondaryHighlightColor, QStringLiteral("#ff4a90b8")),
+                 written(ThemeKeys::PrimaryColor, QStringLiteral("#ffffffff")),
+                 written(ThemeKeys::SecondaryColor, QStringLiteral("#b0ffffff")),
+                 written(ThemeKeys::ActiveMoodset, CoastFile),
+                 written(ThemeKeys::PartnerSpace, QString())}));
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
     }
 
@@ -166,7 +166,7 @@ private Q_SLOTS:
                 build
                 + QStringLiteral(" using cached legacy moodset image from  \"%1\"").arg(home)));
         QCOMPARE(ThemeSession::theme(), session.expectedTheme(file));
-        QCOMPARE(UserStore::value(ThemeKeys::homeWallpaper), QStringLiteral("'%1'").arg(home));
+        QCOMPARE(UserStore::value(ThemeKeys::HomeWallpaper), QStringLiteral("'%1'").arg(home));
     }
 
     void silentBundleSilencesThePhone()
@@ -195,7 +195,7 @@ private Q_SLOTS:
 
         QVERIFY(ThemeSession::set(file));
 
-        QCOMPARE(UserStore::value(ThemeKeys::highlightColor), QStringLiteral("'#ffff7f7f'"));
+        QCOMPARE(UserStore::value(ThemeKeys::HighlightColor), QStringLiteral("'#ffff7f7f'"));
         QCOMPARE(ThemeSession::theme(), session.expectedTheme(file));
     }
 
@@ -211,10 +211,10 @@ private Q_SLOTS:
         QVERIFY(session.startAtRest());
 
         QVERIFY(ThemeSession::set(ThemeSession::bundleFile(QStringLiteral("loud"))));
-        QCOMPARE(UserStore::value(ThemeKeys::partnerSpace), QStringLiteral("'%1'").arg(entry));
+        QCOMPARE(UserStore::value(ThemeKeys::PartnerSpace), QStringLiteral("'%1'").arg(entry));
         QVERIFY(ThemeSession::set(CoastFile));
 
-        QCOMPARE(UserStore::value(ThemeKeys::partnerSpace), QStringLiteral("''"));
+        QCOMPARE(UserStore::value(ThemeKeys::PartnerSpace), QStringLiteral("''"));
     }
 
     void partnerSpaceWithoutAnEntryIsLogged()
@@ -227,7 +227,7 @@ private Q_SLOTS:
 
         QVERIFY(ThemeSession::set(ThemeSession::bundleFile(QStringLiteral("loud"))));
 
-        QCOMPARE(UserStore::value(ThemeKeys::partnerSpace), QStringLiteral("''"));
+        QCOMPARE(UserStore::value(ThemeKeys::PartnerSpace), QStringLiteral("''"));
         QCOMPARE(
             session.daemon.takeWarnings(),
             QStringList(QStringLiteral(
@@ -247,15 +247,15 @@ private Q_SLOTS:
         QCOMPARE(
             ThemeSession::theme(),
             sorted(
-                {written(ThemeKeys::picture, path),
-                 written(ThemeKeys::homeWallpaper, ThemeSession::homeWallpaper(path)),
-                 written(ThemeKeys::applicationWallpaper, ThemeSession::applicationWallpaper(path)),
-                 written(ThemeKeys::highlightColor, QStringLiteral("#ffff7f7f")),
-                 written(ThemeKeys::secondaryHighlightColor, QStringLiteral("#ffcc6666")),
-                 written(ThemeKeys::primaryColor, QStringLiteral("#ffffffff")),
-                 written(ThemeKeys::secondaryColor, QStringLiteral("#b0ffffff")),
-                 written(ThemeKeys::activeMoodset, path),
-                 written(ThemeKeys::partnerSpace, QString())}));
+                {written(ThemeKeys::Picture, path),
+                 written(ThemeKeys::HomeWallpaper, ThemeSession::homeWallpaper(path)),
+                 written(ThemeKeys::ApplicationWallpaper, ThemeSession::applicationWallpaper(path)),
+                 written(ThemeKeys::HighlightColor, QStringLiteral("#ffff7f7f")),
+                 written(ThemeKeys::SecondaryHighlightColor, QStringLiteral("#ffcc6666")),
+                 written(ThemeKeys::PrimaryColor, QStringLiteral("#ffffffff")),
+                 written(ThemeKeys::SecondaryColor, QStringLiteral("#b0ffffff")),
+                 written(ThemeKeys::ActiveMoodset, path),
+                 written(ThemeKeys::PartnerSpace, QString())}));
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
     }
 
@@ -342,7 +342,7 @@ private Q_SLOTS:
 
         QVERIFY(ThemeSession::set(path));
 
-        QCOMPARE(UserStore::value(ThemeKeys::picture), QStringLiteral("'%1'").arg(path));
+        QCOMPARE(UserStore::value(ThemeKeys::Picture), QStringLiteral("'%1'").arg(path));
         QCOMPARE(ThemeSession::theme(), session.expectedTheme(path));
     }
 

@@ -54,11 +54,11 @@ struct BundleSession : ThemeSession
 const QString Foreign = QStringLiteral("'foreign'");
 
 /// Lets another process write all keys of the theme but the one that names it, so that it shows
-/// which of them the daemon writes anew.
+/// which of them the daemon writes again.
 void overwriteTheme()
 {
     for (const QString& key : ThemeKeys::names()) {
-        if (key != ThemeKeys::picture) {
+        if (key != ThemeKeys::Picture) {
             UserStore::write(key, Foreign);
         }
     }
@@ -79,7 +79,7 @@ QStringList foreignKeys()
 /// The keys that are no colours, less the one that names the theme.
 QStringList otherKeys()
 {
-    return {ThemeKeys::homeWallpaper, ThemeKeys::applicationWallpaper, ThemeKeys::activeMoodset};
+    return {ThemeKeys::HomeWallpaper, ThemeKeys::ApplicationWallpaper, ThemeKeys::ActiveMoodset};
 }
 
 } // namespace
@@ -110,8 +110,8 @@ private Q_SLOTS:
                 qPrintable(keys.at(i)));
         }
         QVERIFY(
-            watcher.announcementOf(ThemeKeys::partnerSpace)
-            > watcher.announcementOf(ThemeKeys::activeMoodset));
+            watcher.announcementOf(ThemeKeys::PartnerSpace)
+            > watcher.announcementOf(ThemeKeys::ActiveMoodset));
     }
 
     void secondRequestForTheThemeChangesNothing()
@@ -149,7 +149,7 @@ private Q_SLOTS:
         PictureSession session;
         QVERIFY(session.startWithTheme());
         const QStringList theme = ThemeSession::theme();
-        UserStore::write(ThemeKeys::primaryColor, QStringLiteral("'#ff123456'"));
+        UserStore::write(ThemeKeys::PrimaryColor, QStringLiteral("'#ff123456'"));
 
         QVERIFY(ThemeSession::set(session.path));
 
@@ -168,13 +168,44 @@ private Q_SLOTS:
             {{Highlight, QStringLiteral("#010203")}, {QStringLiteral("ringerVolume"), 5}}));
 
         QTRY_COMPARE_WITH_TIMEOUT(foreignKeys(), otherKeys(), DaemonProcess::deadlineMs);
-        QCOMPARE(UserStore::value(ThemeKeys::highlightColor), QStringLiteral("'#ff010203'"));
+        QCOMPARE(UserStore::value(ThemeKeys::HighlightColor), QStringLiteral("'#ff010203'"));
         QCOMPARE(
-            UserStore::value(ThemeKeys::secondaryHighlightColor), QStringLiteral("'#ffcc6666'"));
-        QCOMPARE(UserStore::value(ThemeKeys::primaryColor), QStringLiteral("'#ffffffff'"));
-        QCOMPARE(UserStore::value(ThemeKeys::secondaryColor), QStringLiteral("'#b0ffffff'"));
+            UserStore::value(ThemeKeys::SecondaryHighlightColor), QStringLiteral("'#ffcc6666'"));
+        QCOMPARE(UserStore::value(ThemeKeys::PrimaryColor), QStringLiteral("'#ffffffff'"));
+        QCOMPARE(UserStore::value(ThemeKeys::SecondaryColor), QStringLiteral("'#b0ffffff'"));
         QCOMPARE(ThemeSession::profile(), profile);
         QCOMPARE(session.takeAnnouncements(), QList<int>{1});
+    }
+
+    void editRightAfterARequestReachesTheTheme()
+    {
+        PictureSession session;
+        QVERIFY(session.startWithTheme());
+        const QString other = session.folders.elsewhere(QStringLiteral("b.png"));
+        QVERIFY(ThemeSession::writePicture(other));
+        QVERIFY(ThemeSession::create(other));
+
+        QVERIFY(session.setAndEdit(
+            QUrl::fromLocalFile(other), other, {{Highlight, QStringLiteral("#ff010203")}}));
+
+        QCOMPARE(ThemeSession::theme(), session.expectedTheme(other));
+        QCOMPARE(UserStore::value(ThemeKeys::HighlightColor), QStringLiteral("'#ff010203'"));
+    }
+
+    /// The edit is on its way already.
+    void editOfAThemeThatAnotherProcessTakesAwayWritesNothing()
+    {
+        PictureSession session;
+        QVERIFY(session.startWithTheme());
+        QVERIFY(session.daemon.pause());
+        session.callEdit(session.path, {{Highlight, QStringLiteral("#ff010203")}});
+        UserStore::write(ThemeKeys::Picture, QStringLiteral("'/no/moodset'"));
+        overwriteTheme();
+
+        session.daemon.resume();
+
+        QVERIFY(BusClient::isAnswered());
+        QCOMPARE(foreignKeys().size(), ThemeKeys::names().size() - 1);
     }
 
     void editOfAnotherMoodsetLeavesTheThemeAlone()
@@ -192,8 +223,8 @@ private Q_SLOTS:
 
         QTRY_VERIFY_WITH_TIMEOUT(!watcher.announcements().isEmpty(), DaemonProcess::deadlineMs);
         QCOMPARE(
-            watcher.announcements(), QList<QStringList>{QStringList(ThemeKeys::highlightColor)});
-        QCOMPARE(UserStore::value(ThemeKeys::highlightColor), QStringLiteral("'#ff040506'"));
+            watcher.announcements(), QList<QStringList>{QStringList(ThemeKeys::HighlightColor)});
+        QCOMPARE(UserStore::value(ThemeKeys::HighlightColor), QStringLiteral("'#ff040506'"));
     }
 
     void editIsFollowedAfterARestart()
@@ -206,7 +237,7 @@ private Q_SLOTS:
         QVERIFY(session.edit(session.path, {{Highlight, QStringLiteral("#010203")}}));
 
         QTRY_COMPARE_WITH_TIMEOUT(
-            UserStore::value(ThemeKeys::highlightColor), QStringLiteral("'#ff010203'"),
+            UserStore::value(ThemeKeys::HighlightColor), QStringLiteral("'#ff010203'"),
             DaemonProcess::deadlineMs);
     }
 
@@ -222,7 +253,7 @@ private Q_SLOTS:
         QVERIFY(BundleSession::install());
 
         QTRY_COMPARE_WITH_TIMEOUT(foreignKeys(), otherKeys(), DaemonProcess::deadlineMs);
-        QCOMPARE(UserStore::value(ThemeKeys::highlightColor), QStringLiteral("'#ff010203'"));
+        QCOMPARE(UserStore::value(ThemeKeys::HighlightColor), QStringLiteral("'#ff010203'"));
         QCOMPARE(ThemeSession::profile(), profile);
     }
 
@@ -305,19 +336,6 @@ private Q_SLOTS:
         QCOMPARE(ThemeSession::theme(), theme);
         QVERIFY(!session.takeAnnouncements().contains(1));
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
-    }
-
-    void themeThatWasAnsweredForSurvivesAKill()
-    {
-        BundleSession session;
-        QVERIFY(BundleSession::write("#ff010203"));
-        QVERIFY(session.startAtRest());
-        QVERIFY(ThemeSession::set(session.path));
-
-        QVERIFY(session.daemon.kill());
-
-        QCOMPARE(ThemeSession::theme(), session.expectedTheme(session.path));
-        QCOMPARE(ThemeSession::profile().size(), 2);
     }
 };
 

@@ -5,6 +5,8 @@
 #include "dconfcommand.h"
 #include "librarydatabase.h"
 #include "mgconfitem.h"
+#include "moodset/managerfactory.h"
+#include "moodset/moodsetmanager.h"
 #include "ngfclient.h"
 
 #include <QDir>
@@ -21,6 +23,7 @@ QString markerPath()
 /// The database of the process, made at the first call.
 QString libraryPath()
 {
+    ContentManager::setFactory(makeManager);
     static_cast<void>(DbManager::instance());
     return LibraryDatabase::standardPath();
 }
@@ -74,7 +77,7 @@ bool Phone::start()
 void Phone::makeMonitor()
 {
     m_switches.reset();
-    monitor = std::make_unique<DorselMonitor>();
+    monitor = std::make_unique<DorselMonitor>(nullptr, firstCheckDelay);
     m_switches = std::make_unique<QSignalSpy>(monitor.get(), &DorselMonitor::activeMoodset);
 }
 

@@ -25,7 +25,8 @@ public:
     /// Brings the services up and makes the monitor. False if that fails, or if the monitor does
     /// not reach the feedback service.
     Q_REQUIRED_RESULT bool start();
-    /// Makes the monitor, with what services there are.
+    /// Makes the monitor, with what services there are. It checks a new cover after
+    /// firstCheckDelay.
     void makeMonitor();
 
     /// Adds a moodset that belongs to a cover; gives the path of its file.
@@ -37,7 +38,7 @@ public:
     void undoWizard();
 
     /// Whether the monitor reaches the feedback service.
-    [[nodiscard]] bool hasFeedback() const;
+    bool hasFeedback() const;
 
     /// Announces an id and, after it, that the cover is ready.
     void attach(const QString& id);
@@ -59,6 +60,8 @@ public:
     static void storeId(const QString& id);
     static void store(const QString& key, const QVariant& value);
 
+    /// In milliseconds.
+    int firstCheckDelay = DorselMonitor::FirstCheckDelay;
     PlayedBackCover cover;
     PlayedDeviceLock lock;
     PlayedStoreClient storeClient;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "phone.h"
+#include "storetrace.h"
 
 #include <QTest>
 
@@ -47,6 +48,22 @@ private Q_SLOTS:
 
         QVERIFY(phone.settle());
         QCOMPARE(phone.takeSwitches(), QStringList(urlOf(path)));
+    }
+
+    void idIsOnTheDiskAsSoonAsItIsReported()
+    {
+        Phone phone;
+        QVERIFY(phone.start());
+        StoreTrace::take();
+
+        phone.cover.announce({{QStringLiteral("DORSELID"), Id}});
+
+        QVERIFY(phone.settle());
+        QCOMPARE(
+            StoreTrace::take(),
+            QStringList(
+                {QStringLiteral("/desktop/zavro/theme/dorselid='cover-1'"),
+                 QStringLiteral("sync")}));
     }
 
     void readinessBelowZeroCountsAsReady()

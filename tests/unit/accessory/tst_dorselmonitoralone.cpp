@@ -1,34 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The monitor without a system bus and without managers, which are not linked.
+// The monitor without a system bus and without managers, since nothing has set a factory of them.
 #include "accessory/dorselmonitor.h"
 
-#include "content/contentmanager.h"
 #include "messagelog.h"
 #include "mgconfitem.h"
-#include "service/albumgallery.h"
 
 #include <QDir>
 #include <QTest>
 
-ContentManager* ContentManager::managerFromType(int type)
-{
-    Q_UNUSED(type)
-    return nullptr;
-}
-
-QList<ContentManager*> ContentManager::scannerManagers()
-{
-    return {};
-}
-
-void AlbumGallery::notifyContentChanged(int type)
-{
-    Q_UNUSED(type)
-}
-
 namespace {
 
-const QStringList propertyWarnings{
+const QStringList PropertyWarnings{
     QStringLiteral("QDBusMessage DorselMonitor::propertyValue(const QString&)"),
     QStringLiteral("Failed to read DORSELD property:  \"org.freedesktop.DBus.Error.Disconnected\" "
                    ":  \"Not connected to D-Bus server\"")};
@@ -57,7 +39,7 @@ private Q_SLOTS:
         QVERIFY(monitor != nullptr);
         QCOMPARE(DorselMonitor::instance(), monitor);
         QCOMPARE(monitor->parent(), nullptr);
-        QCOMPARE(log.takeWarnings(), propertyWarnings + propertyWarnings);
+        QCOMPARE(log.takeWarnings(), PropertyWarnings + PropertyWarnings);
     }
 
     void missingManagerIsLogged()
@@ -71,7 +53,7 @@ private Q_SLOTS:
         const QStringList managerWarnings{
             QStringLiteral("DorselMonitor::DorselMonitor(QObject*)"),
             QStringLiteral("NULL MoodsetManager...")};
-        QCOMPARE(log.takeWarnings(), propertyWarnings + propertyWarnings + managerWarnings);
+        QCOMPARE(log.takeWarnings(), PropertyWarnings + PropertyWarnings + managerWarnings);
     }
 
     void idCanBeSetAndCleared()

@@ -3,6 +3,7 @@
 
 #include "dconfcommand.h"
 #include "messagelog.h"
+#include "storetrace.h"
 
 #include <QDir>
 #include <QTest>
@@ -69,6 +70,22 @@ private Q_SLOTS:
         PartnerSpaceManager::instance()->setPartnerSpace(QStringLiteral("music"));
 
         QCOMPARE(storedPath(), QStringLiteral("'/usr/share/applications/music.desktop'"));
+    }
+
+    void pathIsOnTheDiskAtOnce()
+    {
+        const MessageLog log;
+        addEntry(QStringLiteral("music.desktop"));
+        StoreTrace::take();
+
+        PartnerSpaceManager::instance()->setPartnerSpace(QStringLiteral("music"));
+
+        QCOMPARE(
+            StoreTrace::take(),
+            QStringList(
+                {QStringLiteral("/desktop/vantile-zavro-home/partnerspace/moodset="
+                                "'/usr/share/applications/music.desktop'"),
+                 QStringLiteral("sync")}));
     }
 
     void nameOfOtherScriptStoresItsFullPath()

@@ -1,128 +1,142 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "commandline.h"
+#include "commands/allcommands.h"
 
-#include <QDir>
 #include <QTest>
 
 class CommandLineTest : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void readsCommands_data()
+private:
+    static CommandLine parse(const char* words)
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("command");
-        const auto row = [](const char* text, CommandLine::Command command) {
-            QTest::newRow(text) << QString::fromLatin1(text).split(QLatin1Char(' '))
-                                << static_cast<int>(command);
-        };
-        row("--help", CommandLine::Command::Help);
-        row("-h", CommandLine::Command::Help);
-        row("photos --help", CommandLine::Command::Help);
-        row("--version", CommandLine::Command::Version);
-        row("-v", CommandLine::Command::Version);
-        row("photos", CommandLine::Command::Photos);
-        row("watch", CommandLine::Command::Watch);
-        row("wait", CommandLine::Command::Wait);
-        row("index a.jpg", CommandLine::Command::Index);
-        row("moodsets", CommandLine::Command::Moodsets);
-        row("theme", CommandLine::Command::Theme);
-        row("set a.jpg", CommandLine::Command::Set);
-        row("create a.jpg", CommandLine::Command::Create);
-        row("favorite 7 on", CommandLine::Command::Favorite);
-        row("remove 7", CommandLine::Command::Remove);
-        row("install /a", CommandLine::Command::Install);
-        row("refresh", CommandLine::Command::Refresh);
+        return CommandLine::parse(
+            QString::fromUtf8(words).split(QLatin1Char(' '), Qt::SkipEmptyParts), allCommands());
     }
 
-    void readsCommands()
+private Q_SLOTS:
+    void namesTheCommandAndItsArguments_data()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(int, command);
+        QTest::addColumn<QByteArray>("words");
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QStringList>("arguments");
+        const auto row = [](const char* words, const char* name, const QStringList& arguments) {
+            QTest::newRow(words) << QByteArray(words) << QByteArray(name) << arguments;
+        };
+        row("theme", "theme", {});
+        row("set a.jpg", "set", {QStringLiteral("a.jpg")});
+        // A moodset can be called as a command is.
+        row("show set", "show", {QStringLiteral("set")});
+        row("help set", "help", {QStringLiteral("set")});
+        row("show -- --json", "show", {QStringLiteral("--json")});
+        row("favorite Sea on", "favorite", {QStringLiteral("Sea"), QStringLiteral("on")});
+        row("edit 1 name=a=b volume=3", "edit",
+            {QStringLiteral("1"), QStringLiteral("name=a=b"), QStringLiteral("volume=3")});
+        row("preview", "preview", {});
+        row("completion --words -- set", "completion", {QStringLiteral("set")});
+    }
 
-        const CommandLine line = CommandLine::parse(arguments);
+    void namesTheCommandAndItsArguments()
+    {
+        QFETCH(QByteArray, words);
+        QFETCH(QByteArray, name);
+        QFETCH(QStringList, arguments);
+
+        const CommandLine line = parse(words.constData());
 
         QCOMPARE(line.error, QString());
-        QCOMPARE(static_cast<int>(line.command), command);
+        QCOMPARE(QByteArray(line.invocation.command->name), name);
+        QCOMPARE(line.invocation.arguments, arguments);
     }
 
-    void readsOptions()
+    void optionsStandAnywhere_data()
     {
-        const CommandLine photos = CommandLine::parse(
-            {QStringLiteral("photos"), QStringLiteral("--watch"), QStringLiteral("--folder=a")});
-        QCOMPARE(photos.watch, true);
-        QCOMPARE(photos.folder, QDir::current().filePath(QStringLiteral("a")));
-
-        const CommandLine wait = CommandLine::parse(
-            {QStringLiteral("wait"), QStringLiteral("--progress"), QStringLiteral("--log"),
-             QStringLiteral("file")});
-        QCOMPARE(wait.progress, true);
-        QCOMPARE(wait.log, QStringLiteral("file"));
-
-        const CommandLine index =
-            CommandLine::parse({QStringLiteral("index"), QStringLiteral("a b.jpg")});
-        QCOMPARE(index.subject, QStringLiteral("a b.jpg"));
+        QTest::addColumn<QByteArray>("words");
+        for (const char* const words :
+             {"--json -q set --timeout 2.5 --no-wait a.jpg",
+              "set a.jpg -q --timeout=2.5 --json --no-wait",
+              "-q set --no-wait --json --timeout 2.5 -- a.jpg"}) {
+            QTest::newRow(words) << QByteArray(words);
+        }
     }
 
-    void readsSwitches()
+    void optionsStandAnywhere()
     {
-        const auto favorite = [](const QString& state) {
-            return CommandLine::parse(
-                {QStringLiteral("favorite"), QStringLiteral("Coast light"), state});
-        };
+        QFETCH(QByteArray, words);
 
-        QCOMPARE(favorite(QStringLiteral("on")).favorite, true);
-        QCOMPARE(favorite(QStringLiteral("off")).favorite, false);
-        QCOMPARE(favorite(QStringLiteral("off")).subject, QStringLiteral("Coast light"));
+        const Invocation invocation = parse(words.constData()).invocation;
+
+        QVERIFY(invocation.json);
+        QVERIFY(invocation.quiet);
+        QVERIFY(invocation.has("no-wait"));
+        QCOMPARE(invocation.timeoutMs(1), 2500);
+        QCOMPARE(invocation.arguments, QStringList(QStringLiteral("a.jpg")));
     }
 
-    void refusesAnEmptyArgument()
+    void withoutATimeoutTheStandardOneCounts()
     {
-        QCOMPARE(
-            CommandLine::parse({QStringLiteral("remove"), QString()}).error,
-            QStringLiteral("remove: an argument is empty"));
+        QCOMPARE(parse("set a.jpg").invocation.timeoutMs(700), 700);
     }
 
-    void leavesOutWhatIsNotGiven()
+    void helpAndVersionGoBeforeAllElse()
     {
-        const CommandLine line = CommandLine::parse({QStringLiteral("photos")});
-
-        QCOMPARE(line.watch, false);
-        QCOMPARE(line.progress, false);
-        QCOMPARE(line.log, QString());
-        QCOMPARE(line.folder, QDir::home().filePath(QStringLiteral("Pictures")));
+        QVERIFY(parse("--help").wantsHelp);
+        QVERIFY(parse("-h set").wantsHelp);
+        QVERIFY(parse("set --help").wantsHelp);
+        QCOMPARE(parse("set --help").invocation.command->name, "set");
+        QCOMPARE(parse("set --help").error, QString());
+        QVERIFY(parse("--version").wantsVersion);
+        QVERIFY(parse("-v").wantsVersion);
     }
 
     void saysWhatIsWrong_data()
     {
-        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QByteArray>("words");
         QTest::addColumn<QString>("error");
-        const auto row = [](const char* text, const char* error) {
-            QTest::newRow(text) << QString::fromLatin1(text).split(
-                QLatin1Char(' '), Qt::SkipEmptyParts)
-                                << QString::fromLatin1(error);
+        const auto row = [](const char* words, const char* error) {
+            QTest::newRow(words) << QByteArray(words) << QString::fromUtf8(error);
         };
         row("", "a command is missing; see moodsetctl --help");
-        row("fotos", "no such command: fotos; see moodsetctl --help");
-        row("photos extra", "photos: too many arguments");
-        row("index", "index: an argument is missing");
-        row("favorite 7", "favorite: an argument is missing");
-        row("favorite 7 yes", "favorite: yes is neither on nor off");
-        row("moodsets 7", "moodsets: too many arguments");
-        row("theme 7", "theme: too many arguments");
-        row("set --watch a", "set takes no option --watch");
-        row("watch --log x", "watch takes no option --log");
-        row("--none", "Unknown option 'none'.");
-        row("wait --log", "Missing value after '--log'.");
+        row("nonsense", "no such command: nonsense");
+        row("moodset", "no such command: moodset; did you mean \"moodsets\"?");
+        row("photo", "no such command: photo; did you mean \"photos\"?");
+        row("--nonsense", "no such option: --nonsense");
+        row("theme --jsno", "theme takes no option --jsno; did you mean \"--json\"?");
+        row("theme --folder x", "theme takes no option --folder");
+        row("theme x", "theme: one argument too many: x");
+        row("set", "set: the argument SOURCE is missing");
+        row("set a b", "set: one argument too many: b");
+        row("favorite a", "favorite: the argument on|off is missing");
+        row("favorite a maybe", "favorite: maybe is neither on nor off");
+        row("edit a", "edit: the argument KEY=VALUE is missing");
+        row("edit a name", "edit: name is not of the form KEY=VALUE");
+        row("wait --timeout soon", "wait: --timeout: soon is no number of seconds, 0 or more");
+        row("wait --timeout=-1", "wait: --timeout: -1 is no number of seconds, 0 or more");
+        row("preview --highlight no",
+            "preview: --highlight: no is no colour: write #rrggbb, #aarrggbb or an SVG name");
     }
 
     void saysWhatIsWrong()
     {
-        QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, words);
         QFETCH(QString, error);
 
-        QCOMPARE(CommandLine::parse(arguments).error, error);
+        QCOMPARE(parse(words.constData()).error, error);
+    }
+
+    void anEmptyArgumentIsRefused()
+    {
+        const CommandLine line =
+            CommandLine::parse({QStringLiteral("set"), QString()}, allCommands());
+
+        QCOMPARE(line.error, QStringLiteral("set: an argument is empty"));
+    }
+
+    void jsonIsKnownAlsoIfTheRestIsWrong()
+    {
+        QVERIFY(parse("--json set").invocation.json);
+        QVERIFY(parse("--json wait --timeout soon").invocation.json);
     }
 };
 

@@ -133,6 +133,22 @@ private Q_SLOTS:
             qPrintable(error));
     }
 
+    void reportsAFailureToReadOne()
+    {
+        m_writer->exec(QStringLiteral("DROP TABLE moodset"));
+
+        QString error;
+        inThread([&](MoodsetLibrary& library) {
+            library.moodset(1);
+            error = library.error();
+        });
+
+        QVERIFY2(
+            error.startsWith(QStringLiteral("cannot read the moodsets: "))
+                && error.contains(QStringLiteral("no such table: moodset")),
+            qPrintable(error));
+    }
+
     void reportsAMissingDatabase()
     {
         const QString path = QueryAgentDatabase::filePath();

@@ -2,29 +2,30 @@
 #include "moodsettable.h"
 
 #include <QTest>
-#include <QUrl>
 
 class MoodsetTableTest : public QObject
 {
     Q_OBJECT
 
 private:
-    static Moodset moodset(qint64 id, const char* name, const char* file)
+    static LibraryReader::Summary moodset(qint64 id, const char* name, const char* file)
     {
-        Moodset moodset(new MoodsetData(id, QUrl::fromLocalFile(QString::fromLatin1(file))));
-        moodset->displayName = QString::fromUtf8(name);
+        LibraryReader::Summary moodset;
+        moodset.id = id;
+        moodset.displayName = QString::fromUtf8(name);
+        moodset.path = QString::fromLatin1(file);
         return moodset;
     }
 
 private Q_SLOTS:
     void showsWhatAMoodsetIs()
     {
-        Moodset coast = moodset(8, "K\u00fcste", "/share/coast.moodset");
-        coast->favorite = true;
-        coast->primaryColor = QColor(QStringLiteral("#ffffffff"));
-        coast->secondaryColor = QColor(QStringLiteral("#b0ffffff"));
-        coast->highlightColor = QColor(QStringLiteral("#ff6fc3f7"));
-        const Moodset plain = moodset(12, "Line\nbreak", "/a.jpg");
+        LibraryReader::Summary coast = moodset(8, "K\u00fcste", "/share/coast.moodset");
+        coast.favorite = true;
+        coast.primaryColor = QColor(QStringLiteral("#ffffffff"));
+        coast.secondaryColor = QColor(QStringLiteral("#b0ffffff"));
+        coast.highlightColor = QColor(QStringLiteral("#ff6fc3f7"));
+        const LibraryReader::Summary plain = moodset(12, "Line\nbreak", "/a.jpg");
 
         const QString table =
             moodsetTable({coast, plain}, QStringLiteral("/a.jpg"), ColorStyle::Text);
@@ -40,8 +41,8 @@ private Q_SLOTS:
 
     void swatchesAreColouredFields()
     {
-        Moodset coast = moodset(1, "Coast", "/a");
-        coast->primaryColor = QColor(QStringLiteral("#b0010203"));
+        LibraryReader::Summary coast = moodset(1, "Coast", "/a");
+        coast.primaryColor = QColor(QStringLiteral("#b0010203"));
 
         const QString table = moodsetTable({coast}, QString(), ColorStyle::Swatches);
 

@@ -39,10 +39,10 @@ int pixelsOf(const QImage& image, const QColor& color)
 }
 
 /// Where neither screen has anything but its wallpaper.
-const QPoint freePlace(270, 300);
+const QPoint FreePlace(270, 300);
 
-const QPoint homeCorner(80, 80);
-const QPoint applicationCorner(724, 80);
+const QPoint HomeCorner(80, 80);
+const QPoint ApplicationCorner(724, 80);
 
 } // namespace
 
@@ -90,10 +90,10 @@ private Q_SLOTS:
     {
         const QImage image = preview();
 
-        QCOMPARE(image.size(), phonePreviewSize);
-        QCOMPARE(image.pixelColor(homeCorner + freePlace), QColor(Qt::red));
+        QCOMPARE(image.size(), PhonePreviewSize);
+        QCOMPARE(image.pixelColor(HomeCorner + FreePlace), QColor(Qt::red));
         // The toolkit dims it.
-        const QColor dimmed = image.pixelColor(applicationCorner + QPoint(8, 400));
+        const QColor dimmed = image.pixelColor(ApplicationCorner + QPoint(8, 400));
         QCOMPARE(dimmed.red(), 0);
         QCOMPARE(dimmed.blue(), 0);
         QVERIFY2(dimmed.green() > 60 && dimmed.green() < 160, qPrintable(dimmed.name()));
@@ -103,8 +103,8 @@ private Q_SLOTS:
     {
         const QImage image = preview();
 
-        QVERIFY(image.pixelColor(homeCorner + QPoint(2, 2)) != QColor(Qt::red));
-        QCOMPARE(image.pixelColor(homeCorner + QPoint(2, 100)), QColor(Qt::red));
+        QVERIFY(image.pixelColor(HomeCorner + QPoint(2, 2)) != QColor(Qt::red));
+        QCOMPARE(image.pixelColor(HomeCorner + QPoint(2, 100)), QColor(Qt::red));
     }
 
     void squareWallpaperShowsItsMiddle()
@@ -142,7 +142,7 @@ private Q_SLOTS:
 
     void legendShowsNameAndColours()
     {
-        const QRect legend(0, 1090, phonePreviewSize.width(), 126);
+        const QRect legend(0, 1090, PhonePreviewSize.width(), 126);
 
         const QImage named = preview(QStringLiteral("Coast light")).copy(legend);
 
@@ -156,7 +156,7 @@ private Q_SLOTS:
 
     void longNameLeavesTheColoursFree()
     {
-        const QRect colours(354, 1090, phonePreviewSize.width() - 354, 126);
+        const QRect colours(354, 1090, PhonePreviewSize.width() - 354, 126);
 
         const QString name(200, QLatin1Char('m'));
 

@@ -8,9 +8,9 @@ class PhotoChangeTest : public QObject
     Q_OBJECT
 
 private:
-    static Photo photo(const QString& path, int width = 1)
+    static LibraryFile photo(const QString& path, int width = 1)
     {
-        Photo result;
+        LibraryFile result;
         result.path = path;
         result.current = true;
         result.size = QSize(width, 1);
@@ -22,7 +22,7 @@ private:
         QStringList result;
         for (const PhotoChange& change : changes) {
             result.append(QStringLiteral("%1 %2 %3")
-                              .arg(static_cast<int>(change.kind))
+                              .arg(int(change.kind))
                               .arg(change.photo.path)
                               .arg(change.photo.size.width()));
         }
@@ -68,8 +68,8 @@ private Q_SLOTS:
 
     void anyFieldIsAChange()
     {
-        const Photo before = photo(m_a);
-        QVector<Photo> variants(6, before);
+        const LibraryFile before = photo(m_a);
+        QVector<LibraryFile> variants(6, before);
         variants[0].mimeType = QStringLiteral("image/png");
         variants[1].modified = QDateTime::fromSecsSinceEpoch(1);
         variants[2].current = false;
@@ -77,7 +77,7 @@ private Q_SLOTS:
         variants[4].taken = QDateTime::fromSecsSinceEpoch(1);
         variants[5].orientation = 6;
 
-        for (const Photo& variant : std::as_const(variants)) {
+        for (const LibraryFile& variant : std::as_const(variants)) {
             QCOMPARE(photoChanges({before}, {variant}).count(), 1);
         }
     }

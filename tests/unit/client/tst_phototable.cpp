@@ -8,9 +8,9 @@ class PhotoTableTest : public QObject
     Q_OBJECT
 
 private:
-    static Photo photo(const char* path)
+    static LibraryFile photo(const char* path)
     {
-        Photo result;
+        LibraryFile result;
         result.path = QString::fromUtf8(path);
         result.mimeType = QStringLiteral("image/jpeg");
         result.current = true;
@@ -20,13 +20,13 @@ private:
 private Q_SLOTS:
     void columnsAreAsWideAsTheirContent()
     {
-        Photo full = photo("/pictures/a/long name.jpg");
+        LibraryFile full = photo("/pictures/a/long name.jpg");
         full.size = QSize(4000, 3000);
         full.taken = QDateTime(QDate(2019, 7, 4), QTime(12, 30, 15, 250));
         full.orientation = 6;
-        Photo wide = photo("/pictures/\u65e5\u672c.jpg");
+        LibraryFile wide = photo("/pictures/\u65e5\u672c.jpg");
         wide.size = QSize(1, 2);
-        Photo waiting = photo("/elsewhere/b.jpg");
+        LibraryFile waiting = photo("/elsewhere/b.jpg");
         waiting.current = false;
 
         const QString table = photoTable(
@@ -47,21 +47,22 @@ private Q_SLOTS:
 
     void aPictureWithTagsButNoSizeIsReadable()
     {
-        Photo undecoded = photo("/a.heic");
+        LibraryFile undecoded = photo("/a.heic");
         undecoded.orientation = 1;
 
         QCOMPARE(displaySize(undecoded), QStringLiteral("unknown"));
         QCOMPARE(
-            summaryLine({1, 1, 1, 0}, {undecoded}), QStringLiteral("1 file, 1 picture, 1 folder"));
+            summaryLine({1, 1, 1, 0, 0, 0, 0}, {undecoded}),
+            QStringLiteral("1 file, 1 picture, 1 folder"));
     }
 
     void theSummaryCountsTheUnreadable()
     {
-        Photo waiting = photo("/b.jpg");
+        LibraryFile waiting = photo("/b.jpg");
         waiting.current = false;
 
         QCOMPARE(
-            summaryLine({4, 3, 2, 1}, {photo("/a.jpg"), waiting}),
+            summaryLine({4, 3, 2, 1, 0, 0, 0}, {photo("/a.jpg"), waiting}),
             QStringLiteral("4 files, 2 pictures, 3 folders, 1 unreadable"));
     }
 };

@@ -7,7 +7,7 @@
 /// The log lines that a start of the database is made up of, as DatabaseHome::start() gives them.
 namespace StartLog {
 
-/// The last line of every start, but for those of a failed translation update.
+/// The last line of every start, except for those of a failed translation update.
 QStringList fine();
 
 /// An exec() on a connection that is not open, as Qt tells it.

@@ -8,6 +8,9 @@
 
 Q_DECLARE_METATYPE(Content)
 
+// What a QVector of handles costs, of which rows come and go.
+static_assert(!QTypeInfo<Content>::isStatic);
+
 namespace {
 
 /// A record that tells of its end.
@@ -25,6 +28,61 @@ public:
 private:
     int* m_deaths;
 };
+
+/// A change of one field, by its name.
+template <typename T>
+struct FieldChange
+{
+    const char* field;
+    void (*change)(T* record);
+};
+
+const FieldChange<FileData> FileChanges[] = {
+    {"id", [](FileData* file) { file->id = 6; }},
+    {"url", [](FileData* file) { file->url = QUrl(QStringLiteral("file:///b")); }},
+    {"mimeType", [](FileData* file) { file->mimeType = QStringLiteral("x"); }},
+    {"fileName", [](FileData* file) { file->fileName = QStringLiteral("x"); }},
+    {"displayName", [](FileData* file) { file->displayName = QStringLiteral("x"); }},
+    {"permissions", [](FileData* file) { file->permissions = 1; }},
+    {"modified", [](FileData* file) { file->modified = 1; }}};
+
+const FieldChange<PhotoData> PhotoChanges[] = {
+    {"dateTaken", [](PhotoData* photo) { photo->dateTaken = QDate(2020, 1, 1).startOfDay(); }},
+    {"width", [](PhotoData* photo) { photo->width = 1; }},
+    {"height", [](PhotoData* photo) { photo->height = 1; }},
+    {"orientation", [](PhotoData* photo) { photo->orientation = 1; }}};
+
+const FieldChange<MoodsetData> MoodsetChanges[] = {
+    {"displayName", [](MoodsetData* moodset) { moodset->displayName = QStringLiteral("x"); }},
+    {"homeWallpaper", [](MoodsetData* moodset) { moodset->homeWallpaper = QStringLiteral("x"); }},
+    {"applicationWallpaper",
+     [](MoodsetData* moodset) { moodset->applicationWallpaper = QStringLiteral("x"); }},
+    {"partnerSpace", [](MoodsetData* moodset) { moodset->partnerSpace = QStringLiteral("x"); }},
+    {"dorselId", [](MoodsetData* moodset) { moodset->dorselId = QStringLiteral("x"); }},
+    {"highlightColor", [](MoodsetData* moodset) { moodset->highlightColor = Qt::red; }},
+    {"secondaryHighlightColor",
+     [](MoodsetData* moodset) { moodset->secondaryHighlightColor = Qt::red; }},
+    {"primaryColor", [](MoodsetData* moodset) { moodset->primaryColor = Qt::red; }},
+    {"secondaryColor", [](MoodsetData* moodset) { moodset->secondaryColor = Qt::red; }},
+    {"timestamp",
+     [](MoodsetData* moodset) { moodset->timestamp = QDate(2020, 1, 1).startOfDay(); }},
+    {"resources", [](MoodsetData* moodset) { moodset->resources.insert(QStringLiteral("x"), 1); }},
+    {"ringerVolume", [](MoodsetData* moodset) { moodset->ringerVolume = 1; }},
+    {"enabledSounds", [](MoodsetData* moodset) { moodset->enabledSounds = 1; }},
+    {"version", [](MoodsetData* moodset) { moodset->version = 1; }},
+    {"favorite", [](MoodsetData* moodset) { moodset->favorite = true; }}};
+
+/// A row for each pair of records of class T that differ in one field.
+template <typename T, typename Changes>
+void addChangedRecords(const char* kind, const Changes& changes)
+{
+    for (const auto& change : changes) {
+        auto* const record = new T(5, QUrl(QStringLiteral("file:///a")));
+        change.change(record);
+        QTest::addRow("%s, %s", kind, change.field)
+            << Content(new T(5, QUrl(QStringLiteral("file:///a")))) << Content(record) << false;
+    }
+}
 
 } // namespace
 
@@ -97,6 +155,68 @@ private Q_SLOTS:
 
         QCOMPARE(left == right, equal);
         QCOMPARE(left != right, !equal);
+    }
+
+    void typedHandlesAreEqualByTypeAndId()
+    {
+        const Moodset moodset(new MoodsetData(5, QUrl()));
+        Moodset changed = moodset;
+        changed->displayName = QStringLiteral("changed");
+
+        QVERIFY(moodset.constData() != changed.constData());
+        QVERIFY(moodset == changed);
+        QVERIFY(!(moodset != changed));
+        QVERIFY(moodset == Moodset(new MoodsetData(5, QUrl())));
+        QVERIFY(moodset != Moodset(new MoodsetData(6, QUrl())));
+        QVERIFY(moodset != Moodset());
+        QVERIFY(Moodset() == Moodset());
+    }
+
+    void testForNullCopiesNothing()
+    {
+        const Moodset first(new MoodsetData(5, QUrl()));
+        Moodset second = first;
+        Moodset null;
+
+        QVERIFY(second ? true : false);
+        QVERIFY(second != nullptr && nullptr != second);
+        QVERIFY(!(second == nullptr) && !(nullptr == second));
+        QVERIFY(!null && null == nullptr && nullptr == null);
+
+        QCOMPARE(second.constData(), first.constData());
+    }
+
+    void allFieldsAreCompared_data()
+    {
+        QTest::addColumn<Content>("left");
+        QTest::addColumn<Content>("right");
+        QTest::addColumn<bool>("same");
+        const QUrl url(QStringLiteral("file:///a"));
+        const Content file(new FileData(5, url));
+        QTest::newRow("null and null") << Content() << Content() << true;
+        QTest::newRow("null and record") << Content() << file << false;
+        QTest::newRow("record and null") << file << Content() << false;
+        QTest::newRow("one record") << file << file << true;
+        QTest::newRow("files") << file << Content(new FileData(5, url)) << true;
+        QTest::newRow("photos") << Content(new PhotoData(5, url)) << Content(new PhotoData(5, url))
+                                << true;
+        QTest::newRow("moodsets") << Content(new MoodsetData(5, url))
+                                  << Content(new MoodsetData(5, url)) << true;
+        QTest::newRow("another type") << file << Content(new PhotoData(5, url)) << false;
+        addChangedRecords<FileData>("file", FileChanges);
+        addChangedRecords<PhotoData>("photo as a file", FileChanges);
+        addChangedRecords<MoodsetData>("moodset as a file", FileChanges);
+        addChangedRecords<PhotoData>("photo", PhotoChanges);
+        addChangedRecords<MoodsetData>("moodset", MoodsetChanges);
+    }
+
+    void allFieldsAreCompared()
+    {
+        QFETCH(Content, left);
+        QFETCH(Content, right);
+        QFETCH(bool, same);
+
+        QCOMPARE(hasSameFields(left, right), same);
     }
 
     void typedHandleTakesOnlyItsOwnKind()

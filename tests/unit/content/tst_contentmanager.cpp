@@ -1,10 +1,26 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "content/contentmanager.h"
 #include "messagelog.h"
+#include "refusedcommit.h"
 #include "scratchdatabase.h"
 
 #include <QSqlQuery>
 #include <QTest>
+
+namespace {
+
+const char* const Function = "bool Class::function(qint64)";
+
+/// A manager whose protected part can be called.
+class OpenManager : public ContentManager
+{
+public:
+    using ContentManager::beginTransaction;
+    using ContentManager::commit;
+    using ContentManager::ContentManager;
+};
+
+} // namespace
 
 class ContentManagerTest : public QObject
 {
@@ -71,6 +87,87 @@ private Q_SLOTS:
         QVERIFY(!done);
         QCOMPARE(log.takeMessages(), reportOfFailedQuery());
         QCOMPARE(downloadCount(scratch), 1);
+    }
+
+    void commitStoresTheChange()
+    {
+        MessageLog log;
+        ScratchDatabase scratch;
+        OpenManager manager(scratch.database());
+        manager.beginTransaction();
+        insertDownload(scratch);
+
+        QVERIFY(manager.commit(Function));
+
+        QVERIFY(scratch.database().transaction());
+        QCOMPARE(downloadCount(scratch), 1);
+        QCOMPARE(log.takeMessages(), QStringList());
+    }
+
+    void commitThatFailsIsReportedAndLeavesNoTransactionOpen()
+    {
+        MessageLog log;
+        ScratchDatabase scratch;
+        const QStringList statements =
+            refuseCommit(QStringLiteral("INSERT"), QStringLiteral("download"));
+        for (const QString& statement : statements) {
+            scratch.exec(statement);
+        }
+        OpenManager manager(scratch.database());
+        manager.beginTransaction();
+        insertDownload(scratch);
+
+        QVERIFY(!manager.commit(Function));
+
+        QCOMPARE(
+            log.takeMessages(), QStringList(refusedCommitWarning(QString::fromLatin1(Function))));
+        QCOMPARE(downloadCount(scratch), 0);
+        QVERIFY(scratch.database().transaction());
+    }
+
+    void commitThatTheDatabaseHasRolledBackItselfIsReported()
+    {
+        MessageLog log;
+        ScratchDatabase scratch;
+        OpenManager manager(scratch.database());
+        manager.beginTransaction();
+        scratch.exec(QStringLiteral("ROLLBACK"));
+
+        QVERIFY(!manager.commit(Function));
+
+        QCOMPARE(
+            log.takeMessages(),
+            QStringList(QStringLiteral("bool Class::function(qint64) Failed to commit transaction "
+                                       "QSqlError(\"\", \"Unable to commit transaction\", "
+                                       "\"cannot commit - no transaction is active\")")));
+    }
+
+    void transactionThatIsOpenAlreadyIsJoined()
+    {
+        MessageLog log;
+        ScratchDatabase scratch;
+        OpenManager manager(scratch.database());
+        manager.beginTransaction();
+        insertDownload(scratch);
+        manager.beginTransaction();
+
+        QVERIFY(manager.commit(Function));
+
+        QCOMPARE(downloadCount(scratch), 1);
+        QVERIFY(scratch.database().transaction());
+        QCOMPARE(log.takeMessages(), QStringList());
+    }
+
+    void commitSaysNothingOnAConnectionThatIsNotOpen()
+    {
+        MessageLog log;
+        QueryAgentDatabase closed;
+        OpenManager manager(closed);
+        manager.beginTransaction();
+
+        QVERIFY(!manager.commit(Function));
+
+        QCOMPARE(log.takeMessages(), QStringList());
     }
 
 private:

@@ -79,7 +79,7 @@ DatabaseHome::Rows attachments(const DatabaseHome& home)
     return simplified;
 }
 
-/// All rows of a table but for the columns that an upgrade writes: of `moodset`, the first
+/// All rows of a table except for the columns that an upgrade writes: of `moodset`, the first
 /// `moodsetColumns` columns are given, and of `file` all but the last, metadataCurrent.
 DatabaseHome::Rows tableContent(const DatabaseHome& home, const QString& table, int moodsetColumns)
 {
@@ -196,10 +196,19 @@ private Q_SLOTS:
         QCOMPARE(staleFiles(home), QVariantList({2, 3}));
     }
 
+    void columnThatIsThereAlreadyFailsTheUpgradeAtEveryStart_data()
+    {
+        QTest::addColumn<int>("version");
+        QTest::newRow("9") << 9;
+        QTest::newRow("8, as a kill in the middle of the upgrade leaves it") << 8;
+    }
+
     void columnThatIsThereAlreadyFailsTheUpgradeAtEveryStart()
     {
+        QFETCH(int, version);
         const DatabaseHome home;
         home.build(QStringLiteral("database-version-9-with-version-column.sql"));
+        home.exec(QStringLiteral("PRAGMA user_version = %1").arg(version));
         const auto before = content(home, 13);
         const QStringList log =
             begin8to10()
@@ -213,9 +222,40 @@ private Q_SLOTS:
         QCOMPARE(home.start(), log);
         QCOMPARE(home.start(), log);
 
-        QCOMPARE(home.version(), 9);
+        QCOMPARE(home.version(), version);
         QCOMPARE(content(home, 13), before);
         QCOMPARE(staleFiles(home), QVariantList());
+    }
+
+    void upgradeThatWasKilledInItsFirstStepIsCompleted_data()
+    {
+        QTest::addColumn<int>("statementCount");
+        for (int count = 1; count <= 3; ++count) {
+            QTest::addRow("%d statements", count) << count;
+        }
+    }
+
+    void upgradeThatWasKilledInItsFirstStepIsCompleted()
+    {
+        QFETCH(int, statementCount);
+        const DatabaseHome home;
+        home.build(QStringLiteral("database-version-7.sql"));
+        const auto before = content(home, 11);
+        const QStringList statements{
+            alteration7to8(),
+            QStringLiteral("UPDATE file SET metadataCurrent = 0 "
+                           "WHERE mimeType = 'application/x-zavro-moodset'"),
+            QStringLiteral("PRAGMA user_version = 8")};
+        for (int i = 0; i < statementCount; ++i) {
+            home.exec(statements.at(i));
+        }
+
+        home.start();
+
+        QCOMPARE(home.version(), 10);
+        QCOMPARE(columns(home, QStringLiteral("moodset")).size(), 13);
+        QCOMPARE(content(home, 11), before);
+        QCOMPARE(home.start(), StartLog::fine());
     }
 
     void secondStepIsTriedAfterTheFirstHasFailed()

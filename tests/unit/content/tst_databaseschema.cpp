@@ -35,6 +35,33 @@ private Q_SLOTS:
         }
     }
 
+    void wholeSchemaNeedsNoCompletion()
+    {
+        QCOMPARE(DatabaseSchema::completion(names(ScratchDatabase())), QStringList());
+    }
+
+    void caseOfANameMakesNoDifference()
+    {
+        ScratchDatabase scratch;
+        scratch.exec(QStringLiteral("DROP TABLE dorselId"));
+        scratch.exec(QStringLiteral("CREATE TABLE DORSELID (fileId INTEGER, dorselId TEXT)"));
+
+        QCOMPARE(DatabaseSchema::completion(names(scratch)), QStringList());
+    }
+
+    void completionMakesWhatIsMissingInOrder()
+    {
+        ScratchDatabase scratch;
+        scratch.exec(QStringLiteral("DROP TRIGGER delete_file_trigger"));
+        scratch.exec(QStringLiteral("DROP INDEX resource_file_id"));
+        scratch.exec(QStringLiteral("DROP TABLE image"));
+
+        const QStringList all = DatabaseSchema::statements();
+        QCOMPARE(
+            DatabaseSchema::completion(names(scratch)),
+            QStringList({all.at(3), all.at(10), all.at(12)}));
+    }
+
     void tableHasItsColumns_data()
     {
         QTest::addColumn<QString>("table");
@@ -222,6 +249,13 @@ private Q_SLOTS:
     }
 
 private:
+    /// The names of all tables, indexes and triggers.
+    static QStringList names(const ScratchDatabase& scratch)
+    {
+        return QVariant(scratch.column(QStringLiteral("SELECT name FROM sqlite_master")))
+            .toStringList();
+    }
+
     static void insertFile(ScratchDatabase& scratch, int id, int directory)
     {
         scratch.exec(QStringLiteral("INSERT INTO file (id, directoryId, fileName, permissions) "

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "content/databaseschema.h"
+#include "content/queryagentdatabase.h"
 #include "databasehome.h"
 #include "startlog.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSqlQuery>
 #include <QTest>
 
 namespace {
@@ -18,6 +20,12 @@ QStringList fileNames(const QString& folder)
 QString unopenedError()
 {
     return StartLog::error(QString(), QString(), QString());
+}
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// One attempt on a file that cannot be opened.
@@ -56,10 +64,138 @@ private Q_SLOTS:
 
         QCOMPARE(fileNames(home.databaseFolder()), QStringList(QStringLiteral("moodsetd.sqlite")));
         QCOMPARE(home.version(), 10);
+        QCOMPARE(schema(home), DatabaseSchema::statements().mid(1));
+    }
+
+    void schemaThatWasMadeInPartIsCompleted_data()
+    {
+        QTest::addColumn<int>("statementCount");
+        for (int count = 1; count <= DatabaseSchema::statements().size(); ++count) {
+            QTest::addRow("%d statements", count) << count;
+        }
+    }
+
+    void schemaThatWasMadeInPartIsCompleted()
+    {
+        QFETCH(int, statementCount);
+        const DatabaseHome home;
+        home.makeFolder();
+        const QStringList statements = DatabaseSchema::statements().mid(0, statementCount);
+        for (const QString& statement : statements) {
+            home.exec(statement);
+        }
+
+        QCOMPARE(home.start(), StartLog::fine());
+
+        QCOMPARE(schema(home), DatabaseSchema::statements().mid(1));
+        QCOMPARE(home.version(), 10);
+    }
+
+    void completionKeepsAllRows()
+    {
+        const DatabaseHome home;
+        home.start();
+        home.exec(QStringLiteral("INSERT INTO download VALUES (1, 'http://h/a')"));
+        home.exec(QStringLiteral("DROP TABLE resource"));
+        home.exec(QStringLiteral("DROP TRIGGER delete_file_trigger"));
+
+        QCOMPARE(home.start(), StartLog::fine());
+
+        QCOMPARE(home.column(QStringLiteral("SELECT count(*) FROM resource")), QVariantList({0}));
         QCOMPARE(
-            home.column(QStringLiteral("SELECT sql || ';' FROM sqlite_master "
-                                       "WHERE sql IS NOT NULL AND name <> 'sqlite_sequence'")),
-            QVariantList(QVariant(DatabaseSchema::statements().mid(1)).toList()));
+            home.rows(QStringLiteral("SELECT * FROM download")),
+            DatabaseHome::Rows({{1, QStringLiteral("http://h/a")}}));
+    }
+
+    void rowsThatAMissingIndexLetInTwiceAreRemoved()
+    {
+        const DatabaseHome home;
+        home.start();
+        home.exec(QStringLiteral("DROP INDEX file_directory"));
+        home.exec(QStringLiteral("DROP INDEX resource_fileId_resourceType"));
+        home.exec(QStringLiteral(
+            "INSERT INTO file (id, directoryId, fileName, permissions) "
+            "VALUES (1, 1, 'a', 3), (2, 1, 'b', 3), (3, 2, 'a', 3), (4, 1, 'a', 3)"));
+        home.exec(
+            QStringLiteral("INSERT INTO resource VALUES (2, 'x', 1), (2, 'y', 1), (2, 'x', 3)"));
+
+        QCOMPARE(home.start(), StartLog::fine());
+
+        QCOMPARE(
+            home.column(QStringLiteral("SELECT id FROM file ORDER BY id")),
+            QVariantList({1, 2, 3}));
+        QCOMPARE(
+            home.rows(QStringLiteral("SELECT * FROM resource ORDER BY resourceType")),
+            DatabaseHome::Rows({{2, QStringLiteral("x"), 3}, {2, QStringLiteral("y"), 1}}));
+        QCOMPARE(home.column(indexCount()), QVariantList({4}));
+    }
+
+    void schemaThatCannotBeCompletedIsReportedAndKept()
+    {
+        const DatabaseHome home;
+        home.start();
+        home.exec(QStringLiteral("DROP INDEX resource_file_id"));
+        QVERIFY(QFile::setPermissions(home.databasePath(), QFile::ReadOwner));
+
+        const QStringList log = home.start();
+
+        QCOMPARE(
+            log,
+            StartLog::initializationFailed(
+                QStringLiteral("void DbManager::completeDatabaseSchema()"),
+                DatabaseSchema::statements().at(10),
+                StartLog::error(
+                    QStringLiteral("8"), QStringLiteral("Unable to fetch row"),
+                    QStringLiteral("attempt to write a readonly database")))
+                + QStringList(
+                    {QStringLiteral("critical: DbManager::DbManager: Failed to create DB schema. "
+                                    "Can't continue!")})
+                + StartLog::fine());
+        QVERIFY(QFile::setPermissions(home.databasePath(), QFile::ReadOwner | QFile::WriteOwner));
+        QCOMPARE(home.column(indexCount()), QVariantList({3}));
+    }
+
+    void writeAheadLogThatWasCutOffLosesNoTable_data()
+    {
+        QTest::addColumn<int>("tenths");
+        for (int tenths = 0; tenths <= 10; ++tenths) {
+            QTest::addRow("%d tenths", tenths) << tenths;
+        }
+    }
+
+    void writeAheadLogThatWasCutOffLosesNoTable()
+    {
+        QFETCH(int, tenths);
+        const DatabaseHome home;
+        home.makeFolder();
+        home.exec(QStringLiteral("PRAGMA user_version = 10"));
+        home.exec(QStringLiteral("PRAGMA journal_mode = WAL"));
+        const QString logPath = home.databasePath() + QStringLiteral("-wal");
+        QByteArray emptyFile;
+        QByteArray writeAheadLog;
+        {
+            QueryAgentDatabase writer;
+            writer.setDatabaseName(home.databasePath());
+            QVERIFY(writer.open());
+            QSqlQuery query(writer);
+            const QStringList statements = DatabaseSchema::statements();
+            for (const QString& statement : statements) {
+                QVERIFY(query.exec(statement));
+            }
+            // Closing moves the schema from the log into the file.
+            emptyFile = readFile(home.databasePath());
+            writeAheadLog = readFile(logPath);
+        }
+        QVERIFY(!writeAheadLog.isEmpty());
+        home.writeFile(emptyFile);
+        QFile log(logPath);
+        QVERIFY(log.open(QIODevice::WriteOnly));
+        QVERIFY(log.write(writeAheadLog.left(writeAheadLog.size() * tenths / 10)) >= 0);
+        log.close();
+
+        QCOMPARE(home.start(), StartLog::fine());
+
+        QCOMPARE(schema(home), DatabaseSchema::statements().mid(1));
     }
 
     void fileOfThisVersionIsKept()
@@ -253,6 +389,22 @@ private Q_SLOTS:
     }
 
 private:
+    /// The statements that have made all tables, indexes and triggers, in the order in which they
+    /// have run.
+    static QStringList schema(const DatabaseHome& home)
+    {
+        return QVariant(home.column(QStringLiteral(
+                            "SELECT sql || ';' FROM sqlite_master "
+                            "WHERE sql IS NOT NULL AND name <> 'sqlite_sequence' ORDER BY rowid")))
+            .toStringList();
+    }
+
+    static QString indexCount()
+    {
+        return QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type = 'index' "
+                              "AND sql IS NOT NULL");
+    }
+
     static void setReadOnly(const QString& folder)
     {
         QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));

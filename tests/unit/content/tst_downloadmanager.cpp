@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "content/downloadmanager.h"
 #include "messagelog.h"
+#include "refusedcommit.h"
 #include "scratchdatabase.h"
 
 #include <QTest>
@@ -258,6 +259,27 @@ private Q_SLOTS:
         QVERIFY(!manager.create(6, QUrl(QStringLiteral("http://h/b"))));
         QCOMPARE(
             log.takeWarnings().value(1), QStringLiteral("Failed to execute m_insertDownload."));
+    }
+
+    void openTransactionThatCannotBeCommittedIsReported()
+    {
+        MessageLog log;
+        ScratchDatabase scratch;
+        const QStringList statements =
+            refuseCommit(QStringLiteral("INSERT"), QStringLiteral("download"));
+        for (const QString& statement : statements) {
+            scratch.exec(statement);
+        }
+        QVERIFY(scratch.database().transaction());
+        scratch.exec(QStringLiteral("INSERT INTO download VALUES (5, 'http://h/a')"));
+
+        const DownloadManager manager(scratch.database());
+
+        QCOMPARE(
+            log.takeMessages().mid(3),
+            QStringList(refusedCommitWarning(
+                QStringLiteral("DownloadManager::DownloadManager(QueryAgentDatabase&)"))));
+        QVERIFY(scratch.database().transaction());
     }
 };
 

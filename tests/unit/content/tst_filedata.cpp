@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "content/filedata.h"
+#include "content/moodsetdata.h"
+#include "content/photodata.h"
 
 #include <QTest>
 
@@ -105,6 +107,29 @@ private Q_SLOTS:
         QCOMPARE(file->displayName, QStringLiteral("A note"));
     }
 
+    void commonRolesMeanTheSameForEachKind()
+    {
+        FileData file(5, QUrl());
+        PhotoData photo(5, QUrl());
+        MoodsetData moodset(5, QUrl());
+        const QDateTime time(QDate(2021, 3, 4), QTime(5, 6, 7, 89));
+        for (FileData* const record :
+             {&file, static_cast<FileData*>(&photo), static_cast<FileData*>(&moodset)}) {
+            QCOMPARE(record->data(FileData::WritableRole), QVariant(false));
+            QCOMPARE(record->data(FileData::ModificationTimeRole), QVariant(QDateTime()));
+
+            record->permissions = FileData::WritePermission;
+            record->modified = QDateTime(time.date(), time.time(), Qt::UTC).toMSecsSinceEpoch();
+
+            QCOMPARE(record->data(FileData::WritableRole), QVariant(true));
+            QCOMPARE(record->data(FileData::ModificationTimeRole), QVariant(time));
+        }
+        const QHash<int, QByteArray> names = FileData::modelRoleNames(MoodsetData::roleNames());
+        QCOMPARE(names.size(), MoodsetData::roleNames().size() + 2);
+        QCOMPARE(names.value(FileData::WritableRole), QByteArray("writable"));
+        QCOMPARE(names.value(FileData::ModificationTimeRole), QByteArray("modificationTime"));
+    }
+
     void cloneHasTheSameValuesAndNoReferences()
     {
         const std::unique_ptr<FileData> file = sampleFile();
@@ -112,7 +137,8 @@ private Q_SLOTS:
 
         const std::unique_ptr<FileData> copy(file->clone());
 
-        QVERIFY(typeid(*copy) == typeid(FileData));
+        const FileData& content = *copy;
+        QVERIFY(typeid(content) == typeid(FileData));
         QCOMPARE(copy->ref.loadRelaxed(), 0);
         QCOMPARE(copy->type, file->type);
         for (int role = 0; role <= 6; ++role) {

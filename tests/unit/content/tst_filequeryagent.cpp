@@ -51,6 +51,32 @@ private:
     int m_read = 0;
 };
 
+/// Starts the same listing once more from inside its first batch.
+class ListingRecipient final : public QueryAgent::Recipient
+{
+public:
+    explicit ListingRecipient(QueryAgent* agent)
+        : m_agent(agent)
+    {
+    }
+
+    void receive(const QVector<Content>& batch) override
+    {
+        m_sizes.append(batch.size());
+        if (m_sizes.size() == 1) {
+            m_agent->query(&m_inner, {});
+        }
+    }
+
+    const QList<int>& batchSizes() const { return m_sizes; }
+    const QList<int>& innerBatchSizes() const { return m_inner.batchSizes(); }
+
+private:
+    QueryAgent* m_agent;
+    QList<int> m_sizes;
+    BatchRecorder m_inner;
+};
+
 } // namespace
 
 class FileQueryAgentTest : public QObject
@@ -215,6 +241,21 @@ private Q_SLOTS:
                               "         OR directory.path GLOB '/b/*')");
     }
 
+    void lookupsAndListingsLeaveNoStatementOpen()
+    {
+        ContentLibrary library;
+        StatementProbe probe(library.reader);
+        FileQueryAgent agent(library.reader);
+        const qint64 id = library.writer.addFile(QStringLiteral("/a/1"));
+
+        QVERIFY(agent.queryById(id).isValid());
+        QCOMPARE(probe.openStatements(), QStringList());
+        QVERIFY(agent.queryByUrl(QUrl(QStringLiteral("file:///a/1"))).isValid());
+        QCOMPARE(probe.openStatements(), QStringList());
+        QVERIFY(agent.query(nullptr, {}));
+        QCOMPARE(probe.openStatements(), QStringList());
+    }
+
     void listingStatementSaysWhatIsAskedFor()
     {
         QFETCH(QString, mimeType);
@@ -304,6 +345,23 @@ private Q_SLOTS:
         QCOMPARE(recipient.read(), count);
     }
 
+    void sameListingInsideAnotherEndsThatWithoutAWord()
+    {
+        MessageLog log;
+        ContentLibrary library;
+        constexpr int count = 120;
+        library.writer.addMany(
+            count, [&library](const QString& path) { library.writer.addFile(path); });
+        FileQueryAgent agent(library.reader);
+        ListingRecipient recipient(&agent);
+
+        QVERIFY(agent.query(&recipient, {}));
+
+        QCOMPARE(recipient.innerBatchSizes(), QList<int>({50, 50, 20}));
+        QCOMPARE(recipient.batchSizes(), QList<int>({50, 0}));
+        QCOMPARE(log.takeMessages(), QStringList());
+    }
+
     void repeatedListingSeesWhatIsNew()
     {
         ContentLibrary library;
@@ -358,6 +416,26 @@ private Q_SLOTS:
                 QStringLiteral(
                     "QSqlError(\"1\", \"Unable to fetch row\", \"no such table: file\")"),
                 Selection + QStringLiteral("WHERE file.id = ?;")));
+    }
+
+    void listingTellsModificationTimesIfItIsTo()
+    {
+        ContentLibrary library;
+        library.writer.addFile(QStringLiteral("/a/b.txt"));
+        library.writer.exec(
+            QStringLiteral("UPDATE file SET modificationTime = '2021-03-04T05:06:07.089'"));
+        FileQueryAgent agent(library.reader);
+        const auto time = [&agent](bool isWanted) {
+            QueryAgent::Parameters parameters;
+            parameters.modificationTimes = isWanted;
+            BatchRecorder recorder;
+            return agent.query(&recorder, parameters) && !recorder.contents().isEmpty()
+                ? recorder.contents().constFirst().data()->data(FileData::ModificationTimeRole)
+                : QVariant();
+        };
+
+        QCOMPARE(time(true), QVariant(QDateTime(QDate(2021, 3, 4), QTime(5, 6, 7, 89))));
+        QCOMPARE(time(false), QVariant(QDateTime()));
     }
 
     void unpreparableStatementIsReportedAndThenItsFailure()

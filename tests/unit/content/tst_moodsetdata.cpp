@@ -302,7 +302,8 @@ private Q_SLOTS:
 
         const std::unique_ptr<ContentData> copy(base.clone());
 
-        QVERIFY(typeid(*copy) == typeid(MoodsetData));
+        const ContentData& content = *copy;
+        QVERIFY(typeid(content) == typeid(MoodsetData));
         const auto& same = static_cast<const MoodsetData&>(*copy);
         QCOMPARE(same.ref.loadRelaxed(), 0);
         QCOMPARE(same.type, moodset->type);

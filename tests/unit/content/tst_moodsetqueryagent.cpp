@@ -611,6 +611,27 @@ private Q_SLOTS:
                     .arg(table),
                 Create.arg(table)));
     }
+
+    void listingTellsModificationTimesIfItIsTo()
+    {
+        ContentLibrary library;
+        const qint64 id = library.writer.addMoodset(QStringLiteral("/a/b.moodset"));
+        library.writer.addResource(
+            id, QStringLiteral("ringerToneFile"), QStringLiteral("/a/tone.ogg"));
+        library.writer.exec(
+            QStringLiteral("UPDATE file SET modificationTime = '2021-03-04T05:06:07.089'"));
+        MoodsetQueryAgent agent(library.reader);
+        QueryAgent::Parameters parameters;
+        parameters.modificationTimes = true;
+        BatchRecorder recorder;
+
+        QVERIFY(agent.query(&recorder, parameters));
+
+        QCOMPARE(recorder.contents().size(), 1);
+        const Moodset moodset(recorder.contents().constFirst());
+        QCOMPARE(moodset->modificationTime(), QDateTime(QDate(2021, 3, 4), QTime(5, 6, 7, 89)));
+        QCOMPARE(moodset->resources.size(), 1);
+    }
 };
 
 QTEST_GUILESS_MAIN(MoodsetQueryAgentTest)

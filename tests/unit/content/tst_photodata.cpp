@@ -98,7 +98,8 @@ private Q_SLOTS:
 
         const std::unique_ptr<FileData> copy(base.clone());
 
-        QVERIFY(typeid(*copy) == typeid(PhotoData));
+        const FileData& content = *copy;
+        QVERIFY(typeid(content) == typeid(PhotoData));
         QCOMPARE(copy->ref.loadRelaxed(), 0);
         QCOMPARE(copy->type, photo->type);
         for (int role = 0; role <= 10; ++role) {

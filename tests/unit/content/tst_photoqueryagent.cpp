@@ -160,6 +160,88 @@ private Q_SLOTS:
         QCOMPARE(library.reader.cache.size(), 0);
     }
 
+    void onePictureIsReadByItsId()
+    {
+        ContentLibrary library;
+        const qint64 file = library.writer.addFile(QStringLiteral("/a/unread.jpg"));
+        const qint64 photo = library.writer.addPhoto(QStringLiteral("/a/b.jpg"), day(3));
+        library.writer.exec(
+            QStringLiteral("UPDATE file SET modificationTime = '2021-03-04T05:06:07.089'"));
+        PhotoQueryAgent agent(library.reader);
+
+        const Content content = agent.queryPhoto(photo);
+
+        QCOMPARE(content.type(), 2);
+        const auto* const read = static_cast<const PhotoData*>(content.data());
+        QCOMPARE(read->id, photo);
+        QCOMPARE(read->url, QUrl(QStringLiteral("file:///a/b.jpg")));
+        QCOMPARE(read->dateTaken, day(3));
+        QCOMPARE(read->width, 4);
+        QCOMPARE(read->modificationTime(), QDateTime(QDate(2021, 3, 4), QTime(5, 6, 7, 89)));
+        QVERIFY(!agent.queryPhoto(file).isValid());
+        QVERIFY(!agent.queryPhoto(0).isValid());
+    }
+
+    void pagesGoByTheirOrder_data()
+    {
+        QTest::addColumn<int>("order");
+        QTest::addColumn<int>("limit");
+        QTest::addColumn<int>("offset");
+        QTest::addColumn<QString>("names");
+        const int newest = PhotoQueryAgent::Page::NewestFirst;
+        const int oldest = PhotoQueryAgent::Page::OldestFirst;
+        QTest::newRow("newest") << newest << -1 << 0 << QStringLiteral("d c b u t");
+        QTest::newRow("oldest") << oldest << -1 << 0 << QStringLiteral("b c d t u");
+        QTest::newRow("limit") << newest << 2 << 0 << QStringLiteral("d c");
+        QTest::newRow("offset") << newest << -1 << 3 << QStringLiteral("u t");
+        QTest::newRow("both") << oldest << 2 << 1 << QStringLiteral("c d");
+        QTest::newRow("none") << newest << 0 << 0 << QString();
+        QTest::newRow("over the end") << newest << 2 << 5 << QString();
+    }
+
+    void pagesGoByTheirOrder()
+    {
+        QFETCH(int, order);
+        QFETCH(int, limit);
+        QFETCH(int, offset);
+        QFETCH(QString, names);
+        ContentLibrary library;
+        library.writer.addPhoto(QStringLiteral("/a/t"));
+        library.writer.addPhoto(QStringLiteral("/a/c"), day(5));
+        library.writer.addPhoto(QStringLiteral("/a/b"), day(2));
+        library.writer.addPhoto(QStringLiteral("/a/u"));
+        library.writer.addPhoto(QStringLiteral("/a/d"), day(9));
+        PhotoQueryAgent agent(library.reader);
+        PhotoQueryAgent::Page page;
+        page.order = static_cast<PhotoQueryAgent::Page::Order>(order);
+        page.limit = limit;
+        page.offset = offset;
+        BatchRecorder recorder;
+
+        QVERIFY(agent.queryPage(&recorder, page));
+
+        QCOMPARE(recorder.fileNames().join(QLatin1Char(' ')), names);
+    }
+
+    void failuresOfPagesAndOfOnePictureAreReported()
+    {
+        MessageLog log;
+        ContentLibrary library;
+        library.writer.exec(QStringLiteral("DROP TABLE image"));
+        PhotoQueryAgent agent(library.reader);
+        BatchRecorder recorder;
+
+        QVERIFY(!agent.queryPage(&recorder, {}));
+        QVERIFY(!agent.queryPhoto(1).isValid());
+
+        QVERIFY(recorder.batchSizes().isEmpty());
+        const QStringList warnings = log.takeWarnings();
+        QVERIFY(warnings.contains(
+            QStringLiteral("bool PhotoQueryAgent::queryPage(QueryAgent::Recipient*, const "
+                           "PhotoQueryAgent::Page&)")));
+        QVERIFY(warnings.contains(QStringLiteral("Content PhotoQueryAgent::queryPhoto(qint64)")));
+    }
+
     void failedListingIsReported()
     {
         MessageLog log;

@@ -316,6 +316,32 @@ private Q_SLOTS:
         });
     }
 
+    void anotherConnectionSeesADatabaseThatWasMadeAnew()
+    {
+        const QString path = QueryAgentDatabase::filePath();
+        ContentWriter(path).addFile(QStringLiteral("/a/old.txt"));
+        runInThread([path] {
+            QueryAgent* agent = QueryAgent::agentFor(MoodsetContent::File);
+            QVERIFY(agent && agent->queryById(1).isValid());
+            for (const char* const ending : {"", "-wal", "-shm"}) {
+                QFile::remove(path + QLatin1String(ending));
+            }
+            ContentWriter(path).addFile(QStringLiteral("/a/new.txt"));
+            const auto firstName = [&agent] {
+                BatchRecorder recorder;
+                return agent->query(&recorder, {}) ? recorder.fileNames() : QStringList();
+            };
+            QCOMPARE(firstName(), QStringList{QStringLiteral("old.txt")});
+
+            QueryAgent::closeConnection();
+            QueryAgent::closeConnection();
+
+            agent = QueryAgent::agentFor(MoodsetContent::File);
+            QVERIFY(agent);
+            QCOMPARE(firstName(), QStringList{QStringLiteral("new.txt")});
+        });
+    }
+
     void connectionClosesWithItsThread()
     {
         const QString path = QueryAgentDatabase::filePath();

@@ -38,6 +38,23 @@ std::unique_ptr<QueryAgent> makeAgent(Type type, QueryAgentDatabase& database)
     }
 }
 
+/// Ends a listing after some batches.
+class EndingRecipient final : public QueryAgent::Recipient
+{
+public:
+    explicit EndingRecipient(int wanted)
+        : m_wanted(wanted)
+    {
+    }
+    void receive(const QVector<Content>& /*batch*/) override { ++batches; }
+    bool wantsMore() const override { return batches < m_wanted; }
+
+    int batches = 0;
+
+private:
+    const int m_wanted;
+};
+
 } // namespace
 
 /// How agents of each kind hand a listing over.
@@ -80,6 +97,25 @@ private Q_SLOTS:
         QVERIFY(agent->query(&recorder, {}));
 
         QCOMPARE(recorder.batchSizes(), sizes);
+    }
+
+    void recipientCanEndAListing()
+    {
+        QFETCH_GLOBAL(int, type);
+        ContentLibrary library;
+        library.writer.addMany(
+            200, [&library, type](const QString& path) { add(library.writer, Type(type), path); });
+        const auto agent = makeAgent(Type(type), library.reader);
+        EndingRecipient recipient(2);
+
+        QVERIFY(agent->query(&recipient, {}));
+
+        QCOMPARE(recipient.batches, 2);
+        // The next listing sees what has been written meanwhile, and is whole.
+        add(library.writer, Type(type), QStringLiteral("/later/a.jpg"));
+        BatchRecorder recorder;
+        QVERIFY(agent->query(&recorder, {}));
+        QCOMPARE(recorder.contents().size(), 201);
     }
 
     void listingNeedsNoRecipient()

@@ -2,6 +2,7 @@
 #include "content/sqlbatch.h"
 #include "scratchdatabase.h"
 
+#include <QDateTime>
 #include <QSqlQuery>
 #include <QTest>
 
@@ -55,6 +56,39 @@ private Q_SLOTS:
             scratch.rows(
                 QStringLiteral("SELECT fileId, COALESCE(source, '') FROM download ORDER BY 1")),
             expected);
+    }
+
+    void timesAreStoredAsTheDriverStoresThem()
+    {
+        const QDate day(2021, 3, 4);
+        const QTime hour(5, 6, 7, 89);
+        const QVector<QDateTime> times{
+            QDateTime(day, hour),
+            QDateTime(day, QTime(0, 0)),
+            QDateTime(day, hour, Qt::UTC),
+            QDateTime(day, hour, Qt::OffsetFromUTC, 5400),
+            QDateTime(QDate(1, 1, 1), hour),
+            QDateTime(QDate(9999, 12, 31), QTime(23, 59, 59, 999)),
+            QDateTime(QDate(12345, 1, 2), hour),
+            QDateTime(QDate(-5, 1, 2), hour),
+            QDateTime()};
+        ScratchDatabase scratch;
+        QSqlQuery query = insertion(scratch);
+        SqlBatch batch;
+        for (int i = 0; i < times.size(); ++i) {
+            batch.append({i, times.at(i)});
+            query.bindValue(0, times.size() + i);
+            query.bindValue(1, times.at(i));
+            QVERIFY(query.exec());
+        }
+
+        QVERIFY(batch.exec(query));
+
+        const QVariantList stored =
+            scratch.column(QStringLiteral("SELECT source FROM download ORDER BY fileId"));
+        QCOMPARE(stored.size(), 2 * times.size());
+        QCOMPARE(stored.mid(0, times.size()), stored.mid(times.size()));
+        QCOMPARE(stored.constFirst(), QVariant(QStringLiteral("2021-03-04T05:06:07.089")));
     }
 
     void finishesTheStatementAfterASuccess()

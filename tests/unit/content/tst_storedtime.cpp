@@ -60,6 +60,25 @@ private Q_SLOTS:
         QCOMPARE(time.timeSpec(), expected.timeSpec());
         QCOMPARE(time.toString(Qt::ISODateWithMs), expected.toString(Qt::ISODateWithMs));
     }
+
+    void millisecondsAreThoseOfALocalClock_data() { readsWhatAVariantReads_data(); }
+
+    void millisecondsAreThoseOfALocalClock()
+    {
+        QFETCH(QVariant, value);
+
+        const qint64 milliseconds = storedMilliseconds(value);
+
+        const QDateTime expected = storedTime(value).toLocalTime();
+        if (!expected.isValid()) {
+            // The database holds what the user's clock has shown, which may have been set forward.
+            QVERIFY(milliseconds == 0 || value.toString().startsWith(QLatin1String("2021-03-28")));
+            return;
+        }
+        const QDateTime clock = QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
+        QCOMPARE(clock.date(), expected.date());
+        QCOMPARE(clock.time(), expected.time());
+    }
 };
 
 QTEST_GUILESS_MAIN(StoredTimeTest)

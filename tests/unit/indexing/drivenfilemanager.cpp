@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "drivenfilemanager.h"
 
+#include "content/moodsetcontent.h"
+#include "indexing/imagemanager.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFile>
@@ -9,8 +12,20 @@
 #include <algorithm>
 #include <unistd.h>
 
+namespace {
+
+QueryAgentDatabase& withImageManagers(QueryAgentDatabase& database)
+{
+    ContentManager::setFactory([](int type, QueryAgentDatabase& connection) -> ContentManager* {
+        return type == MoodsetContent::Image ? new ImageManager(connection) : nullptr;
+    });
+    return database;
+}
+
+} // namespace
+
 DrivenFileManager::DrivenFileManager(QueryAgentDatabase& database)
-    : FileManager(database, nullptr)
+    : FileManager(withImageManagers(database), nullptr)
 {
 }
 
@@ -18,7 +33,7 @@ DrivenFileManager::~DrivenFileManager()
 {
     setEnabled(false);
     if (socket() >= 0) {
-        close(static_cast<int>(socket()));
+        close(int(socket()));
     }
 }
 

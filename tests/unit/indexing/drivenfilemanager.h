@@ -8,7 +8,8 @@
 #include <QVector>
 
 /// A file manager that a test turns by hand, so that every step comes when the test says so. It
-/// closes its descriptor at the end, of which the kernel grants a user few.
+/// closes its descriptor at the end, of which the kernel grants a user few. Of other managers, the
+/// registry makes the one of images, which reads what a scan has found.
 class DrivenFileManager : public FileManager
 {
 public:
@@ -22,7 +23,7 @@ public:
     /// Reads all changes that the kernel has to tell, in one read.
     void readEvents();
     /// The event masks of the kernel's watches, sorted.
-    [[nodiscard]] QVector<uint> watchMasks() const;
+    QVector<uint> watchMasks() const;
 
     bool event(QEvent* event) override;
 

@@ -35,17 +35,16 @@ public:
         const QByteArray& verb, int nth, const QByteArray& table = {},
         const QByteArray& column = {});
     /// Whether a transaction is open on the connection.
-    [[nodiscard]] bool isInTransaction() const;
+    bool isInTransaction() const;
 
-    [[nodiscard]] LibraryDatabase::Rows rows(
-        const QString& statement, const QVariantList& values = {}) const;
-    [[nodiscard]] QVariant value(const QString& statement, const QVariantList& values = {}) const;
+    LibraryDatabase::Rows rows(const QString& statement, const QVariantList& values = {}) const;
+    QVariant value(const QString& statement, const QVariantList& values = {}) const;
     /// The names of the files of the directory at `path` that have a row, sorted.
-    [[nodiscard]] QStringList fileNames(const QString& path) const;
+    QStringList fileNames(const QString& path) const;
     /// The paths of all directories that have a row, sorted.
-    [[nodiscard]] QStringList directoryPaths() const;
+    QStringList directoryPaths() const;
     /// The only `file.id` of that name.
-    [[nodiscard]] qint64 fileId(const QString& fileName) const;
+    qint64 fileId(const QString& fileName) const;
 
 private:
     /// A kind of statement that is not to be prepared, and how many of it are yet to pass.
@@ -59,7 +58,7 @@ private:
     static int authorize(
         void* refusal, int action, const char* table, const char* column, const char* database,
         const char* trigger);
-    [[nodiscard]] sqlite3* handle() const;
+    sqlite3* handle() const;
 
     QTemporaryDir m_folder;
     QueryAgentDatabase m_connection;

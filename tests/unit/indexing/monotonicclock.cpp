@@ -26,5 +26,5 @@ extern "C" __attribute__((visibility("default"))) int clock_gettime(
     if (result == 0 && clock == CLOCK_MONOTONIC) {
         time->tv_sec += secondsAhead;
     }
-    return static_cast<int>(result);
+    return int(result);
 }

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // What FileManager does with the changes that the kernel reports.
+#include "announcements.h"
 #include "content/moodsetcontent.h"
-#include "covermonitor.h"
 #include "drivenfilemanager.h"
 #include "indexdatabase.h"
+#include "leftoutnames.h"
 #include "messagelog.h"
-#include "service/albumgallery.h"
+#include "refusedcommit.h"
 #include "testfolder.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -33,7 +33,7 @@ struct WatchedFolder
         folder.write(QStringLiteral("other"));
         manager.insertFile(folder.path(QStringLiteral("known")));
         manager.insertFile(folder.path(QStringLiteral("other")));
-        // The files' own scope is another, so that this watches anew.
+        // The files' own scope is another, so that this watches again.
         if (scope != FileManager::KnownEntries) {
             manager.appendDirectory(
                 folder.path(), static_cast<FileManager::DirectoryScope>(scope), true);
@@ -41,19 +41,19 @@ struct WatchedFolder
         manager.runToIdle();
         database.exec(QStringLiteral("UPDATE file SET metadataCurrent = 1;"));
     }
-    [[nodiscard]] QStringList fileNames() const { return database.fileNames(folder.path()); }
-    [[nodiscard]] QVariant metadataCurrent(const QString& name) const
+    QStringList fileNames() const { return database.fileNames(folder.path()); }
+    QVariant metadataCurrent(const QString& name) const
     {
         return database.value(
             QStringLiteral("SELECT metadataCurrent FROM file WHERE fileName = ?;"), {name});
     }
-    [[nodiscard]] QDateTime modificationTime(const QString& name) const
+    QDateTime modificationTime(const QString& name) const
     {
         return database
             .value(QStringLiteral("SELECT modificationTime FROM file WHERE fileName = ?;"), {name})
             .toDateTime();
     }
-    [[nodiscard]] QString mimeType(const QString& name) const
+    QString mimeType(const QString& name) const
     {
         return database
             .value(QStringLiteral("SELECT mimeType FROM file WHERE fileName = ?;"), {name})
@@ -91,13 +91,16 @@ class ChangeEventsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void arriveThroughTheEventLoop();
     void newFileGetsARow();
     void newFileInManyPiecesGetsOneRow();
     void oddNamesGetRows_data();
     void oddNamesGetRows();
-    void nameThatIsNotUtf8GetsARow();
+    void namesThatAreNotUtf8GetNoRowAndOneWarningEach();
+    void nameThatTheDatabaseWouldChangeGetsNoRowAndOneWarning_data();
+    void nameThatTheDatabaseWouldChangeGetsNoRowAndOneWarning();
+    void nameThatTheDatabaseWouldChangeLeavesItsNeighbourAlone();
+    void newDirectoryThatTheDatabaseWouldChangeIsLeftOut();
     void hiddenFileGetsARowUntilTheNextScan();
     void fifoGetsARowWithoutBlocking();
     void linkToADirectoryIsAFile();
@@ -129,17 +132,13 @@ private Q_SLOTS:
 
     void failedBatchLosesAllChangesOfTheRead_data();
     void failedBatchLosesAllChangesOfTheRead();
+    void failedCommitIsReportedAndLeavesTheRows();
     void nextReadAfterAFailureStartsAfresh();
     void readInsideATransactionIsReportedAndGoesOn();
 
     void filesAreAnnounced();
     void failedReadIsNotAnnounced();
 };
-
-void ChangeEventsTest::initTestCase()
-{
-    makeCoverMonitor();
-}
 
 void ChangeEventsTest::arriveThroughTheEventLoop()
 {
@@ -216,15 +215,85 @@ void ChangeEventsTest::oddNamesGetRows()
     QCOMPARE(test.fileNames(), KnownFiles);
 }
 
-void ChangeEventsTest::nameThatIsNotUtf8GetsARow()
+void ChangeEventsTest::namesThatAreNotUtf8GetNoRowAndOneWarningEach()
 {
     MessageLog log;
     WatchedFolder test;
-    test.folder.writeRawName("latin\xe4.jpg");
+    test.folder.writeRawName("latin\xe4.jpg", "in two pieces: ");
+    test.folder.writeRawName("latin\xf6.jpg");
+    test.folder.makeRawDirectory("latin\xe4");
+    test.folder.write(QStringLiteral("latin\ufffd.jpg"));
+
+    test.manager.readEvents();
+    test.manager.runToIdle();
+
+    QStringList expected;
+    for (const char* const name : {"latin\xe4.jpg", "latin\xf6.jpg", "latin\xe4"}) {
+        expected.append(undecodableWarning(ReadEvent, test.folder.rawPath(name)));
+    }
+    QCOMPARE(log.takeWarnings(), expected);
+    QCOMPARE(test.fileNames(), withKnownFiles(QStringLiteral("latin\ufffd.jpg")));
+    QCOMPARE(test.database.directoryPaths(), QStringList(test.folder.path()));
+}
+
+void ChangeEventsTest::nameThatTheDatabaseWouldChangeGetsNoRowAndOneWarning_data()
+{
+    addUnstorableNames();
+}
+
+void ChangeEventsTest::nameThatTheDatabaseWouldChangeGetsNoRowAndOneWarning()
+{
+    QFETCH(QString, name);
+    MessageLog log;
+    WatchedFolder test;
+    test.folder.write(QStringLiteral("a.jpg"));
+    test.folder.write(name, "content");
+    test.folder.write(name, "other content");
 
     test.manager.readEvents();
 
-    QCOMPARE(test.fileNames(), withKnownFiles(QString::fromUtf8("latin\xe4.jpg")));
+    QCOMPARE(log.takeWarnings(), QStringList(unstorableWarning(ReadEvent, test.folder.path(name))));
+    QCOMPARE(test.fileNames(), withKnownFiles(QStringLiteral("a.jpg")));
+}
+
+void ChangeEventsTest::nameThatTheDatabaseWouldChangeLeavesItsNeighbourAlone()
+{
+    MessageLog log;
+    WatchedFolder test;
+    const QString name = QStringLiteral("\ufeffknown");
+    test.folder.write(name);
+    test.manager.readEvents();
+    QCOMPARE(log.takeWarnings().size(), 1);
+    const QDateTime time = test.modificationTime(QStringLiteral("known"));
+
+    test.folder.write(name, "changed");
+    test.folder.setModified(name, someTime());
+    test.manager.readEvents();
+    QCOMPARE(test.metadataCurrent(QStringLiteral("known")), QVariant(1));
+    QCOMPARE(test.modificationTime(QStringLiteral("known")), time);
+    test.folder.remove(name);
+    test.manager.readEvents();
+
+    QCOMPARE(test.fileNames(), KnownFiles);
+}
+
+void ChangeEventsTest::newDirectoryThatTheDatabaseWouldChangeIsLeftOut()
+{
+    MessageLog log;
+    WatchedFolder test;
+    const QString name = QStringLiteral("sub\ufffe");
+    // Its path begins with no mark.
+    const QString marked = QStringLiteral("\ufeffsub");
+    test.folder.makeDirectory(name);
+    test.folder.makeDirectory(marked);
+
+    test.manager.readEvents();
+    test.manager.runToIdle();
+
+    QCOMPARE(log.takeWarnings(), QStringList(unstorableWarning(ReadEvent, test.folder.path(name))));
+    QCOMPARE(
+        test.database.directoryPaths(),
+        QStringList({test.folder.path(), test.folder.path(marked)}));
 }
 
 void ChangeEventsTest::hiddenFileGetsARowUntilTheNextScan()
@@ -284,14 +353,14 @@ void ChangeEventsTest::thousandNewFilesGetRowsAtOnce()
 {
     MessageLog log;
     WatchedFolder test;
-    constexpr int Count = 1000;
-    for (int i = 0; i < Count; ++i) {
+    constexpr int count = 1000;
+    for (int i = 0; i < count; ++i) {
         test.folder.write(QStringLiteral("new%1.jpg").arg(i));
     }
 
     test.manager.readEvents();
 
-    QCOMPARE(test.fileNames().size(), KnownFiles.size() + Count);
+    QCOMPARE(test.fileNames().size(), KnownFiles.size() + count);
     QCOMPARE(test.mimeType(QStringLiteral("new999.jpg")), QStringLiteral("image/jpeg"));
 }
 
@@ -673,6 +742,22 @@ void ChangeEventsTest::failedBatchLosesAllChangesOfTheRead()
     QVERIFY(!test.manager.step());
 }
 
+void ChangeEventsTest::failedCommitIsReportedAndLeavesTheRows()
+{
+    MessageLog log;
+    WatchedFolder test;
+    test.database.exec(refuseCommit(QStringLiteral("INSERT"), QStringLiteral("file")));
+    test.folder.write(QStringLiteral("new"));
+    test.folder.remove(QStringLiteral("other"));
+
+    test.manager.readEvents();
+
+    QCOMPARE(log.takeWarnings(), QStringList(refusedCommitWarning(ReadEvent)));
+    QCOMPARE(test.fileNames(), KnownFiles);
+    QVERIFY(!test.database.isInTransaction());
+    QVERIFY(!test.manager.step());
+}
+
 void ChangeEventsTest::nextReadAfterAFailureStartsAfresh()
 {
     MessageLog log;
@@ -710,37 +795,27 @@ void ChangeEventsTest::readInsideATransactionIsReportedAndGoesOn()
 void ChangeEventsTest::filesAreAnnounced()
 {
     MessageLog log;
-    AlbumGallery gallery;
     WatchedFolder test;
-    QSignalSpy spy(&gallery, &AlbumGallery::contentChanged);
-    // What the scan has announced comes first.
-    QTRY_COMPARE(spy.size(), 1);
-    spy.clear();
-
+    const Announcements announcements;
     test.folder.write(QStringLiteral("new"));
 
-    QTRY_COMPARE(spy.size(), 1);
-    QCOMPARE(spy.constFirst(), QVariantList{MoodsetContent::File});
+    test.manager.readEvents();
+
+    QCOMPARE(Announcements::take(), QVector<int>{MoodsetContent::File});
 }
 
 void ChangeEventsTest::failedReadIsNotAnnounced()
 {
     MessageLog log;
-    AlbumGallery gallery;
     WatchedFolder test;
-    QSignalSpy spy(&gallery, &AlbumGallery::contentChanged);
-    QTRY_COMPARE(spy.size(), 1);
-    spy.clear();
+    const Announcements announcements;
     test.database.exec(refuse(QStringLiteral("INSERT"), QStringLiteral("file")));
 
     test.folder.write(QStringLiteral("new"));
     test.manager.readEvents();
-    QCOMPARE(log.takeWarnings().size(), 4);
-    // Types are announced in their order, so that the file's would come first.
-    AlbumGallery::notifyContentChanged(MoodsetContent::Download);
 
-    QTRY_COMPARE(spy.size(), 1);
-    QCOMPARE(spy.constFirst(), QVariantList{MoodsetContent::Download});
+    QCOMPARE(log.takeWarnings().size(), 4);
+    QCOMPARE(Announcements::take(), QVector<int>());
 }
 
 QTEST_GUILESS_MAIN(ChangeEventsTest)

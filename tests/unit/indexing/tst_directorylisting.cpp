@@ -3,16 +3,20 @@
 
 #include "testfolder.h"
 
+#include <QDir>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTest>
+
+#include <algorithm>
+#include <sys/resource.h>
 
 namespace {
 
 QStringList fileNames(const QString& path)
 {
     QStringList names;
-    const DirectoryListing listing = listDirectory(path);
+    const DirectoryListing listing = *listDirectory(path);
     for (const FileEntry& entry : listing.files) {
         names.append(entry.fileName);
     }
@@ -22,7 +26,7 @@ QStringList fileNames(const QString& path)
 QStringList directoryPaths(const QString& path)
 {
     QStringList paths;
-    const DirectoryListing listing = listDirectory(path);
+    const DirectoryListing listing = *listDirectory(path);
     for (const DirectoryEntry& entry : listing.directories) {
         paths.append(entry.path);
     }
@@ -55,9 +59,13 @@ private Q_SLOTS:
     void leavesOutBrokenLinks();
     void leavesOutFifos();
     void leavesOutNamesThatAreNotUtf8();
+    void leavesNothingOpen();
+    void namesThatAreNotUtf8AreListedByTheirBytes();
+    void nothingIsListedWithoutADirectory();
     void linkToAFileIsAFileWithTheTimeOfItsTarget();
     void keepsOddNames_data();
     void keepsOddNames();
+    void nothingIsKnownWithoutADescriptor();
     void missingDirectoryHoldsNothing();
     void fileHoldsNothing();
     void unreadableDirectoryHoldsNothing();
@@ -69,7 +77,7 @@ void DirectoryListingTest::tellsOfAFile()
     const QString name = QStringLiteral("pict\u00fcre.jpg");
     folder.write(name);
 
-    const DirectoryListing listing = listDirectory(folder.path());
+    const DirectoryListing listing = *listDirectory(folder.path());
 
     QCOMPARE(listing.directories.size(), 0);
     QCOMPARE(listing.files.size(), 1);
@@ -86,7 +94,7 @@ void DirectoryListingTest::tellsOfADirectory()
     TestFolder folder;
     folder.makeDirectory(QStringLiteral("sub.jpg"));
 
-    const DirectoryListing listing = listDirectory(folder.path());
+    const DirectoryListing listing = *listDirectory(folder.path());
 
     QCOMPARE(listing.files.size(), 0);
     QCOMPARE(listing.directories.size(), 1);
@@ -178,8 +186,9 @@ void DirectoryListingTest::leavesOutBrokenLinks()
     TestFolder folder;
     folder.makeLink(QStringLiteral("broken.jpg"), QStringLiteral("nowhere.jpg"));
     folder.makeLink(QStringLiteral("self.jpg"), QStringLiteral("self.jpg"));
+    folder.write(QStringLiteral("plain.jpg"));
 
-    QCOMPARE(fileNames(folder.path()), QStringList());
+    QCOMPARE(fileNames(folder.path()), QStringList(QStringLiteral("plain.jpg")));
     QCOMPARE(directoryPaths(folder.path()), QStringList());
 }
 
@@ -187,8 +196,9 @@ void DirectoryListingTest::leavesOutFifos()
 {
     TestFolder folder;
     folder.makeFifo(QStringLiteral("pipe.jpg"));
+    folder.write(QStringLiteral("plain.jpg"));
 
-    QCOMPARE(fileNames(folder.path()), QStringList());
+    QCOMPARE(fileNames(folder.path()), QStringList(QStringLiteral("plain.jpg")));
 }
 
 void DirectoryListingTest::leavesOutNamesThatAreNotUtf8()
@@ -200,6 +210,51 @@ void DirectoryListingTest::leavesOutNamesThatAreNotUtf8()
     QCOMPARE(fileNames(folder.path()), QStringList(QStringLiteral("plain.jpg")));
 }
 
+void DirectoryListingTest::leavesNothingOpen()
+{
+    TestFolder folder;
+    folder.writeRawName("latin\xe4.jpg");
+    const auto descriptors = [] {
+        return QDir(QStringLiteral("/proc/self/fd")).entryList().size();
+    };
+    const int before = descriptors();
+
+    QCOMPARE(listUndecodable(folder.path()).size(), 1);
+    listDirectory(folder.path());
+
+    QCOMPARE(descriptors(), before);
+}
+
+void DirectoryListingTest::namesThatAreNotUtf8AreListedByTheirBytes()
+{
+    TestFolder folder;
+    folder.writeRawName("latin\xe4.jpg");
+    folder.makeRawDirectory("latin\xe4");
+    folder.writeRawName(".hidden\xe4.jpg");
+    folder.write(QStringLiteral("plain.jpg"));
+    folder.write(QStringLiteral("\u00e4.jpg"));
+    folder.write(QStringLiteral("\ufffd.jpg"));
+    folder.write(QStringLiteral("\ufeffa.jpg"));
+
+    QVector<UndecodableEntry> entries = listUndecodable(folder.path());
+
+    std::sort(entries.begin(), entries.end(), [](const auto& left, const auto& right) {
+        return left.path < right.path;
+    });
+    QCOMPARE(entries.size(), 2);
+    QCOMPARE(entries.at(0).path, folder.rawPath("latin\xe4"));
+    QVERIFY(entries.at(0).isDirectory && !entries.at(0).isFile);
+    QCOMPARE(entries.at(1).path, folder.rawPath("latin\xe4.jpg"));
+    QVERIFY(entries.at(1).isFile && !entries.at(1).isDirectory);
+}
+
+void DirectoryListingTest::nothingIsListedWithoutADirectory()
+{
+    TestFolder folder;
+
+    QVERIFY(listUndecodable(folder.path(QStringLiteral("missing"))).isEmpty());
+}
+
 void DirectoryListingTest::linkToAFileIsAFileWithTheTimeOfItsTarget()
 {
     TestFolder folder;
@@ -209,7 +264,7 @@ void DirectoryListingTest::linkToAFileIsAFileWithTheTimeOfItsTarget()
     folder.setModified(QStringLiteral("elsewhere/target.jpg"), time);
     folder.makeLink(QStringLiteral("link.jpg"), QStringLiteral("elsewhere/target.jpg"));
 
-    const DirectoryListing listing = listDirectory(folder.path());
+    const DirectoryListing listing = *listDirectory(folder.path());
 
     QCOMPARE(listing.files.size(), 1);
     QCOMPARE(listing.files.constFirst().fileName, QStringLiteral("link.jpg"));
@@ -241,12 +296,28 @@ void DirectoryListingTest::keepsOddNames()
     TestFolder folder;
     folder.write(name);
 
-    const DirectoryListing listing = listDirectory(folder.path());
+    const DirectoryListing listing = *listDirectory(folder.path());
 
     QCOMPARE(listing.files.size(), 1);
     QCOMPARE(listing.files.constFirst().name, name.toUtf8());
     QCOMPARE(listing.files.constFirst().fileName, name);
     QCOMPARE(listing.files.constFirst().path, folder.path(name));
+}
+
+void DirectoryListingTest::nothingIsKnownWithoutADescriptor()
+{
+    TestFolder folder;
+    folder.write(QStringLiteral("file"));
+    rlimit limit{};
+    QCOMPARE(getrlimit(RLIMIT_NOFILE, &limit), 0);
+    const rlimit none{0, limit.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
+
+    const bool isListed = listDirectory(folder.path()).has_value();
+
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &limit), 0);
+    QVERIFY(!isListed);
+    QVERIFY(listDirectory(folder.path()).has_value());
 }
 
 void DirectoryListingTest::missingDirectoryHoldsNothing()

@@ -4,6 +4,7 @@
 
 #include "drivenfilemanager.h"
 #include "indexdatabase.h"
+#include "leftoutnames.h"
 #include "messagelog.h"
 #include "testfolder.h"
 
@@ -40,6 +41,7 @@ private Q_SLOTS:
     void appendingWithAnotherScopeAndNoScanOnlyUnwatches();
     void appendingWithAnotherScopeAndScanWatchesAnew();
     void appendingTakesPathsAsGiven();
+    void appendingAPathThatTheDatabaseWouldChangeIsReported();
     void appendingReportsAFailedLookup();
     void appendingReportsAFailedInsert();
     void appendingReportsAFailedScopeUpdateAndKeepsWatchAndScope();
@@ -96,7 +98,7 @@ void DirectoryRegistrationTest::appendingMakesARoot()
     QCOMPARE(rows.constFirst().at(0).toLongLong(), id);
     QVERIFY(rows.constFirst().at(1).isNull());
     QCOMPARE(rows.constFirst().at(2).toString(), folder.path());
-    QCOMPARE(rows.constFirst().at(3).toInt(), static_cast<int>(scope));
+    QCOMPARE(rows.constFirst().at(3).toInt(), int(scope));
 }
 
 void DirectoryRegistrationTest::appendingWithoutScanQueuesNothing()
@@ -202,6 +204,24 @@ void DirectoryRegistrationTest::appendingTakesPathsAsGiven()
 
     const QStringList expected{folder.path(), folder.path() + QLatin1Char('/')};
     QCOMPARE(database.directoryPaths(), expected);
+}
+
+void DirectoryRegistrationTest::appendingAPathThatTheDatabaseWouldChangeIsReported()
+{
+    MessageLog log;
+    TestFolder folder;
+    const QString name = QStringLiteral("sub\ufffe");
+    folder.makeDirectory(name);
+    IndexDatabase database;
+    DrivenFileManager manager(database.connection());
+    manager.runToIdle();
+
+    QCOMPARE(manager.appendDirectory(folder.path(name), FileManager::AllEntries, true), qint64(0));
+
+    QCOMPARE(
+        log.takeWarnings(), QStringList(unstorableWarning(AppendDirectory, folder.path(name))));
+    QCOMPARE(database.directoryPaths(), QStringList());
+    QVERIFY(!manager.step());
 }
 
 void DirectoryRegistrationTest::appendingReportsAFailedLookup()

@@ -4,7 +4,9 @@
 
 #include "drivenfilemanager.h"
 #include "indexdatabase.h"
+#include "leftoutnames.h"
 #include "messagelog.h"
+#include "refusedcommit.h"
 #include "testfolder.h"
 
 #include <QTest>
@@ -37,6 +39,9 @@ private Q_SLOTS:
     void insertingReportsAFailedDirectoryInsert();
     void insertingReportsAFailedFileLookupAndRollsBack();
     void insertingReportsAFailedFileInsertAndRollsBack();
+    void nameThatTheDatabaseWouldChangeIsNotInserted_data();
+    void nameThatTheDatabaseWouldChangeIsNotInserted();
+    void insertingReportsAFailedCommit();
     void insertingInsideATransactionCommitsIt();
 };
 
@@ -294,6 +299,49 @@ void FileInsertionTest::insertingReportsAFailedFileInsertAndRollsBack()
             InsertFile, QStringLiteral("Failed to execute m_fileInsert."), refusedError(),
             QStringLiteral("INSERT INTO file (directoryId, mimeType, fileName, modificationTime, "
                            "permissions, metadataCurrent) VALUES (?, ?, ?, ?, 3, 0);")));
+    QVERIFY(!database.isInTransaction());
+    QCOMPARE(database.directoryPaths(), QStringList());
+}
+
+void FileInsertionTest::nameThatTheDatabaseWouldChangeIsNotInserted_data()
+{
+    addUnstorableNames();
+    QTest::newRow("a folder") << QStringLiteral("sub\uffff/a.jpg");
+}
+
+void FileInsertionTest::nameThatTheDatabaseWouldChangeIsNotInserted()
+{
+    QFETCH(QString, name);
+    MessageLog log;
+    TestFolder folder;
+    folder.makeDirectory(QStringLiteral("sub\uffff"));
+    folder.write(QStringLiteral("a.jpg"));
+    folder.write(name);
+    IndexDatabase database;
+    DrivenFileManager manager(database.connection());
+    QVERIFY(manager.insertFile(folder.path(QStringLiteral("a.jpg"))) > 0);
+    manager.runToIdle();
+
+    QCOMPARE(manager.insertFile(folder.path(name)), qint64(0));
+
+    QCOMPARE(log.takeWarnings(), QStringList(unstorableWarning(InsertFile, folder.path(name))));
+    QCOMPARE(database.fileNames(folder.path()), QStringList(QStringLiteral("a.jpg")));
+    QCOMPARE(database.directoryPaths(), QStringList(folder.path()));
+    QVERIFY(!manager.step());
+}
+
+void FileInsertionTest::insertingReportsAFailedCommit()
+{
+    MessageLog log;
+    TestFolder folder;
+    folder.write(QStringLiteral("a.jpg"));
+    IndexDatabase database;
+    DrivenFileManager manager(database.connection());
+    database.exec(refuseCommit(QStringLiteral("INSERT"), QStringLiteral("file")));
+
+    QCOMPARE(manager.insertFile(folder.path(QStringLiteral("a.jpg"))), qint64(0));
+
+    QCOMPARE(log.takeWarnings(), QStringList(refusedCommitWarning(InsertFile)));
     QVERIFY(!database.isInTransaction());
     QCOMPARE(database.directoryPaths(), QStringList());
 }

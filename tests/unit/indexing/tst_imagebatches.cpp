@@ -45,7 +45,7 @@ const QString Waiting = QStringLiteral("file WHERE metadataCurrent = 0");
 
 } // namespace
 
-class tst_ImageBatches : public QObject
+class ImageBatchesTest : public QObject
 {
     Q_OBJECT
 
@@ -59,14 +59,14 @@ private Q_SLOTS:
     void reportsTheFirstQueryAlsoWhenALaterTurnFails();
 };
 
-void tst_ImageBatches::init()
+void ImageBatchesTest::init()
 {
     for (const char* table : {"image", "file", "directory"}) {
         run(QStringLiteral("DELETE FROM %1;").arg(QLatin1String(table)));
     }
 }
 
-void tst_ImageBatches::readsAHundredPerTurnInTheOrderOfTheirIds()
+void ImageBatchesTest::readsAHundredPerTurnInTheOrderOfTheirIds()
 {
     addPictures(250);
     ImageManager manager(*DbManager::instance());
@@ -81,7 +81,7 @@ void tst_ImageBatches::readsAHundredPerTurnInTheOrderOfTheirIds()
     QCOMPARE(count(Waiting), 0);
 }
 
-void tst_ImageBatches::readsAPictureAgainThatChangesBehindTheOthers()
+void ImageBatchesTest::readsAPictureAgainThatChangesBehindTheOthers()
 {
     addPictures(250);
     ImageManager manager(*DbManager::instance());
@@ -96,7 +96,7 @@ void tst_ImageBatches::readsAPictureAgainThatChangesBehindTheOthers()
     QCOMPARE(count(Images), 250);
 }
 
-void tst_ImageBatches::readsPicturesAgainThatChangeAfterTheLast()
+void ImageBatchesTest::readsPicturesAgainThatChangeAfterTheLast()
 {
     addPictures(200);
     ImageManager manager(*DbManager::instance());
@@ -110,7 +110,7 @@ void tst_ImageBatches::readsPicturesAgainThatChangeAfterTheLast()
     QCOMPARE(count(Waiting), 0);
 }
 
-void tst_ImageBatches::leavesOtherFilesAlone()
+void ImageBatchesTest::leavesOtherFilesAlone()
 {
     addPictures(250);
     run(QStringLiteral("UPDATE file SET mimeType = 'text/plain' WHERE id IN (1, 120, 250);"));
@@ -124,7 +124,7 @@ void tst_ImageBatches::leavesOtherFilesAlone()
     QCOMPARE(count(Waiting), 3);
 }
 
-void tst_ImageBatches::triesPicturesAgainWhoseRowsCouldNotBeWritten()
+void ImageBatchesTest::triesPicturesAgainWhoseRowsCouldNotBeWritten()
 {
     MessageLog log;
     addPictures(250);
@@ -143,7 +143,7 @@ void tst_ImageBatches::triesPicturesAgainWhoseRowsCouldNotBeWritten()
     QCOMPARE(count(Waiting), 0);
 }
 
-void tst_ImageBatches::reportsTheFirstQueryAlsoWhenALaterTurnFails()
+void ImageBatchesTest::reportsTheFirstQueryAlsoWhenALaterTurnFails()
 {
     MessageLog log;
     addPictures(250);
@@ -162,5 +162,5 @@ void tst_ImageBatches::reportsTheFirstQueryAlsoWhenALaterTurnFails()
                        "directory ON file.directoryId = directory.id WHERE file.metadataCurrent")));
 }
 
-QTEST_GUILESS_MAIN(tst_ImageBatches)
+QTEST_GUILESS_MAIN(ImageBatchesTest)
 #include "tst_imagebatches.moc"

@@ -1,19 +1,25 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "indexing/imagemanager.h"
 
+#include "announcements.h"
 #include "content/moodsetcontent.h"
-#include "covermonitor.h"
+#include "encodedpicture.h"
 #include "exifbuilder.h"
+#include "hostilepicture.h"
 #include "indexdatabase.h"
+#include "mediapicture.h"
 #include "messagelog.h"
+#include "openedfiles.h"
+#include "paintedpicture.h"
 #include "picturefile.h"
-#include "service/albumgallery.h"
+#include "refusedcommit.h"
 #include "testfolder.h"
 
-#include <QAbstractEventDispatcher>
-#include <QSignalSpy>
 #include <QSqlQuery>
 #include <QTest>
+
+#include <fcntl.h>
+#include <sys/resource.h>
 
 namespace {
 
@@ -58,17 +64,17 @@ struct Pictures
         QVERIFY(writePicture(folder.path(name), size));
         addRow(name);
     }
-    [[nodiscard]] int pendingRows() const
+    int pendingRows() const
     {
         return database
             .value(QStringLiteral("SELECT count(*) FROM file WHERE metadataCurrent = 0;"))
             .toInt();
     }
-    [[nodiscard]] int imageRows() const
+    int imageRows() const
     {
         return database.value(QStringLiteral("SELECT count(*) FROM image;")).toInt();
     }
-    [[nodiscard]] QSize size(const QString& name) const
+    QSize size(const QString& name) const
     {
         const LibraryDatabase::Rows rows = database.rows(
             QStringLiteral("SELECT width, height FROM image JOIN file ON fileId = id "
@@ -84,6 +90,29 @@ struct Pictures
 };
 
 const QSize Unreadable(-1, -1);
+const QSize Photo(40, 30);
+
+/// Leaves this process so many more descriptors to open while it lives.
+class FewDescriptors
+{
+public:
+    explicit FewDescriptors(int count)
+    {
+        getrlimit(RLIMIT_NOFILE, &m_before);
+        rlimit few = m_before;
+        few.rlim_cur = 0;
+        while (count > 0) {
+            count -= fcntl(int(few.rlim_cur), F_GETFD) == -1 ? 1 : 0;
+            ++few.rlim_cur;
+        }
+        setrlimit(RLIMIT_NOFILE, &few);
+    }
+    ~FewDescriptors() { setrlimit(RLIMIT_NOFILE, &m_before); }
+    Q_DISABLE_COPY_MOVE(FewDescriptors)
+
+private:
+    rlimit m_before{};
+};
 
 } // namespace
 
@@ -92,7 +121,6 @@ class ImageManagerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void handlesImages();
     void constructingLeavesNoTransactionOpen();
     void statementThatCannotBePreparedIsReported_data();
@@ -103,9 +131,16 @@ private Q_SLOTS:
     void pictureGetsItsSizeDateAndOrientation();
     void orientationDoesNotTurnTheSize_data();
     void orientationDoesNotTurnTheSize();
+    void pictureWithoutADecoderGetsItsSize_data();
+    void pictureWithoutADecoderGetsItsSize();
+    void pictureIsOpenedOnce();
+    void picturesAreReadWithFewDescriptors();
     void pictureWithoutTagsHasNone();
     void oddNamesAreRead_data();
     void oddNamesAreRead();
+    void rowsFromTopToBottomMakeNoNegativeHeight();
+    void picturesOfOtherFormatsGetAnInvalidSize_data();
+    void picturesOfOtherFormatsGetAnInvalidSize();
     void badPictureGetsAnInvalidSize_data();
     void badPictureGetsAnInvalidSize();
     void badPictureDoesNotStopTheBatch();
@@ -125,6 +160,7 @@ private Q_SLOTS:
     void failedQueryIsReported();
     void failedResetIsReportedAndTriedAgain();
     void failedImageUpdateIsReportedAndTriedAgain();
+    void failedCommitIsReportedAndTriedAgain();
 
     void imagesAreAnnounced();
     void nothingPendingIsNotAnnounced();
@@ -240,6 +276,69 @@ void ImageManagerTest::pictureGetsItsSizeDateAndOrientation()
     QCOMPARE(rows.constFirst().at(5).toInt(), 1);
 }
 
+void ImageManagerTest::pictureWithoutADecoderGetsItsSize_data()
+{
+    QTest::addColumn<QByteArray>("brand");
+    QTest::newRow("HEIF") << QByteArray("heic");
+    QTest::newRow("AVIF") << QByteArray("avif");
+}
+
+void ImageManagerTest::pictureWithoutADecoderGetsItsSize()
+{
+    QFETCH(QByteArray, brand);
+    MessageLog log;
+    Pictures test;
+    test.folder.write(QStringLiteral("a"), mediaPicture(brand, {QSize(512, 512), Photo}, 1));
+    test.addRow(QStringLiteral("a"), QStringLiteral("image/") + QLatin1String(brand));
+    ImageManager manager(test.database.connection());
+
+    manager.updateMetaData();
+
+    QCOMPARE(test.size(QStringLiteral("a")), Photo);
+}
+
+void ImageManagerTest::pictureIsOpenedOnce()
+{
+    constexpr int count = 40;
+    MessageLog log;
+    Pictures test;
+    QStringList paths;
+    for (int i = 0; i < count; ++i) {
+        const QString name = QStringLiteral("%1.jpg").arg(i, 2, 10, QLatin1Char('0'));
+        test.folder.write(name, jpegWithExif(exifBlock({}, 6)));
+        test.addRow(name);
+        paths.append(test.folder.path(name));
+    }
+    ImageManager manager(test.database.connection());
+    OpenedFiles opened(test.folder.path());
+    QVERIFY(opened.isValid());
+
+    manager.updateMetaData();
+
+    QCOMPARE(opened.paths(), paths);
+}
+
+void ImageManagerTest::picturesAreReadWithFewDescriptors()
+{
+    constexpr int count = 40;
+    MessageLog log;
+    for (int descriptors = 2; descriptors <= 40; ++descriptors) {
+        Pictures test;
+        for (int i = 0; i < count; ++i) {
+            test.addPicture(QStringLiteral("%1.png").arg(i), Photo);
+        }
+        ImageManager manager(test.database.connection());
+        {
+            const FewDescriptors few(descriptors);
+            manager.updateMetaData();
+        }
+        QCOMPARE(
+            test.database.value(
+                QStringLiteral("SELECT count(*) FROM image WHERE width = %1;").arg(Photo.width())),
+            QVariant(count));
+    }
+}
+
 void ImageManagerTest::orientationDoesNotTurnTheSize_data()
 {
     QTest::addColumn<int>("orientation");
@@ -307,6 +406,41 @@ void ImageManagerTest::oddNamesAreRead()
     manager.updateMetaData();
 
     QCOMPARE(test.size(name), QSize(7, 8));
+}
+
+void ImageManagerTest::rowsFromTopToBottomMakeNoNegativeHeight()
+{
+    MessageLog log;
+    Pictures test;
+    test.folder.write(QStringLiteral("a.bmp"), topDownBmp(quadrantPicture(QSize(64, 48))));
+    test.addRow(QStringLiteral("a.bmp"), QStringLiteral("image/bmp"));
+    ImageManager manager(test.database.connection());
+
+    manager.updateMetaData();
+
+    QCOMPARE(test.size(QStringLiteral("a.bmp")), QSize(64, 48));
+}
+
+void ImageManagerTest::picturesOfOtherFormatsGetAnInvalidSize_data()
+{
+    addUnlistedFormats();
+    QTest::newRow("animation without an end") << endlessAnimation();
+    QTest::newRow("nested vector picture") << nestedVectorPicture();
+}
+
+void ImageManagerTest::picturesOfOtherFormatsGetAnInvalidSize()
+{
+    QFETCH(QByteArray, bytes);
+    MessageLog log;
+    Pictures test;
+    test.folder.write(QStringLiteral("a.jpg"), bytes);
+    test.addRow(QStringLiteral("a.jpg"), QStringLiteral("image/jpeg"));
+    ImageManager manager(test.database.connection());
+
+    manager.updateMetaData();
+
+    QCOMPARE(test.size(QStringLiteral("a.jpg")), Unreadable);
+    QCOMPARE(test.pendingRows(), 0);
 }
 
 void ImageManagerTest::badPictureGetsAnInvalidSize_data()
@@ -569,48 +703,49 @@ void ImageManagerTest::failedImageUpdateIsReportedAndTriedAgain()
     QCOMPARE(test.imageRows(), 100);
 }
 
-/// The first service object of a library scans the install directories; its end drops what it was
-/// about to announce of that.
-void ImageManagerTest::initTestCase()
+void ImageManagerTest::failedCommitIsReportedAndTriedAgain()
 {
-    makeCoverMonitor();
     MessageLog log;
-    const AlbumGallery gallery;
-    // Each step of a scan posts the next one.
-    while (QAbstractEventDispatcher::instance()->hasPendingEvents()) {
-        QCoreApplication::processEvents();
-    }
+    Pictures test;
+    test.addRows(100);
+    ImageManager manager(test.database.connection());
+    test.database.exec(refuseCommit(QStringLiteral("INSERT"), QStringLiteral("image")));
+
+    // Full as the batch is, the next is not to follow at once.
+    QVERIFY(!manager.updateMetaData());
+    QCOMPARE(log.takeWarnings(), QStringList(refusedCommitWarning(UpdateMetaData)));
+    QVERIFY(!test.database.isInTransaction());
+    QCOMPARE(test.imageRows(), 0);
+    QCOMPARE(test.pendingRows(), 100);
+
+    test.database.exec(allowCommit());
+    QVERIFY(manager.updateMetaData());
+    QCOMPARE(test.imageRows(), 100);
 }
 
 void ImageManagerTest::imagesAreAnnounced()
 {
     MessageLog log;
-    AlbumGallery gallery;
-    QSignalSpy spy(&gallery, &AlbumGallery::contentChanged);
+    const Announcements announcements;
     Pictures test;
     test.addRows(1);
     ImageManager manager(test.database.connection());
 
     manager.updateMetaData();
 
-    QTRY_COMPARE(spy.size(), 1);
-    QCOMPARE(spy.constFirst(), QVariantList{MoodsetContent::Image});
+    QCOMPARE(Announcements::take(), QVector<int>{MoodsetContent::Image});
 }
 
 void ImageManagerTest::nothingPendingIsNotAnnounced()
 {
     MessageLog log;
-    AlbumGallery gallery;
-    QSignalSpy spy(&gallery, &AlbumGallery::contentChanged);
+    const Announcements announcements;
     Pictures test;
     ImageManager manager(test.database.connection());
 
     manager.updateMetaData();
-    // Types are announced in their order, so that the images' would come first.
-    AlbumGallery::notifyContentChanged(MoodsetContent::Download);
 
-    QTRY_COMPARE(spy.size(), 1);
-    QCOMPARE(spy.constFirst(), QVariantList{MoodsetContent::Download});
+    QCOMPARE(Announcements::take(), QVector<int>());
 }
 
 QTEST_GUILESS_MAIN(ImageManagerTest)

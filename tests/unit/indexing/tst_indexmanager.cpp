@@ -1,17 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "indexing/indexmanager.h"
 
-#include "covermonitor.h"
+#include "announcements.h"
+#include "content/dbmanager.h"
+#include "content/moodsetcontent.h"
 #include "drivenfilemanager.h"
 #include "indexdatabase.h"
 #include "messagelog.h"
+#include "refusedcommit.h"
 #include "registryentry.h"
-#include "service/albumgallery.h"
 #include "testfolder.h"
+#include "toolargewarning.h"
 #include "translationcatalog.h"
 
+#include <QFile>
 #include <QFileInfo>
-#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -104,17 +107,14 @@ struct Package
                                      "metadataCurrent) VALUES (2, 'a/b', '%1', '%2', '%3', 1, 1);")
                           .arg(name, displayName, time));
     }
-    [[nodiscard]] QStringList tones() const
-    {
-        return database.fileNames(folder.path(QStringLiteral("tones")));
-    }
-    [[nodiscard]] QString displayName(const QString& name) const
+    QStringList tones() const { return database.fileNames(folder.path(QStringLiteral("tones"))); }
+    QString displayName(const QString& name) const
     {
         return database
             .value(QStringLiteral("SELECT displayName FROM file WHERE fileName = ?;"), {name})
             .toString();
     }
-    [[nodiscard]] int metadataCurrent(int id) const
+    int metadataCurrent(int id) const
     {
         return database
             .value(QStringLiteral("SELECT metadataCurrent FROM file WHERE id = ?;"), {id})
@@ -134,11 +134,7 @@ class IndexManagerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        makeCoverMonitor();
-        DbManager::instance();
-    }
+    void initTestCase() { DbManager::instance(); }
 
     void statementThatCannotBePreparedIsReported_data()
     {
@@ -317,6 +313,111 @@ private Q_SLOTS:
         QCOMPARE(package.metadataCurrent(1), 1);
     }
 
+    void indexThatIsNoRegularFileCountsAsDone_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("FIFO") << QStringLiteral("fifo");
+        QTest::newRow("device") << QStringLiteral("/dev/zero");
+    }
+
+    void indexThatIsNoRegularFileCountsAsDone()
+    {
+        QFETCH(QString, target);
+        MessageLog log;
+        Package package;
+        package.addTone(QStringLiteral("a"));
+        package.folder.makeFifo(QStringLiteral("fifo"));
+        package.folder.makeLink(QStringLiteral("tones.index"), target);
+        IndexManager manager(package.database.connection());
+
+        QVERIFY(manager.updateMetaData());
+
+        QCOMPARE(package.tones(), QStringList{QStringLiteral("a")});
+        QCOMPARE(package.metadataCurrent(1), 1);
+    }
+
+    void indexBehindALinkIsRead()
+    {
+        MessageLog log;
+        Package package;
+        package.writeTones({QStringLiteral("a")});
+        package.folder.write(QStringLiteral("list"), index({element("a")}));
+        package.folder.makeLink(QStringLiteral("tones.index"), QStringLiteral("list"));
+        IndexManager manager(package.database.connection());
+
+        QVERIFY(manager.updateMetaData());
+
+        QCOMPARE(package.tones(), QStringList{QStringLiteral("a")});
+    }
+
+    void indexThatIsTooLargeIsWarnedOfAndChangesNothing()
+    {
+        MessageLog log;
+        Package package;
+        package.addTone(QStringLiteral("a"));
+        package.writeIndex(index({}));
+        const QString path = package.folder.path(QStringLiteral("tones.index"));
+        QVERIFY(QFile::resize(path, 16 * 1024 * 1024 + 1));
+        IndexManager manager(package.database.connection());
+
+        QVERIFY(manager.updateMetaData());
+
+        QCOMPARE(log.takeWarnings(), QStringList(tooLargeWarning(path)));
+        QCOMPARE(package.tones(), QStringList{QStringLiteral("a")});
+        QCOMPARE(package.metadataCurrent(1), 1);
+    }
+
+    void nameThatTheDatabaseWouldChangeIsWarnedOfAndSkipped_data()
+    {
+        QTest::addColumn<QByteArray>("written");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("printed");
+        const QString mark = QString(QChar(0xfeff)) + QLatin1Char('a');
+        const QString none = QLatin1Char('a') + QString(QChar(0xffff));
+        const QString printedMark = QStringLiteral("\\uFEFFa");
+        QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf"
+                                                       "a")
+                                         << mark << printedMark;
+        QTest::newRow("byte order mark escaped") << QByteArray("\\ufeffa") << mark << printedMark;
+        QTest::newRow("no character")
+            << QByteArray("a\xef\xbf\xbf") << none << QStringLiteral("a\\uFFFF");
+    }
+
+    void nameThatTheDatabaseWouldChangeIsWarnedOfAndSkipped()
+    {
+        QFETCH(QByteArray, written);
+        QFETCH(QString, name);
+        QFETCH(QString, printed);
+        MessageLog log;
+        Package package;
+        // What would be left of the name is that of a file.
+        package.writeTones({name, QStringLiteral("a"), QStringLiteral("b")});
+        package.writeIndex(index({element(written), element("b")}));
+        IndexManager manager(package.database.connection());
+
+        QVERIFY(manager.updateMetaData());
+
+        QCOMPARE(
+            log.takeWarnings(),
+            QStringList(
+                UpdateMetaData + QStringLiteral(" Name cannot be stored \"%1\"").arg(printed)));
+        QCOMPARE(package.tones(), QStringList{QStringLiteral("b")});
+    }
+
+    void byteOrderMarkInsideANameStays()
+    {
+        MessageLog log;
+        Package package;
+        const QString name = QLatin1Char('a') + QString(QChar(0xfeff));
+        package.writeTones({name});
+        package.writeIndex(index({element(name.toUtf8())}));
+        IndexManager manager(package.database.connection());
+
+        QVERIFY(manager.updateMetaData());
+
+        QCOMPARE(package.tones(), QStringList{name});
+    }
+
     void missingDirectoryChangesNothing()
     {
         MessageLog log;
@@ -344,9 +445,9 @@ private Q_SLOTS:
         QTest::newRow("missing file") << element("missing");
         QTest::newRow("path out") << element("../tones.index");
         QTest::newRow("path down") << element("sub/c");
-        QTest::newRow("NUL") << element("missing\\u0000");
-        // The disk knows neither half, and would find the file "a".
-        QTest::newRow("half a surrogate pair") << element("a\\ud800");
+        QTest::newRow("NUL") << element("b\\u0000");
+        // The disk knows neither half, and would find the file "b?".
+        QTest::newRow("half a surrogate pair") << element("b\\ud800");
     }
 
     void unusableElementIsSkipped()
@@ -355,7 +456,9 @@ private Q_SLOTS:
         MessageLog log;
         Package package;
         package.folder.makeDirectory(QStringLiteral("tones/sub"));
-        package.writeTones({QStringLiteral("a"), QStringLiteral("sub/c")});
+        package.writeTones(
+            {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("b?"),
+             QStringLiteral("sub/c")});
         package.writeIndex(index({bad, element("a")}));
         IndexManager manager(package.database.connection());
 
@@ -486,9 +589,7 @@ private Q_SLOTS:
 
         QVERIFY(manager.updateMetaData());
 
-        QCOMPARE(
-            package.metadataCurrent(static_cast<int>(package.database.fileId(QStringLiteral("a")))),
-            1);
+        QCOMPARE(package.metadataCurrent(int(package.database.fileId(QStringLiteral("a")))), 1);
     }
 
     void newNameOrTimeUpdatesTheRow_data()
@@ -518,7 +619,7 @@ private Q_SLOTS:
 
         QVERIFY(manager.updateMetaData());
 
-        const auto id = static_cast<int>(package.database.fileId(QStringLiteral("a")));
+        const auto id = int(package.database.fileId(QStringLiteral("a")));
         QCOMPARE(package.metadataCurrent(id), 0);
         QCOMPARE(package.displayName(QStringLiteral("a")), QString::fromUtf8(displayName));
         const QDateTime stored =
@@ -679,20 +780,46 @@ private Q_SLOTS:
         QCOMPARE(package.metadataCurrent(1), 1);
     }
 
+    void failedCommitIsReportedAndTheIndexReadAgain()
+    {
+        MessageLog log;
+        Package package;
+        package.writeTones({QStringLiteral("a")});
+        package.writeIndex(index({element("a")}));
+        package.database.exec(refuseCommit(QStringLiteral("INSERT"), QStringLiteral("file")));
+        IndexManager manager(package.database.connection());
+
+        QVERIFY(!manager.updateMetaData());
+        QCOMPARE(log.takeWarnings(), QStringList(refusedCommitWarning(UpdateMetaData)));
+        QVERIFY(!package.database.isInTransaction());
+        QCOMPARE(package.tones(), QStringList());
+        QCOMPARE(package.metadataCurrent(1), 0);
+
+        package.database.exec(allowCommit());
+        QVERIFY(manager.updateMetaData());
+        QCOMPARE(package.tones(), QStringList(QStringLiteral("a")));
+        QCOMPARE(package.metadataCurrent(1), 1);
+    }
+
     void changesAreAnnouncedAsFiles()
     {
         MessageLog log;
-        AlbumGallery gallery;
-        const QSignalSpy spy(&gallery, &AlbumGallery::contentChanged);
         Package package;
         package.writeTones({QStringLiteral("a")});
         package.writeIndex(index({element("a")}));
         IndexManager manager(package.database.connection());
 
+        const Announcements announcements;
+
         manager.updateMetaData();
 
-        QTRY_COMPARE(spy.size(), 1);
-        QCOMPARE(spy.constFirst(), QVariantList{MoodsetContent::File});
+        QCOMPARE(Announcements::take(), QVector<int>{MoodsetContent::File});
+
+        package.database.exec(QStringLiteral("UPDATE file SET metadataCurrent = 0 WHERE id = 1;"));
+        QVERIFY(manager.updateMetaData());
+
+        QCOMPARE(Announcements::take(), QVector<int>());
+        QCOMPARE(package.metadataCurrent(1), 1);
     }
 
     void fileManagerTakesItsTurnEvenWithoutChanges()

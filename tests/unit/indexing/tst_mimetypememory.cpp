@@ -123,6 +123,7 @@ private Q_SLOTS:
     void doesNotRememberWhatNoSuffixDecides();
     void agreesForEverySuffix_data();
     void agreesForEverySuffix();
+    void nameWithATypeOfItsOwnIsNoExampleOfItsSuffix();
     void agreesForEveryOddGlob_data();
     void agreesForEveryOddGlob();
     void agreesForEachContentOfASharedSuffix();
@@ -257,6 +258,29 @@ void MimeTypeMemoryTest::agreesForEverySuffix()
     QVERIFY2(names.size() > 1000, qPrintable(QString::number(names.size())));
     QCOMPARE(disagreements(names), QStringList());
     QVERIFY(m_memory->rememberedSuffixes().size() > 1000);
+}
+
+void MimeTypeMemoryTest::nameWithATypeOfItsOwnIsNoExampleOfItsSuffix()
+{
+    MessageLog log;
+    writeUserPackage(
+        "<mime-type type=\"text/x-list\"><glob pattern=\"*.mine\"/></mime-type>\n"
+        "<mime-type type=\"text/x-main\"><glob pattern=\"mainlist.mine\"/></mime-type>\n");
+    installUserPackages();
+    MonotonicClock::advance(PastCheckInterval);
+    const QStringList names{
+        QStringLiteral("a.mine"), QStringLiteral("MainList.mine"), QStringLiteral("mainlist.mine"),
+        QStringLiteral("b.mine")};
+    for (const QString& name : names) {
+        m_folder->write(name, "text\n");
+    }
+
+    QCOMPARE(disagreements(names), QStringList());
+
+    QCOMPARE(m_memory->rememberedSuffixes(), QStringList(QStringLiteral("mine")));
+    QCOMPARE(
+        m_memory->typeName(QFileInfo(m_folder->path(QStringLiteral("MainList.mine")))),
+        QStringLiteral("text/x-main"));
 }
 
 void MimeTypeMemoryTest::agreesForEveryOddGlob_data()

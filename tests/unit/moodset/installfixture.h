@@ -85,7 +85,7 @@ struct InstallLibrary
                                      " permissions = 3, metadataCurrent = 1 WHERE fileName = '%1';")
                           .arg(fileName));
     }
-    [[nodiscard]] int metadataCurrent(const QString& fileName) const
+    int metadataCurrent(const QString& fileName) const
     {
         return database
             .value(
@@ -93,7 +93,7 @@ struct InstallLibrary
             .toInt();
     }
     /// parentId, 0 for none, and scope of a directory's row.
-    [[nodiscard]] QList<int> directoryRow(const QString& path) const
+    QList<int> directoryRow(const QString& path) const
     {
         const LibraryDatabase::Rows rows = database.rows(
             QStringLiteral("SELECT COALESCE(parentId, 0), scope FROM directory WHERE path = ?;"),
@@ -102,7 +102,7 @@ struct InstallLibrary
             ? QList<int>{rows.constFirst().at(0).toInt(), rows.constFirst().at(1).toInt()}
             : QList<int>();
     }
-    [[nodiscard]] int directoryId(const QString& path) const
+    int directoryId(const QString& path) const
     {
         return database.value(QStringLiteral("SELECT id FROM directory WHERE path = ?;"), {path})
             .toInt();

@@ -5,6 +5,7 @@
 #include "content/dbmanager.h"
 #include "dconfcommand.h"
 #include "mgconfitem.h"
+#include "moodset/managerfactory.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -12,6 +13,7 @@
 
 MoodsetLibrary::MoodsetLibrary()
 {
+    ContentManager::setFactory(::makeManager);
     m_folder.makeDirectory(QStringLiteral("images"));
     m_folder.makeDirectory(QStringLiteral("sounds"));
     m_folder.write(QStringLiteral("images/w.jpg"));

@@ -13,7 +13,8 @@
 #include <memory>
 
 /// The daemon's own database, emptied, with a moodset manager on it and a folder for a bundle,
-/// which has the wallpaper "images/w.jpg" and the sounds "sounds/s.ogg" and "sounds/t.ogg".
+/// which has the wallpaper "images/w.jpg" and the sounds "sounds/s.ogg" and "sounds/t.ogg". The
+/// registry makes the managers of the daemon.
 ///
 /// rows() and value() read from outside, so that they see what is committed and nothing else.
 class MoodsetLibrary
@@ -28,7 +29,7 @@ public:
 
     /// Writes a moodset file and has it parsed by the next updateMetaData(); its id.
     qint64 addMoodsetFile(const QByteArray& content, const QString& name = fileName());
-    /// Writes a moodset file anew and has it parsed.
+    /// Writes a moodset file again and has it parsed.
     void rewrite(qint64 id, const QByteArray& content, const QString& name = fileName());
     /// Adds a file's row in the bundle's folder, which need not exist; its id.
     qint64 addFile(const QString& name, bool isCurrent = true);
@@ -42,17 +43,16 @@ public:
     /// Whether a transaction is open on that connection.
     static bool isInTransaction();
 
-    [[nodiscard]] LibraryDatabase::Rows rows(
-        const QString& statement, const QVariantList& values = {}) const;
-    [[nodiscard]] QVariant value(const QString& statement, const QVariantList& values = {}) const;
+    LibraryDatabase::Rows rows(const QString& statement, const QVariantList& values = {}) const;
+    QVariant value(const QString& statement, const QVariantList& values = {}) const;
     /// A column of a moodset's only row.
-    [[nodiscard]] QVariant column(qint64 id, const QString& name) const;
+    QVariant column(qint64 id, const QString& name) const;
     /// All columns of a moodset's row as text, then its file's display name; empty without a row.
-    [[nodiscard]] QStringList moodset(qint64 id) const;
+    QStringList moodset(qint64 id) const;
     /// A moodset's tones, "ringerToneFile=s.ogg", sorted.
-    [[nodiscard]] QStringList resources(qint64 id) const;
+    QStringList resources(qint64 id) const;
     /// The number of files that are to be parsed.
-    [[nodiscard]] int pendingFiles() const;
+    int pendingFiles() const;
 
     static QString fileName() { return QStringLiteral("a.moodset"); }
 

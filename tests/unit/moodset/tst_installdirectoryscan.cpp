@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // InstallManager's scan of install directories.
 #include "installfixture.h"
+#include "leftoutnames.h"
 #include "messagelog.h"
+#include "refusedcommit.h"
 
 #include <QTest>
 
@@ -25,7 +27,7 @@ struct InstallDirectory : InstallLibrary
                           .arg(directoryId(folder.path()))
                           .arg(folder.path(name)));
     }
-    [[nodiscard]] QStringList packages() const
+    QStringList packages() const
     {
         QStringList names = database.directoryPaths();
         names.removeAll(folder.path());
@@ -217,6 +219,40 @@ private Q_SLOTS:
         QCOMPARE(install.packages(), QStringList{QStringLiteral("b")});
         QCOMPARE(
             install.directoryRow(install.folder.path(QStringLiteral("b"))), QList<int>({0, 2}));
+    }
+
+    void packagesThatNoRowCanHoldAreLeftOutWithAWarning()
+    {
+        MessageLog log;
+        InstallDirectory install;
+        const QString changed = QStringLiteral("a\uffff");
+        install.folder.makeDirectory(QStringLiteral("a"));
+        install.folder.makeDirectory(changed);
+        install.folder.makeRawDirectory("latin\xe4");
+        install.folder.writeRawName("latin\xe4.txt");
+
+        install.manager.step();
+
+        QCOMPARE(
+            log.takeWarnings(),
+            QStringList(
+                {unstorableWarning(ScanInstallDirectory, install.folder.path(changed)),
+                 undecodableWarning(ScanInstallDirectory, install.folder.rawPath("latin\xe4"))}));
+        QCOMPARE(install.packages(), QStringList{QStringLiteral("a")});
+    }
+
+    void failedCommitIsReportedAndLeavesTheRows()
+    {
+        MessageLog log;
+        InstallDirectory install;
+        install.addPackageRow(QStringLiteral("a"));
+        install.database.exec(refuseCommit(QStringLiteral("DELETE"), QStringLiteral("directory")));
+
+        install.manager.step();
+
+        QCOMPARE(log.takeWarnings(), QStringList(refusedCommitWarning(ScanInstallDirectory)));
+        QVERIFY(!install.database.isInTransaction());
+        QCOMPARE(install.packages(), QStringList{QStringLiteral("a")});
     }
 
     void failedChangeIsReportedAndRolledBack_data()

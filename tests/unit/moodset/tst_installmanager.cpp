@@ -168,6 +168,45 @@ private Q_SLOTS:
         QCOMPARE(library.turns, QStringList());
     }
 
+    void vanishedPackageHoldsUpNeitherTheNextNorTheParsers()
+    {
+        MessageLog log;
+        InstallLibrary library;
+        library.folder.makeDirectory(QStringLiteral("one/a"));
+        library.folder.makeDirectory(QStringLiteral("one/b"));
+        library.folder.write(QStringLiteral("one/b/b.index"));
+        library.manager.appendDirectory(library.folder.path(QStringLiteral("one")));
+        library.manager.step();
+        QVERIFY(!library.directoryRow(library.folder.path(QStringLiteral("one/b"))).isEmpty());
+
+        library.folder.removeTree(QStringLiteral("one/a"));
+        library.manager.runToIdle();
+
+        QCOMPARE(
+            library.database.fileNames(library.folder.path(QStringLiteral("one/b"))),
+            QStringList{QStringLiteral("b.index")});
+        QCOMPARE(
+            library.turns, QStringList({QStringLiteral("moodsets"), QStringLiteral("indexes")}));
+    }
+
+    void filesThatAreAsTheyWereAreNotReadAgain()
+    {
+        MessageLog log;
+        InstallLibrary library;
+        library.folder.makeDirectory(QStringLiteral("one/a"));
+        library.folder.write(QStringLiteral("one/a/a.index"));
+        const QString directory = library.folder.path(QStringLiteral("one"));
+        library.manager.appendDirectory(directory);
+        library.manager.runToIdle();
+        QCOMPARE(library.metadataCurrent(QStringLiteral("a.index")), 0);
+        library.database.exec(QStringLiteral("UPDATE file SET metadataCurrent = 1;"));
+
+        library.manager.appendDirectory(directory);
+        library.manager.runToIdle();
+
+        QCOMPARE(library.metadataCurrent(QStringLiteral("a.index")), 1);
+    }
+
     void directoriesComeBeforePackagesBeforeParsers()
     {
         MessageLog log;

@@ -6,6 +6,7 @@
 #include "messagelog.h"
 #include "mgconfitem.h"
 #include "moodsetlibrary.h"
+#include "refusedcommit.h"
 
 #include <QTest>
 
@@ -106,6 +107,7 @@ private Q_SLOTS:
     void failedSaveIsRolledBack_data();
     void failedSaveIsRolledBack();
 
+    void saveThatCannotBeCommittedFails();
     void creatingFromANullHandleFails();
     void creatingInsertsARecord();
     void creatingOverAnExistingRowKeepsFavouriteTimeAndName();
@@ -127,7 +129,9 @@ private Q_SLOTS:
     void saveOfTheActiveMoodsetIsAnnounced();
     void saveOfAnotherMoodsetIsNotAnnounced();
     void failedSaveIsNotAnnounced();
-    void activeMoodsetFollowsTheSourceKey();
+    void saveAnnouncesTheMoodsetThatTheSourceHasJustNamed();
+    void saveIsNotAnnouncedOnceTheSourceNamesNoMoodset();
+    void activeMoodsetIsAnnouncedUnderANewId();
 };
 
 void MoodsetManagerTest::handlesMoodsets()
@@ -459,6 +463,29 @@ void MoodsetManagerTest::failedSaveIsRolledBack()
     QVERIFY(!MoodsetLibrary::isInTransaction());
 }
 
+void MoodsetManagerTest::saveThatCannotBeCommittedFails()
+{
+    MessageLog log;
+    MoodsetLibrary library;
+    const qint64 id = library.addStoredMoodset();
+    writeSource(library.folder().path(MoodsetLibrary::fileName()));
+    library.makeManager();
+    const QStringList former = library.moodset(id);
+    const ActiveMoodsetRecord announced(library.manager());
+    const QStringList statements =
+        refuseCommit(QStringLiteral("UPDATE"), QStringLiteral("moodset"));
+    for (const QString& statement : statements) {
+        MoodsetLibrary::exec(statement);
+    }
+
+    QVERIFY(!library.manager().save(id, edit("ringerVolume", 1)));
+
+    QCOMPARE(log.takeWarnings(), QStringList(refusedCommitWarning(SaveFunction)));
+    QCOMPARE(library.moodset(id), former);
+    QCOMPARE(announced.moodsets.size(), 0);
+    QVERIFY(!MoodsetLibrary::isInTransaction());
+}
+
 void MoodsetManagerTest::creatingFromANullHandleFails()
 {
     MessageLog log;
@@ -781,21 +808,56 @@ void MoodsetManagerTest::failedSaveIsNotAnnounced()
     QCOMPARE(announced.moodsets.size(), 0);
 }
 
-void MoodsetManagerTest::activeMoodsetFollowsTheSourceKey()
+/// Before the event loop has told of the change.
+void MoodsetManagerTest::saveAnnouncesTheMoodsetThatTheSourceHasJustNamed()
 {
     MessageLog log;
     MoodsetLibrary library;
     const qint64 id = library.addStoredMoodset();
+    library.makeManager();
     const ActiveMoodsetRecord announced(library.manager());
-    QVERIFY(library.manager().save(id, edit("ringerVolume", 1)));
-    QCOMPARE(announced.moodsets.size(), 0);
 
     writeSource(library.folder().path(MoodsetLibrary::fileName()));
+    QVERIFY(library.manager().save(id, edit("ringerVolume", 2)));
 
-    // The key's news comes through the event loop.
-    QTRY_VERIFY(
-        (library.manager().save(id, edit("ringerVolume", 2)), announced.moodsets.size() > 0));
+    QCOMPARE(announced.moodsets.size(), 1);
     QCOMPARE(announced.moodsets.constFirst()->ringerVolume, 2);
+}
+
+/// Before the event loop has told of the change.
+void MoodsetManagerTest::saveIsNotAnnouncedOnceTheSourceNamesNoMoodset()
+{
+    MessageLog log;
+    MoodsetLibrary library;
+    const qint64 id = library.addStoredMoodset();
+    writeSource(library.folder().path(MoodsetLibrary::fileName()));
+    library.makeManager();
+    const ActiveMoodsetRecord announced(library.manager());
+
+    writeSource(QString());
+    QVERIFY(library.manager().save(id, edit("ringerVolume", 2)));
+
+    QCOMPARE(announced.moodsets.size(), 0);
+}
+
+/// As when the database is made again.
+void MoodsetManagerTest::activeMoodsetIsAnnouncedUnderANewId()
+{
+    MessageLog log;
+    MoodsetLibrary library;
+    const qint64 former = library.addStoredMoodset();
+    writeSource(library.folder().path(MoodsetLibrary::fileName()));
+    library.makeManager();
+    const ActiveMoodsetRecord announced(library.manager());
+
+    MoodsetLibrary::exec(QStringLiteral("DELETE FROM file WHERE id = ?;"), {former});
+    library.addStoredMoodset(QStringLiteral("other.moodset"));
+    const qint64 id = library.addStoredMoodset();
+    QVERIFY(id != former);
+    QVERIFY(library.manager().save(id, edit("ringerVolume", 2)));
+
+    QCOMPARE(announced.moodsets.size(), 1);
+    QCOMPARE(announced.moodsets.constFirst()->id, id);
 }
 
 QTEST_GUILESS_MAIN(MoodsetManagerTest)

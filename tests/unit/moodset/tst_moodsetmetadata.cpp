@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "announcements.h"
+#include "content/moodsetcontent.h"
 #include "dconfcommand.h"
 #include "messagelog.h"
 #include "mgconfitem.h"
 #include "moodset/moodsetmanager.h"
 #include "moodsetlibrary.h"
+#include "refusedcommit.h"
+#include "toolargewarning.h"
 #include "translationcatalog.h"
 
+#include <QFile>
 #include <QTest>
 
 namespace {
@@ -66,6 +71,42 @@ private Q_SLOTS:
 
         QCOMPARE(announced.moodsets.size(), 0);
         QVERIFY(!MoodsetLibrary::isInTransaction());
+    }
+
+    void parsedMoodsetsAreAnnouncedOnce()
+    {
+        MessageLog log;
+        MoodsetLibrary library;
+        library.addMoodsetFile(plain());
+        library.addMoodsetFile(plain(), name(1));
+        const Announcements announcements;
+
+        QVERIFY(!library.manager().updateMetaData());
+
+        QCOMPARE(Announcements::take(), QVector<int>{MoodsetContent::Moodset});
+    }
+
+    void rejectedMoodsetsAreAnnounced()
+    {
+        MessageLog log;
+        MoodsetLibrary library;
+        library.addMoodsetFile("{}");
+        const Announcements announcements;
+
+        QVERIFY(!library.manager().updateMetaData());
+
+        QCOMPARE(Announcements::take(), QVector<int>{MoodsetContent::Moodset});
+    }
+
+    void nothingParsedIsNotAnnounced()
+    {
+        MessageLog log;
+        MoodsetLibrary library;
+        const Announcements announcements;
+
+        QVERIFY(!library.manager().updateMetaData());
+
+        QCOMPARE(Announcements::take(), QVector<int>());
     }
 
     void fullBatchAsksForMore_data()
@@ -218,12 +259,67 @@ private Q_SLOTS:
         QCOMPARE(library.column(id, QStringLiteral("ringerVolume")).toInt(), 5);
     }
 
-    void fileThatCannotBeOpenedChangesNothing()
+    void fileThatIsTooLargeLosesItsRowWithOneWarning()
     {
         MessageLog log;
         MoodsetLibrary library;
         const qint64 id = library.addStoredMoodset();
+        library.rewrite(id, with("'displayName': 'Sea'"));
+        const QString path = library.folder().path(MoodsetLibrary::fileName());
+        QVERIFY(QFile::resize(path, 16 * 1024 * 1024 + 1));
+
+        QVERIFY(!library.manager().updateMetaData());
+
+        QCOMPARE(log.takeWarnings(), QStringList(tooLargeWarning(path)));
+        QCOMPARE(library.moodset(id), QStringList());
+        QCOMPARE(library.pendingFiles(), 0);
+    }
+
+    // What they hold is in memory until it is written.
+    void batchEndsWithTheBytesOfOneLargestFile()
+    {
+        MessageLog log;
+        MoodsetLibrary library;
+        const QByteArray third(6 * 1024 * 1024, 'a');
+        QList<qint64> ids;
+        for (const auto& name :
+             {QStringLiteral("a.moodset"), QStringLiteral("b.moodset"), QStringLiteral("c.moodset"),
+              QStringLiteral("d.moodset")}) {
+            ids.append(library.addStoredMoodset(name));
+            library.rewrite(ids.constLast(), with("'displayName': '" + third + "'"), name);
+        }
+
+        QVERIFY(library.manager().updateMetaData());
+        QCOMPARE(library.pendingFiles(), 1);
+        QVERIFY(!library.manager().updateMetaData());
+
+        QCOMPARE(library.pendingFiles(), 0);
+        for (const qint64 id : qAsConst(ids)) {
+            QCOMPARE(library.moodset(id).constLast().size(), third.size());
+            QCOMPARE(library.column(id, QStringLiteral("ringerVolume")).toInt(), 33);
+        }
+    }
+
+    void fileThatCannotBeOpenedChangesNothing_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("missing") << QString();
+        QTest::newRow("link to a FIFO") << QStringLiteral("fifo");
+        QTest::newRow("link to a device") << QStringLiteral("/dev/zero");
+        QTest::newRow("link to a directory") << QStringLiteral("images");
+    }
+
+    void fileThatCannotBeOpenedChangesNothing()
+    {
+        QFETCH(QString, target);
+        MessageLog log;
+        MoodsetLibrary library;
+        const qint64 id = library.addStoredMoodset();
         const QStringList former = library.moodset(id);
+        library.folder().makeFifo(QStringLiteral("fifo"));
+        if (!target.isEmpty()) {
+            library.folder().makeLink(MoodsetLibrary::fileName(), target);
+        }
         MoodsetLibrary::exec(QStringLiteral("UPDATE file SET metadataCurrent = 0;"));
 
         QVERIFY(!library.manager().updateMetaData());
@@ -452,6 +548,29 @@ private Q_SLOTS:
             1);
     }
 
+    void batchThatCannotBeCommittedIsTriedAgain()
+    {
+        MessageLog log;
+        MoodsetLibrary library;
+        const qint64 id = library.addMoodsetFile(plain());
+        const QStringList statements =
+            refuseCommit(QStringLiteral("INSERT"), QStringLiteral("moodset"));
+        for (const QString& statement : statements) {
+            MoodsetLibrary::exec(statement);
+        }
+
+        QVERIFY(!library.manager().updateMetaData());
+        QCOMPARE(log.takeWarnings(), QStringList(refusedCommitWarning(UpdateFunction)));
+        QVERIFY(!MoodsetLibrary::isInTransaction());
+        QCOMPARE(library.pendingFiles(), 1);
+        QCOMPARE(library.moodset(id), QStringList());
+
+        MoodsetLibrary::exec(allowCommit());
+        QVERIFY(!library.manager().updateMetaData());
+        QCOMPARE(library.pendingFiles(), 0);
+        QVERIFY(!library.moodset(id).isEmpty());
+    }
+
     void activeMoodsetIsAnnouncedOnceItIsWritten()
     {
         MessageLog log;
@@ -473,6 +592,39 @@ private Q_SLOTS:
         QCOMPARE(announced.moodsets.constFirst()->id, id);
         QCOMPARE(announced.moodsets.constFirst()->displayName, QStringLiteral("Sea"));
         QCOMPARE(pendingThen, 0);
+    }
+
+    /// Before the event loop has told of the change.
+    void moodsetThatTheSourceHasJustNamedIsAnnounced()
+    {
+        MessageLog log;
+        MoodsetLibrary library;
+        const qint64 id = library.addMoodsetFile(plain());
+        library.makeManager();
+        const ActiveMoodsetRecord announced(library.manager());
+
+        writeSource(library.folder().path(MoodsetLibrary::fileName()));
+        QVERIFY(!library.manager().updateMetaData());
+
+        QCOMPARE(announced.moodsets.size(), 1);
+        QCOMPARE(announced.moodsets.constFirst()->id, id);
+    }
+
+    /// Before the event loop has told of the change.
+    void nothingIsAnnouncedOnceTheSourceNamesNoMoodset()
+    {
+        MessageLog log;
+        MoodsetLibrary library;
+        const qint64 id = library.addStoredMoodset();
+        writeSource(library.folder().path(MoodsetLibrary::fileName()));
+        library.makeManager();
+        library.rewrite(id, plain());
+        const ActiveMoodsetRecord announced(library.manager());
+
+        writeSource(QString());
+        QVERIFY(!library.manager().updateMetaData());
+
+        QCOMPARE(announced.moodsets.size(), 0);
     }
 
     void rejectedActiveMoodsetIsNotAnnounced()

@@ -10,10 +10,10 @@
 
 namespace {
 
-const QString sourceKey = QStringLiteral("/desktop/tuvalo/background/portrait/picture_filename");
-const QString applicationKey =
+const QString SourceKey = QStringLiteral("/desktop/tuvalo/background/portrait/picture_filename");
+const QString ApplicationKey =
     QStringLiteral("/desktop/zavro/background/portrait/app_picture_filename");
-const QString homeKey = QStringLiteral("/desktop/zavro/background/portrait/home_picture_filename");
+const QString HomeKey = QStringLiteral("/desktop/zavro/background/portrait/home_picture_filename");
 
 // A change of another process, after all of this one's.
 void writeFromOutside(const QString& key, const char* value)
@@ -55,7 +55,7 @@ private Q_SLOTS:
         settings.setSource(url);
 
         QCOMPARE(settings.source(), url);
-        QCOMPARE(MGConfItem(sourceKey).value(), QVariant(QStringLiteral("/home/u/a #b.moodset")));
+        QCOMPARE(MGConfItem(SourceKey).value(), QVariant(QStringLiteral("/home/u/a #b.moodset")));
     }
 
     void sourceThatIsNotLocalIsStoredAsAnEmptyText_data()
@@ -74,7 +74,7 @@ private Q_SLOTS:
 
         settings.setSource(url);
 
-        QCOMPARE(MGConfItem(sourceKey).value(), QVariant(QString()));
+        QCOMPARE(MGConfItem(SourceKey).value(), QVariant(QString()));
         QCOMPARE(settings.source(), QUrl());
     }
 
@@ -85,8 +85,8 @@ private Q_SLOTS:
         settings.setApplicationImagePath(QStringLiteral("not/a path"));
         settings.setHomeImagePath(QStringLiteral("/home/ü.jpg"));
 
-        QCOMPARE(MGConfItem(applicationKey).value(), QVariant(QStringLiteral("not/a path")));
-        QCOMPARE(MGConfItem(homeKey).value(), QVariant(QStringLiteral("/home/ü.jpg")));
+        QCOMPARE(MGConfItem(ApplicationKey).value(), QVariant(QStringLiteral("not/a path")));
+        QCOMPARE(MGConfItem(HomeKey).value(), QVariant(QStringLiteral("/home/ü.jpg")));
         QCOMPARE(settings.applicationImagePath(), QStringLiteral("not/a path"));
         QCOMPARE(settings.homeImagePath(), QStringLiteral("/home/ü.jpg"));
     }
@@ -95,8 +95,8 @@ private Q_SLOTS:
     {
         const MoodsetSettings settings;
 
-        writeFromOutside(applicationKey, "5");
-        writeFromOutside(homeKey, "true");
+        writeFromOutside(ApplicationKey, "5");
+        writeFromOutside(HomeKey, "true");
 
         QCOMPARE(settings.applicationImagePath(), QStringLiteral("5"));
         QCOMPARE(settings.homeImagePath(), QStringLiteral("true"));
@@ -106,9 +106,9 @@ private Q_SLOTS:
     {
         const MoodsetSettings settings;
 
-        writeFromOutside(sourceKey, "{'a': <1>}");
-        writeFromOutside(applicationKey, "[1, 2]");
-        writeFromOutside(homeKey, "['a', 'b']");
+        writeFromOutside(SourceKey, "{'a': <1>}");
+        writeFromOutside(ApplicationKey, "[1, 2]");
+        writeFromOutside(HomeKey, "['a', 'b']");
 
         QCOMPARE(settings.source(), QUrl());
         QCOMPARE(settings.applicationImagePath(), QString());
@@ -121,9 +121,9 @@ private Q_SLOTS:
         QTest::addColumn<int>("sources");
         QTest::addColumn<int>("applicationImages");
         QTest::addColumn<int>("homeImages");
-        QTest::newRow("source") << sourceKey << 1 << 0 << 0;
-        QTest::newRow("application") << applicationKey << 0 << 1 << 0;
-        QTest::newRow("home") << homeKey << 0 << 0 << 1;
+        QTest::newRow("source") << SourceKey << 1 << 0 << 0;
+        QTest::newRow("application") << ApplicationKey << 0 << 1 << 0;
+        QTest::newRow("home") << HomeKey << 0 << 0 << 1;
     }
 
     void eachKeyHasItsSignal()
@@ -167,7 +167,7 @@ private Q_SLOTS:
         const MoodsetSettings settings;
         const QSignalSpy sourceSpy(&settings, &MoodsetSettings::sourceChanged);
 
-        MGConfItem(sourceKey).set(QStringLiteral("/a"));
+        MGConfItem(SourceKey).set(QStringLiteral("/a"));
         QCOMPARE(sourceSpy.count(), 0);
 
         QTRY_COMPARE(sourceSpy.count(), 1);

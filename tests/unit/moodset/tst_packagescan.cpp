@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // InstallManager's scan of packages.
 #include "installfixture.h"
+#include "leftoutnames.h"
 #include "messagelog.h"
+#include "refusedcommit.h"
 
 #include <QFileInfo>
 #include <QTest>
@@ -26,9 +28,9 @@ struct Package : InstallLibrary
     {
         return manager.install(folder.path(), dorselId, force);
     }
-    [[nodiscard]] QStringList fileNames() const { return database.fileNames(folder.path()); }
+    QStringList fileNames() const { return database.fileNames(folder.path()); }
     /// File names and cover ids, in the order of the names.
-    [[nodiscard]] QStringList dorselIds() const
+    QStringList dorselIds() const
     {
         QStringList ids;
         const LibraryDatabase::Rows rows =
@@ -192,12 +194,14 @@ private Q_SLOTS:
         MessageLog log;
         Package package;
         package.folder.write(name("a.moodset"));
+        package.folder.write(name("b.moodset"));
         package.install();
+        QCOMPARE(package.fileNames(), QStringList({name("a.moodset"), name("b.moodset")}));
         package.folder.remove(name("a.moodset"));
 
         package.files.readEvents();
 
-        QCOMPARE(package.fileNames(), QStringList());
+        QCOMPARE(package.fileNames(), QStringList{name("b.moodset")});
     }
 
     void rowThatStandsWhenTheFilesRunOutIsLeft()
@@ -363,6 +367,64 @@ private Q_SLOTS:
             log.takeWarnings(), queryWarnings(ScanPackage, message, refusedError(), statement));
         QVERIFY(!package.database.isInTransaction());
         QCOMPARE(package.fileNames(), QStringList({name("a.moodset"), name("b.moodset")}));
+    }
+
+    void namesThatNoRowCanHoldAreLeftOutWithAWarning()
+    {
+        MessageLog log;
+        Package package;
+        const QString marked = QChar(QChar::ByteOrderMark) + name("a.moodset");
+        package.folder.write(name("a.moodset"));
+        package.folder.write(marked);
+        package.folder.write(QChar(QChar::ByteOrderMark) + name("notes.txt"));
+        package.folder.writeRawName("latin\xe4.index");
+        package.folder.writeRawName("latin\xe4.txt");
+        package.folder.makeRawDirectory("latin\xe4.moodset");
+
+        // The id of a cover must not go to the file that a name would pass for.
+        QVERIFY(package.install(name("7")));
+
+        QCOMPARE(
+            log.takeWarnings(),
+            QStringList(
+                {unstorableWarning(ScanPackage, package.folder.path(marked)),
+                 undecodableWarning(ScanPackage, package.folder.rawPath("latin\xe4.index"))}));
+        QCOMPARE(package.fileNames(), QStringList{name("a.moodset")});
+        QCOMPARE(package.dorselIds(), QStringList{name("a.moodset 7")});
+    }
+
+    void packageThatTheDatabaseWouldChangeIsNotInstalled()
+    {
+        MessageLog log;
+        Package package;
+        const QString path = package.folder.path(name("package\xef\xbf\xbf"));
+        package.folder.makeDirectory(name("package\xef\xbf\xbf"));
+
+        QVERIFY(!package.manager.install(path, QString(), true));
+
+        QCOMPARE(
+            log.takeWarnings(),
+            QStringList(unstorableWarning(
+                name("qint64 FileManager::appendDirectory(const QString&, "
+                     "FileManager::DirectoryScope, bool)"),
+                path)));
+    }
+
+    void failedCommitIsReportedAndLeavesTheRows()
+    {
+        MessageLog log;
+        Package package;
+        package.folder.write(name("a.moodset"));
+        package.install();
+        package.folder.write(name("b.moodset"));
+        package.database.exec(refuseCommit(name("INSERT"), name("file")));
+
+        QVERIFY(!package.install(name("8")));
+
+        QCOMPARE(log.takeWarnings(), QStringList(refusedCommitWarning(ScanPackage)));
+        QVERIFY(!package.database.isInTransaction());
+        QCOMPARE(package.fileNames(), QStringList{name("a.moodset")});
+        QCOMPARE(package.dorselIds(), QStringList());
     }
 
     void failedWriteOfACoverIdIsReportedAndRolledBack_data()

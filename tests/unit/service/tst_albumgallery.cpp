@@ -3,6 +3,7 @@
 
 #include "content/dbmanager.h"
 #include "daemonprocess.h"
+#include "leftoutnames.h"
 #include "librarydatabase.h"
 #include "messagelog.h"
 #include "recordingmanager.h"
@@ -44,6 +45,13 @@ QVector<int> types(const QSignalSpy& announcements)
 }
 
 } // namespace
+
+/// A manager with changes to announce.
+class AnnouncingManager : public ContentManager
+{
+public:
+    using ContentManager::notifyContentChanged;
+};
 
 /// What a client on the bus hears.
 class Listener : public QObject
@@ -123,6 +131,17 @@ private Q_SLOTS:
         QTRY_VERIFY(!changeTimer().isActive());
 
         QCOMPARE(types(announcements), QVector<int>({0, 2}));
+    }
+
+    void changesThatManagersTellOfAreAnnounced()
+    {
+        MessageLog log;
+        QSignalSpy announcements(m_gallery.get(), &AlbumGallery::contentChanged);
+
+        AnnouncingManager::notifyContentChanged(2);
+        QTRY_VERIFY(!changeTimer().isActive());
+
+        QCOMPARE(types(announcements), QVector<int>({2}));
     }
 
     void typesAreAnnouncedInAscendingOrder()
@@ -350,6 +369,28 @@ private Q_SLOTS:
         settle();
     }
 
+    void urlOfANameThatIsNotUtf8IsReported()
+    {
+        MessageLog log;
+        const QTemporaryDir folder;
+        // What a text makes of the name.
+        QFile file(folder.filePath(QStringLiteral("\ufffd.txt")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+
+        m_gallery->indexFile(
+            QStringLiteral("file://") + folder.path() + QStringLiteral("/%FF.txt"));
+
+        QCOMPARE(
+            log.takeWarnings(),
+            QStringList(undecodableWarning(
+                QStringLiteral("void AlbumGallery::indexFile(const QString&)"),
+                QFile::encodeName(folder.path()) + "/\xff.txt")));
+        QCOMPARE(
+            LibraryDatabase().value(
+                QStringLiteral("SELECT count(*) FROM directory WHERE path = ?"), {folder.path()}),
+            QVariant(0));
+    }
+
     void otherUrlIsNotRegistered_data()
     {
         QTest::addColumn<QString>("prefix");
@@ -357,6 +398,8 @@ private Q_SLOTS:
         QTest::newRow("no scheme") << QString();
         QTest::newRow("resource") << QStringLiteral("qrc:");
         QTest::newRow("invalid") << QStringLiteral("http://[");
+        QTest::newRow("too long") << QStringLiteral("file://")
+                + QStringLiteral("/.").repeated(32 * 1024);
     }
 
     void otherUrlIsNotRegistered()
@@ -405,6 +448,32 @@ private Q_SLOTS:
             QStringList(
                 {beginning + QStringLiteral("\"%1\"").arg(url),
                  beginning + QStringLiteral("Invalid URL:  \"%1\"").arg(url)}));
+    }
+
+    void tooLongUrlIsWarnedOfByItsLength_data()
+    {
+        QTest::addColumn<QString>("method");
+        QTest::newRow("setMoodset") << QStringLiteral("setMoodset");
+        QTest::newRow("createMoodset") << QStringLiteral("createMoodset");
+    }
+
+    void tooLongUrlIsWarnedOfByItsLength()
+    {
+        QFETCH(QString, method);
+        MessageLog log;
+        const QString prefix = QStringLiteral("file:///missing/");
+        const QString url = prefix + QString(64 * 1024 + 1 - prefix.size(), QLatin1Char('a'));
+
+        const QDBusMessage reply = call(method, {url});
+
+        QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(
+            log.takeMessages(),
+            QStringList(QStringLiteral("void AlbumGallery::%1(const QString&) Invalid URL:  65537")
+                            .arg(method)));
+        // One that is a character shorter is a URL.
+        call(method, {url.chopped(1)});
+        QCOMPARE(log.takeWarnings(), QStringList());
     }
 
     void nothingOfTheServiceObjectItselfIsOnTheBus()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "service/attributes.h"
 
+#include "messagelog.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -267,6 +269,69 @@ private Q_SLOTS:
         const QVariant value = m_receiver.attributes.value(QStringLiteral("key"));
         QCOMPARE(value.userType(), variantType());
         QCOMPARE(value.value<QDBusVariant>().variant(), QVariant(7));
+    }
+
+    void attributeThatIsTooLargeIsLeftOutWithAWarning_data()
+    {
+        QTest::addColumn<QVariant>("fitting");
+        QTest::addColumn<QVariant>("tooLarge");
+        // With the key and 1 for each value, 64 KiB.
+        constexpr int most = 64 * 1024 - 4;
+        const QString longest(most, QLatin1Char('a'));
+        const QString longer(most + 1, QLatin1Char('a'));
+        const auto nested = [](const QString& value) {
+            return dictionary(
+                QMetaType::QString, variantType(),
+                {{text("a"),
+                  variant(
+                      dictionary(QMetaType::QString, QMetaType::QString, {{text("b"), value}}))}});
+        };
+        QTest::newRow("s") << QVariant(longest) << QVariant(longer);
+        QTest::newRow("ay") << QVariant(longest.toUtf8()) << QVariant(longer.toUtf8());
+        QTest::newRow("as") << QVariant(QStringList(longest.left(most - 1)))
+                            << QVariant(QStringList(longest));
+        QStringList empty;
+        for (int i = 0; i < most; ++i) {
+            empty.append(QString());
+        }
+        QTest::newRow("as of empty texts") << QVariant(empty) << QVariant(empty << QString());
+        QTest::newRow("a{sv}") << nested(longest.left(most - 4)) << nested(longest.left(most - 3));
+        QTest::newRow("v in a variant")
+            << variant(longest.left(most - 1)) << variant(QVariant(longest));
+    }
+
+    void attributeThatIsTooLargeIsLeftOutWithAWarning()
+    {
+        QFETCH(QVariant, fitting);
+        QFETCH(QVariant, tooLarge);
+        MessageLog log;
+
+        send(
+            {{QStringLiteral("fit"), fitting},
+             {QStringLiteral("big"), tooLarge},
+             {QStringLiteral("next"), 1}});
+
+        QCOMPARE(
+            log.takeWarnings(),
+            QStringList(QStringLiteral("QVariantMap plainAttributes(const QVariantMap&) "
+                                       "Attribute too large \"big\" 65537")));
+        QCOMPARE(
+            m_receiver.attributes.keys(),
+            QStringList({QStringLiteral("fit"), QStringLiteral("next")}));
+    }
+
+    void attributeWithALongKeyIsLeftOutWithAWarning()
+    {
+        MessageLog log;
+
+        send({{QString(64 * 1024, QLatin1Char('k')), 1}, {QStringLiteral("next"), 1}});
+
+        QCOMPARE(
+            log.takeWarnings(),
+            QStringList(QStringLiteral("QVariantMap plainAttributes(const QVariantMap&) "
+                                       "Attribute too large \"%1\" 65537")
+                            .arg(QString(32, QLatin1Char('k')))));
+        QCOMPARE(m_receiver.attributes.keys(), QStringList(QStringLiteral("next")));
     }
 
     void noAttributesAreAnEmptyMap()

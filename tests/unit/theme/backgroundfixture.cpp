@@ -3,8 +3,8 @@
 
 #include "dconfcommand.h"
 #include "exifbuilder.h"
+#include "notingbackgroundimage.h"
 #include "paintedpicture.h"
-#include "theme/systembackgroundimage.h"
 #include "themekeys.h"
 
 #include <QBuffer>
@@ -50,7 +50,7 @@ Moodset BackgroundFixture::recordOf(const QString& path)
 
 Moodset BackgroundFixture::build(const Moodset& moodset, bool wasValid)
 {
-    return SystemBackgroundImage().buildBackgroundImages(moodset, QImage(), Screen, Rect, wasValid);
+    return NotingBackgroundImage().buildBackgroundImages(moodset, QImage(), Screen, Rect, wasValid);
 }
 
 QString BackgroundFixture::outputDirectory()

@@ -28,8 +28,8 @@ public:
     Moodset writeMoodset(const QByteArray& content, int version);
 
     /// The picture that writeMoodset() has written.
-    [[nodiscard]] QImage wallpaper() const { return m_wallpaper; }
-    [[nodiscard]] QString wallpaperPath() const;
+    QImage wallpaper() const { return m_wallpaper; }
+    QString wallpaperPath() const;
 
     /// A record that knows no more than its file.
     static Moodset recordOf(const QString& path);

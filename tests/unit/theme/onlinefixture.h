@@ -23,11 +23,11 @@ struct OnlineFixture : ThemeFixture
     void download(const QString& place);
 
     /// The names in the pictures folder.
-    [[nodiscard]] QStringList savedPictures() const;
+    QStringList savedPictures() const;
     /// The URL that the library has for a saved picture.
-    [[nodiscard]] QString origin(const QString& picture) const;
-    /// What takeKeys() gives when a saved picture has come into force.
-    [[nodiscard]] QStringList keysOfDownload(const QString& picture) const;
+    QString origin(const QString& picture) const;
+    /// What takeKeys() gives when a saved picture was applied.
+    QStringList keysOfDownload(const QString& picture) const;
 
     HttpServer server;
     /// Where the server's picture is.

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "themefixture.h"
 
-#include "content/contentmanager.h"
-#include "content/moodsetcontent.h"
 #include "daemonprocess.h"
 #include "dconfcommand.h"
 #include "failunless.h"
 #include "mgconfitem.h"
+#include "moodset/managerfactory.h"
 #include "moodsetlibrary.h"
 #include "picturefile.h"
 #include "storetrace.h"
@@ -24,6 +23,7 @@ const QLatin1String ProfileRoot("/com/zavro/profile/");
 /// The path of the database, which is made with the first manager.
 QString databasePath()
 {
+    ContentManager::setFactory(makeManager);
     ThemeFixture::moodsets();
     return LibraryDatabase::standardPath();
 }
@@ -124,7 +124,7 @@ QStringList ThemeFixture::keysOf(const QString& path, const QString& request) co
 
 QStringList ThemeFixture::partnerSpaceKeys(const QString& path)
 {
-    return {ThemeKeys::written(ThemeKeys::partnerSpace, path), QStringLiteral("sync")};
+    return {ThemeKeys::written(ThemeKeys::PartnerSpace, path), QStringLiteral("sync")};
 }
 
 QString ThemeFixture::wallpaper(const QString& source, const QString& suffix)
@@ -135,5 +135,5 @@ QString ThemeFixture::wallpaper(const QString& source, const QString& suffix)
 
 MoodsetManager& ThemeFixture::moodsets()
 {
-    return *static_cast<MoodsetManager*>(ContentManager::managerFromType(MoodsetContent::Moodset));
+    return *MoodsetManager::fromRegistry();
 }

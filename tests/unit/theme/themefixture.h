@@ -37,7 +37,7 @@ public:
     QString addMoodset(
         const QByteArray& content, const QString& name = QStringLiteral("a.moodset"));
     /// A path in the pictures folder.
-    [[nodiscard]] QString onlinePicture(const QString& name) const;
+    QString onlinePicture(const QString& name) const;
 
     /// Asks for a moodset, as setMoodset and createMoodset do.
     void set(const QString& path) { set(QUrl::fromLocalFile(path)); }
@@ -54,17 +54,17 @@ public:
     /// The values of profiles that were written since the last time: "general/key='text'". Takes
     /// what takeKeys() would give.
     static QStringList takeProfileValues();
-    /// The eight keys of a moodset that has come into force, and then the sync, as takeKeys() gives
+    /// The eight keys of a moodset that was applied, and then the sync, as takeKeys() gives
     /// them, after the row that it has now. `request` is what the first key is to hold.
-    [[nodiscard]] QStringList keysOf(const QString& path, const QString& request) const;
-    [[nodiscard]] QStringList keysOf(const QString& path) const { return keysOf(path, path); }
+    QStringList keysOf(const QString& path, const QString& request) const;
+    QStringList keysOf(const QString& path) const { return keysOf(path, path); }
     /// The write and the sync of the partner space.
     static QStringList partnerSpaceKeys(const QString& path = QString());
 
     /// The id of a file's row; 0 if it has none.
-    [[nodiscard]] qint64 fileId(const QString& path) const { return library.fileId(path); }
+    qint64 fileId(const QString& path) const { return library.fileId(path); }
     /// Columns of the moodset of a file, as texts; empty if it has none.
-    [[nodiscard]] QStringList moodsetRow(const QString& path, const QString& columns) const
+    QStringList moodsetRow(const QString& path, const QString& columns) const
     {
         return library.moodset(path, columns);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "theme/backgroundpicture.h"
 
+#include "byteorder.h"
+#include "encodedpicture.h"
 #include "exifbuilder.h"
 #include "messagelog.h"
 #include "paintedpicture.h"
@@ -9,7 +11,12 @@
 #include <QPainter>
 #include <QTest>
 
+#include <limits>
+
 namespace {
+
+constexpr int Least = std::numeric_limits<int>::min();
+constexpr int Most = std::numeric_limits<int>::max();
 
 constexpr int Upright = 1;
 constexpr int OnItsSide = 6;
@@ -20,6 +27,20 @@ QString writeOriented(TestFolder* folder, const QImage& picture, int orientation
     const QString name = QStringLiteral("picture");
     folder->write(name, pngWithExif(picture, exifBlock({}, orientation)));
     return folder->path(name);
+}
+
+/// A TIFF picture of one pixel that claims to be as large as an int can tell.
+QByteArray largestTiff()
+{
+    QByteArray bytes = tiffWithExif(ExifBuilder());
+    // The width, the height, and the rows of a strip, of which there is one.
+    for (const quint16 tag : {quint16(0x0100), quint16(0x0101), quint16(0x0116)}) {
+        const auto entry = [tag](quint16 type, int side) {
+            return littleEndian(tag) + littleEndian(type) + littleEndian(1) + littleEndian(side);
+        };
+        bytes.replace(entry(ExifBuilder::Short, 1), entry(ExifBuilder::Long, Most));
+    }
+    return bytes;
 }
 
 /// What a reader makes of a part of a picture.
@@ -277,6 +298,105 @@ private Q_SLOTS:
         QCOMPARE(image.size(), QSize(270, 480));
         const QImage cut = cutAndScaled(picture, part, QSize(480, 270));
         QVERIFY(asRgb(image) == asRgb(cut.transformed(QTransform().rotate(90))));
+    }
+
+    void rowsFromTopToBottomMakeNoDifference_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QRect>("part");
+        QTest::newRow("wide") << QSize(100, 60) << QRect(20, 0, 60, 60);
+        QTest::newRow("tall") << QSize(60, 100) << QRect(0, 20, 60, 60);
+    }
+
+    void rowsFromTopToBottomMakeNoDifference()
+    {
+        QFETCH(QSize, size);
+        QFETCH(QRect, part);
+        const MessageLog log;
+        TestFolder folder;
+        const QImage picture = noisePicture(size);
+        folder.write(QStringLiteral("a.bmp"), topDownBmp(picture));
+        const QString path = folder.path(QStringLiteral("a.bmp"));
+
+        QCOMPARE(
+            asRgb(loadBackgroundImage(path, QSize(54, 96))),
+            asRgb(cutAndScaled(picture, part, QSize(96, 96))));
+    }
+
+    void squareNeedsOneSideOfTheScreen_data()
+    {
+        QTest::addColumn<QSize>("screen");
+        QTest::newRow("no width") << QSize(0, 96);
+        QTest::newRow("no height") << QSize(96, 0);
+        QTest::newRow("negative width") << QSize(-96, 96);
+        QTest::newRow("least height") << QSize(96, Least);
+    }
+
+    void squareNeedsOneSideOfTheScreen()
+    {
+        QFETCH(QSize, screen);
+        const MessageLog log;
+        TestFolder folder;
+        const QString path = writeOriented(&folder, quadrantPicture(QSize(40, 40)), Upright);
+
+        QCOMPARE(loadBackgroundImage(path, screen).size(), QSize(96, 96));
+        QVERIFY(loadLegacyBackgroundImage(path, screen).isNull());
+    }
+
+    void screenThatThereCannotBeGivesNone_data()
+    {
+        QTest::addColumn<QSize>("screen");
+        QTest::newRow("nothing") << QSize(0, 0);
+        QTest::newRow("negative") << QSize(-540, -960);
+        QTest::newRow("least") << QSize(Least, Least);
+        QTest::newRow("most") << QSize(Most, Most);
+        QTest::newRow("most in width") << QSize(Most, 960);
+        QTest::newRow("most in height") << QSize(540, Most);
+        QTest::newRow("larger than any") << QSize(1, 8193);
+    }
+
+    void screenThatThereCannotBeGivesNone()
+    {
+        QFETCH(QSize, screen);
+        const MessageLog log;
+        TestFolder folder;
+        const QString path = writeOriented(&folder, quadrantPicture(QSize(40, 40)), Upright);
+
+        QVERIFY(loadBackgroundImage(path, screen).isNull());
+        QVERIFY(loadLegacyBackgroundImage(path, screen).isNull());
+    }
+
+    void largestScreenHasWallpapers()
+    {
+        const MessageLog log;
+        TestFolder folder;
+        const QString path = writeOriented(&folder, quadrantPicture(QSize(40, 40)), Upright);
+
+        QCOMPARE(loadBackgroundImage(path, QSize(1, 8192)).size(), QSize(8192, 8192));
+        QCOMPARE(loadLegacyBackgroundImage(path, QSize(8192, 40)).size(), QSize(8192, 40));
+    }
+
+    void pictureThatClaimsTheLargestSizeGivesNone_data()
+    {
+        QTest::addColumn<QSize>("screen");
+        QTest::newRow("phone") << QSize(540, 960);
+        QTest::newRow("a pixel") << QSize(1, 1);
+        QTest::newRow("a row") << QSize(8192, 1);
+        QTest::newRow("a column") << QSize(1, 8192);
+    }
+
+    void pictureThatClaimsTheLargestSizeGivesNone()
+    {
+        QFETCH(QSize, screen);
+        MessageLog log;
+        TestFolder folder;
+        folder.write(QStringLiteral("a"), largestTiff());
+        const QString path = folder.path(QStringLiteral("a"));
+
+        QVERIFY(loadLegacyBackgroundImage(path, screen).isNull());
+        QVERIFY(loadBackgroundImage(path, screen).isNull());
+        // What the decoder says is not ours to choose.
+        log.takeMessages();
     }
 
     void wholeImageIsNeitherCutNorTurned()

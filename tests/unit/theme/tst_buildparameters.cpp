@@ -4,8 +4,8 @@
 #include "backgroundfixture.h"
 #include "dconfcommand.h"
 #include "messagelog.h"
+#include "notingbackgroundimage.h"
 #include "paintedpicture.h"
-#include "wallpapercalls.h"
 
 #include <QTest>
 
@@ -24,7 +24,7 @@ Moodset buildFor(const QSize& screen, Fixture* fixture)
 {
     const QString path =
         fixture->writePicture(QStringLiteral("a.png"), quadrantPicture(QSize(20, 20)));
-    return SystemBackgroundImage().buildBackgroundImages(
+    return NotingBackgroundImage().buildBackgroundImages(
         Fixture::recordOf(path), QImage(), screen, Fixture::Rect, false);
 }
 
@@ -46,7 +46,7 @@ class BuildParametersTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { WallpaperCalls::take(); }
+    void init() { NotingBackgroundImage::takeCalls(); }
 
     void parametersWithoutKeysAreTheDefaults_data()
     {
@@ -69,7 +69,7 @@ private Q_SLOTS:
         QVERIFY(buildFor(screen, &fixture));
 
         QCOMPARE(
-            WallpaperCalls::take(),
+            NotingBackgroundImage::takeCalls(),
             QStringList(
                 {ratio, QStringLiteral("rounds 15"), QStringLiteral("radius 4"),
                  QStringLiteral("sigma 1.3"), QStringLiteral("build")}));
@@ -120,7 +120,7 @@ private Q_SLOTS:
             QStringLiteral("ratio 1"), QStringLiteral("rounds 15"), QStringLiteral("radius 4"),
             QStringLiteral("sigma 1.3"), QStringLiteral("build")};
         expected[position] = call;
-        QCOMPARE(WallpaperCalls::take(), expected);
+        QCOMPARE(NotingBackgroundImage::takeCalls(), expected);
     }
 
     void keysAreReadAtEachBuild()
@@ -128,12 +128,35 @@ private Q_SLOTS:
         const MessageLog log;
         Fixture fixture;
         QVERIFY(buildFor(QSize(540, 24), &fixture));
-        WallpaperCalls::take();
+        NotingBackgroundImage::takeCalls();
         writeKey("theme_bg_blur_rounds", "5");
 
         QTRY_VERIFY(
             buildFor(QSize(540, 24), &fixture)
-            && WallpaperCalls::take().contains(QStringLiteral("rounds 5")));
+            && NotingBackgroundImage::takeCalls().contains(QStringLiteral("rounds 5")));
+    }
+
+    void libraryBlursWithTheParameters()
+    {
+        const MessageLog log;
+        Fixture fixture;
+        writeKey("theme_pixel_ratio", "2");
+        writeKey("theme_bg_blur_rounds", "3");
+        writeKey("theme_bg_blur_radius", "9");
+        writeKey("theme_bg_blur_sigma", "2.5");
+
+        const Moodset built = buildFor(Fixture::Screen, &fixture);
+
+        QVERIFY(built);
+        const NotingBackgroundImage::Build& build = NotingBackgroundImage::lastBuild();
+        VelmoorZerlinBackground library(fixture.folder.path(QStringLiteral("library")));
+        library.setPixelRatio(2);
+        library.setBlurRounds(3);
+        library.setBlurRadius(9);
+        library.setBlurSigma(2.5);
+        VelmoorZerlinBackground::buildBackgroundImageForPortrait(
+            &library, build.image, build.sourcePath, build.applicationImage, build.rect);
+        QCOMPARE(pixelsOf(built->applicationWallpaper), pixelsOf(library.appImagePath()));
     }
 
     void coloursThatAreMissingComeFromThePicture()

@@ -3,9 +3,9 @@
 
 #include "backgroundfixture.h"
 #include "messagelog.h"
+#include "notingbackgroundimage.h"
 #include "paintedpicture.h"
 #include "theme/backgroundpicture.h"
-#include "wallpapercalls.h"
 
 #include <QFileInfo>
 #include <QTest>
@@ -40,7 +40,7 @@ class LegacyMoodsetTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { WallpaperCalls::take(); }
+    void init() { NotingBackgroundImage::takeCalls(); }
 
     void firstBuildConvertsThePicture_data()
     {
@@ -66,8 +66,8 @@ private Q_SLOTS:
         const QImage cut = loadLegacyBackgroundImage(fixture.wallpaperPath(), Fixture::Screen);
         QCOMPARE(cut.size(), Fixture::Screen);
         QCOMPARE(pixelsOf(home), asJpeg(cut, 93));
-        QCOMPARE(WallpaperCalls::lastBuild().image, cut);
-        QCOMPARE(WallpaperCalls::lastBuild().sourcePath, home);
+        QCOMPARE(NotingBackgroundImage::lastBuild().image, cut);
+        QCOMPARE(NotingBackgroundImage::lastBuild().sourcePath, home);
         QCOMPARE(QFileInfo(built->applicationWallpaper).path(), Fixture::outputDirectory());
         QCOMPARE(log.takeMessages(), QStringList({legacyMessage(fixture.wallpaperPath())}));
     }
@@ -95,8 +95,9 @@ private Q_SLOTS:
             Fixture::filesIn(Fixture::legacyDirectory()),
             QStringList({QFileInfo(built->homeWallpaper).fileName()}));
         // The whole file, neither cut to a square nor scaled.
-        QCOMPARE(pixelsOf(WallpaperCalls::lastBuild().image), pixelsOf(built->homeWallpaper));
-        QCOMPARE(WallpaperCalls::lastBuild().sourcePath, built->url.toLocalFile());
+        QCOMPARE(
+            pixelsOf(NotingBackgroundImage::lastBuild().image), pixelsOf(built->homeWallpaper));
+        QCOMPARE(NotingBackgroundImage::lastBuild().sourcePath, built->url.toLocalFile());
         QCOMPARE(log.takeMessages(), QStringList({cachedMessage(built->homeWallpaper)}));
     }
 
@@ -164,7 +165,7 @@ private Q_SLOTS:
 
         QVERIFY(Fixture::build(moodset));
 
-        QCOMPARE(WallpaperCalls::lastBuild().image.size(), QSize(96, 96));
+        QCOMPARE(NotingBackgroundImage::lastBuild().image.size(), QSize(96, 96));
     }
 
     void folderThatCannotBeMadeIsLoggedAndGivesNone()
@@ -184,7 +185,7 @@ private Q_SLOTS:
                 {legacyMessage(fixture.wallpaperPath()),
                  QStringLiteral("Could not create legacy wallpaper directory \"%1\"")
                      .arg(Fixture::legacyDirectory())}));
-        QCOMPARE(WallpaperCalls::take(), QStringList());
+        QCOMPARE(NotingBackgroundImage::takeCalls(), QStringList());
     }
 
     void pictureThatCannotBeReadStillMakesTheFolder()
@@ -218,8 +219,8 @@ private Q_SLOTS:
             log.takeMessages(),
             QStringList(
                 {legacyMessage(fixture.wallpaperPath()),
-                 QStringLiteral(
-                     "ERROR writing file: \"Cannot open device for writing: Is a directory\"")}));
+                 QStringLiteral("ERROR writing file: \"Cannot open device for writing: Filename "
+                                "refers to a directory\"")}));
     }
 
     void plainPictureOfTheOlderLayoutIsCutAndDarkened()
@@ -238,7 +239,7 @@ private Q_SLOTS:
             built->homeWallpaper, Fixture::outputDirectory() + Fixture::homeWallpaperName(path));
         const QImage cut = loadLegacyBackgroundImage(path, Fixture::Screen);
         QCOMPARE(pixelsOf(built->homeWallpaper), asJpeg(darkened(cut), 93));
-        QCOMPARE(WallpaperCalls::lastBuild().sourcePath, path);
+        QCOMPARE(NotingBackgroundImage::lastBuild().sourcePath, path);
         // It names the home wallpaper that the record has had, which is none.
         QCOMPARE(
             log.takeMessages(),

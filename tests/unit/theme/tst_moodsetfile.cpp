@@ -3,8 +3,10 @@
 
 #include "messagelog.h"
 #include "testfolder.h"
+#include "toolargewarning.h"
 #include "translationcatalog.h"
 
+#include <QFile>
 #include <QTest>
 
 namespace {
@@ -21,7 +23,7 @@ struct Bundle
         folder.write(FileName, QByteArray(content).replace('\'', '"'));
     }
     bool read() { return readMoodsetFile(moodset, folder.path(FileName)); }
-    [[nodiscard]] const MoodsetData& record() const { return *moodset.constData(); }
+    const MoodsetData& record() const { return *moodset.constData(); }
 
     TestFolder folder;
     Moodset moodset;
@@ -224,6 +226,28 @@ private Q_SLOTS:
 
         QVERIFY(!readMoodsetFile(bundle.moodset, bundle.folder.path(QStringLiteral("missing"))));
         QVERIFY(!readMoodsetFile(bundle.moodset, bundle.folder.path()));
+    }
+
+    void fifoIsRejectedAndNotWaitedFor()
+    {
+        MessageLog log;
+        Bundle bundle("{}");
+        bundle.folder.makeFifo(QStringLiteral("fifo.moodset"));
+
+        QVERIFY(
+            !readMoodsetFile(bundle.moodset, bundle.folder.path(QStringLiteral("fifo.moodset"))));
+    }
+
+    void fileThatIsTooLargeIsRejectedWithAWarning()
+    {
+        MessageLog log;
+        Bundle bundle("{'wallpaper': 'w.jpg'}");
+        const QString path = bundle.folder.path(FileName);
+        QVERIFY(QFile::resize(path, 16 * 1024 * 1024 + 1));
+
+        QVERIFY(!bundle.read());
+
+        QCOMPARE(log.takeWarnings(), QStringList(tooLargeWarning(path)));
     }
 
     void otherHandlesKeepTheirRecord()

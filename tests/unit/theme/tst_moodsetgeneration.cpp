@@ -37,7 +37,7 @@ private Q_SLOTS:
                  QStringLiteral("-1"), QStringLiteral("0"), QString(), QStringLiteral("2")}));
         QVERIFY(QColor::isValidColor(row.at(0)));
         QCOMPARE(row.at(1), QColor(row.at(0)).darker(125).name(QColor::HexArgb));
-        QCOMPARE(fixture.takeCreated(), QList<int>{static_cast<int>(fixture.fileId(path))});
+        QCOMPARE(fixture.takeCreated(), QList<int>{int(fixture.fileId(path))});
         QCOMPARE(
             fixture.library
                 .value(
@@ -66,7 +66,7 @@ private Q_SLOTS:
         fixture.create(path);
 
         QCOMPARE(StoreTrace::take(), QStringList());
-        QCOMPARE(fixture.takeCreated(), QList<int>{static_cast<int>(fixture.fileId(path))});
+        QCOMPARE(fixture.takeCreated(), QList<int>{int(fixture.fileId(path))});
         QVERIFY(QFile::exists(ThemeFixture::wallpaper(path, QStringLiteral("ap.jpg"))));
     }
 
@@ -93,7 +93,7 @@ private Q_SLOTS:
                 QStringLiteral("SELECT displayName FROM file WHERE id = ?"),
                 {fixture.fileId(path)}),
             QVariant(QStringLiteral("Name")));
-        QCOMPARE(fixture.takeCreated(), QList<int>{static_cast<int>(fixture.fileId(path))});
+        QCOMPARE(fixture.takeCreated(), QList<int>{int(fixture.fileId(path))});
     }
 
     void moodsetFileWithoutColoursGetsSome()
@@ -251,7 +251,9 @@ private Q_SLOTS:
         const QString path = fixture.folder.path(QStringLiteral("later.png"));
         fixture.set(path);
 
-        fixture.create(fixture.addPicture(QStringLiteral("other.png")));
+        const QString other = fixture.addPicture(QStringLiteral("other.png"));
+        fixture.create(other);
+        QCOMPARE(fixture.takeCreated(), QList<int>{int(fixture.fileId(other))});
         QCOMPARE(StoreTrace::take(), QStringList());
         fixture.create(fixture.addPicture(QStringLiteral("later.png")));
 
@@ -278,10 +280,12 @@ private Q_SLOTS:
         const QString path = fixture.addPicture();
         fixture.set(path);
         fixture.set(fixture.addPicture(QStringLiteral("b.png")));
+        fixture.takeCreated();
         StoreTrace::take();
 
         fixture.create(path);
 
+        QCOMPARE(fixture.takeCreated(), QList<int>{int(fixture.fileId(path))});
         QCOMPARE(StoreTrace::take(), QStringList());
     }
 

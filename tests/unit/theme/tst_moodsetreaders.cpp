@@ -31,11 +31,11 @@ public:
             m_fields.append(QLatin1String(field) + QLatin1Char('=') + relative(value));
         }
     }
-    [[nodiscard]] QString text() const { return m_fields.join(QLatin1String(", ")); }
-    [[nodiscard]] QString wallpaper() const { return m_folder + QLatin1String("images/w.jpg"); }
+    QString text() const { return m_fields.join(QLatin1String(", ")); }
+    QString wallpaper() const { return m_folder + QLatin1String("images/w.jpg"); }
 
 private:
-    [[nodiscard]] QString relative(const QString& value) const
+    QString relative(const QString& value) const
     {
         return value.startsWith(m_folder) ? value.mid(m_folder.size()) : value;
     }
@@ -242,6 +242,19 @@ void MoodsetReadersTest::addWallpapers()
     addFile(
         "wallpaper not ASCII", R"({"wallpaper": "ä.jpg"})", "homeWallpaper=images/ä.jpg",
         "homeWallpaper=images/ä.jpg");
+    // What is left of these names on their way to the disk is that of a file.
+    addFile("wallpaper with a NUL", R"({"wallpaper": "w.jpg\u0000"})", no, no);
+    addFile("wallpaper with half a surrogate pair", R"({"wallpaper": "\ud800.jpg"})", no, no);
+    addFile(
+        "wallpaper with a byte order mark", "{\"wallpaper\": \"\xef\xbb\xbfm.jpg\"}",
+        "homeWallpaper=images/\xef\xbb\xbfm.jpg", "homeWallpaper=images/\xef\xbb\xbfm.jpg");
+    addFile(
+        "wallpaper that only lacks a byte order mark", "{\"wallpaper\": \"\xef\xbb\xbfw.jpg\"}",
+        "homeWallpaper=images/\xef\xbb\xbfw.jpg", no);
+    addFile(
+        "wallpaper that the database would change", R"({"wallpaper": "\uffff.jpg"})",
+        "homeWallpaper=images/\xef\xbf\xbf.jpg", no,
+        "virtual bool MoodsetManager::updateMetaData() Name cannot be stored \"\\uFFFF.jpg\"");
 }
 
 void MoodsetReadersTest::addNamesAndFlags()
@@ -350,6 +363,11 @@ void MoodsetReadersTest::addTones()
     addTone("tone enabled by a text", R"({"file": "s.ogg", "enabled": "0"})", sound, sound);
     addTone("tone missing", R"({"file": "none.ogg"})", "ringerToneFile=sounds/none.ogg", "");
     addTone("tone with a slash", R"({"file": "../sounds/s.ogg"})", "", "");
+    addTone("tone with a NUL", R"({"file": "s.ogg\u0000"})", "", "");
+    addTone("tone with half a surrogate pair", R"({"file": "\udfff.ogg"})", "", "");
+    addTone(
+        "disabled tone with half a surrogate pair", R"({"file": "\udfff.ogg", "enabled": 0})",
+        silent, silent);
     addTone("disabled tone with a slash", R"({"file": "a/s.ogg", "enabled": 0})", silent, silent);
     addTone("tone without a file", R"({"enabled": 1})", "", fallback);
     addTone("tone with an empty file", R"({"file": ""})", "", fallback);
@@ -382,9 +400,12 @@ void MoodsetReadersTest::file()
     QFETCH(QString, warning);
     MessageLog log;
     MoodsetLibrary library;
-    for (const char* name : {"a b", "a#b", "a?b", "a%20b", "100%", "a:b", "ä"}) {
+    for (const char* name :
+         {"a b", "a#b", "a?b", "a%20b", "100%", "a:b", "ä", "?", "\xef\xbf\xbf"}) {
         library.folder().write(QStringLiteral("images/%1.jpg").arg(QString::fromUtf8(name)));
     }
+    library.folder().write(QStringLiteral("images/%1m.jpg").arg(QChar(0xfeff)));
+    library.folder().write(QStringLiteral("sounds/?.ogg"));
     const qint64 id = library.addMoodsetFile(content);
     row.replace(QStringLiteral("FALLBACK"), m_machine.path(QStringLiteral("fallback.ogg")));
 

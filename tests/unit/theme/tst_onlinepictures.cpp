@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QImage>
 #include <QImageReader>
+#include <QNetworkReply>
 #include <QTest>
 
 namespace {
@@ -78,6 +79,19 @@ private Q_SLOTS:
         QCOMPARE(reader.size(), QSize(40, 30));
     }
 
+    void replyOfADownloadIsFreed()
+    {
+        MessageLog log;
+        OnlineFixture fixture;
+        const auto replies = [&] { return fixture.theme.findChildren<QNetworkReply*>().size(); };
+
+        fixture.create(fixture.url);
+
+        QCOMPARE(replies(), 1);
+        QCOMPARE(fixture.waitForCreated().size(), 1);
+        QTRY_COMPARE(replies(), 0);
+    }
+
     void createdDownloadLeavesTheSystemAlone()
     {
         MessageLog log;
@@ -113,8 +127,7 @@ private Q_SLOTS:
         fixture.set(fixture.url);
 
         QCOMPARE(ThemeFixture::takeKeys(), fixture.keysOfDownload(fixture.saved));
-        QCOMPARE(
-            fixture.takeCreated(), QList<int>{static_cast<int>(fixture.fileId(fixture.saved))});
+        QCOMPARE(fixture.takeCreated(), QList<int>{int(fixture.fileId(fixture.saved))});
         QCOMPARE(fixture.server.requests(), QStringList(fixture.path));
         QCOMPARE(fixture.savedPictures(), QStringList(QStringLiteral("online_img0.jpg")));
     }
@@ -207,7 +220,7 @@ private Q_SLOTS:
 
         fixture.create(fixture.url);
 
-        QCOMPARE(fixture.waitForCreated(), QList<int>{static_cast<int>(id)});
+        QCOMPARE(fixture.waitForCreated(), QList<int>{int(id)});
         QCOMPARE(fixture.savedPictures(), QStringList(QStringLiteral("online_img1.jpg")));
         QCOMPARE(fixture.origin(second), fixture.url.toString());
     }

@@ -133,16 +133,16 @@ struct ToneNames
     const char* service;
 };
 
-const ToneNames toneNames[] = {{"ringerTone", "ringing"},    {"messageTone", "sms"},
-                               {"chatTone", "im"},           {"mailTone", "email"},
-                               {"internetCallTone", "voip"}, {"calendarTone", "calendar"},
-                               {"clockAlarmTone", "clock"}};
+const ToneNames AllToneNames[] = {{"ringerTone", "ringing"},    {"messageTone", "sms"},
+                                  {"chatTone", "im"},           {"mailTone", "email"},
+                                  {"internetCallTone", "voip"}, {"calendarTone", "calendar"},
+                                  {"clockAlarmTone", "clock"}};
 
 void addToneRows()
 {
     QTest::addColumn<QByteArray>("tone");
     QTest::addColumn<QByteArray>("service");
-    for (const ToneNames& names : toneNames)
+    for (const ToneNames& names : AllToneNames)
         QTest::newRow(names.property) << QByteArray(names.property) << QByteArray(names.service);
 }
 
@@ -696,9 +696,9 @@ private Q_SLOTS:
         manager.clear();
 
         Calls expected{"general ringing.alert.volume="};
-        for (const ToneNames& names : toneNames)
+        for (const ToneNames& names : AllToneNames)
             expected.append(QByteArray("general ") + names.service + ".alert.tone=");
-        for (const ToneNames& names : toneNames)
+        for (const ToneNames& names : AllToneNames)
             expected.append(QByteArray("general ") + names.service + ".alert.enabled=");
         QCOMPARE(serviceCalls, expected);
         QCOMPARE(manager.ringerVolume(), 5);
@@ -723,7 +723,7 @@ private Q_SLOTS:
         QTest::addColumn<Calls>("calls");
         QTest::newRow("RingerVolume") << 0 << Calls({"general ringing.alert.volume="});
         for (int id = 1; id <= 7; ++id) {
-            const ToneNames& names = toneNames[id - 1];
+            const ToneNames& names = AllToneNames[id - 1];
             QTest::newRow(names.property)
                 << id << Calls({QByteArray("general ") + names.service + ".alert.tone="});
         }
@@ -747,8 +747,8 @@ private Q_SLOTS:
         QTest::addColumn<Calls>("calls");
         QTest::newRow("RingerVolume") << 0 << Calls({"general ringing.alert.volume="});
         for (int id = 1; id <= 7; ++id) {
-            const QByteArray start = QByteArray("general ") + toneNames[id - 1].service;
-            QTest::newRow(toneNames[id - 1].property)
+            const QByteArray start = QByteArray("general ") + AllToneNames[id - 1].service;
+            QTest::newRow(AllToneNames[id - 1].property)
                 << id << Calls({start + ".alert.tone=", start + ".alert.enabled="});
         }
     }

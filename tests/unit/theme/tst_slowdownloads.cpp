@@ -43,7 +43,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.savedPictures(), QStringList());
     }
 
-    /// Which request a download belongs to is not kept, so that both come into force.
+    /// Which request a download belongs to is not kept, so both are applied.
     void crossingDownloadsComeIntoForceAsTheyEnd()
     {
         MessageLog log;
@@ -73,7 +73,7 @@ private Q_SLOTS:
 
         const QString other = fixture.addPicture();
         fixture.create(other);
-        QCOMPARE(fixture.takeCreated(), QList<int>{static_cast<int>(fixture.fileId(other))});
+        QCOMPARE(fixture.takeCreated(), QList<int>{int(fixture.fileId(other))});
         fixture.server.release(fixture.path);
 
         QCOMPARE(fixture.waitForCreated().size(), 1);

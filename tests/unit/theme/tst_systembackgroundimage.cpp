@@ -2,11 +2,15 @@
 #include "theme/systembackgroundimage.h"
 
 #include "backgroundfixture.h"
+#include "encodedpicture.h"
+#include "exifbuilder.h"
 #include "messagelog.h"
+#include "notingbackgroundimage.h"
 #include "paintedpicture.h"
 #include "theme/backgroundpicture.h"
-#include "wallpapercalls.h"
 
+#include <QColorSpace>
+#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QTest>
@@ -27,6 +31,12 @@ QString pathWithAShortHash(const TestFolder& folder)
     }
 }
 
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 /// A background image whose last step can be called by itself.
 class OpenBackgroundImage : public SystemBackgroundImage
 {
@@ -42,7 +52,7 @@ class SystemBackgroundImageTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { WallpaperCalls::take(); }
+    void init() { NotingBackgroundImage::takeCalls(); }
 
     void outputDirectoryLiesInTheCache()
     {
@@ -181,11 +191,11 @@ private Q_SLOTS:
         applicationImage.fill(Qt::blue);
         const QRectF rect(1, 2, 30, 40);
 
-        const Moodset built = SystemBackgroundImage().buildBackgroundImages(
+        const Moodset built = NotingBackgroundImage().buildBackgroundImages(
             Fixture::recordOf(path), applicationImage, Fixture::Screen, rect, false);
 
         QVERIFY(built);
-        const WallpaperCalls::Build& build = WallpaperCalls::lastBuild();
+        const NotingBackgroundImage::Build& build = NotingBackgroundImage::lastBuild();
         QCOMPARE(build.image, loadBackgroundImage(path, Fixture::Screen));
         QCOMPARE(build.sourcePath, path);
         QCOMPARE(build.applicationImage, applicationImage);
@@ -216,8 +226,8 @@ private Q_SLOTS:
         QCOMPARE(pixelsOf(fixture.wallpaperPath()), fixture.wallpaper());
         const QString application = QFileInfo(built->applicationWallpaper).fileName();
         QCOMPARE(Fixture::filesIn(Fixture::outputDirectory()), QStringList({application}));
-        QCOMPARE(WallpaperCalls::lastBuild().sourcePath, moodset->url.toLocalFile());
-        QCOMPARE(WallpaperCalls::lastBuild().image.size(), QSize(96, 96));
+        QCOMPARE(NotingBackgroundImage::lastBuild().sourcePath, moodset->url.toLocalFile());
+        QCOMPARE(NotingBackgroundImage::lastBuild().image.size(), QSize(96, 96));
     }
 
     void fileOfACompleteRecordIsNotRead()
@@ -250,7 +260,7 @@ private Q_SLOTS:
 
         QVERIFY(!Fixture::build(moodset, false));
 
-        QCOMPARE(WallpaperCalls::take(), QStringList());
+        QCOMPARE(NotingBackgroundImage::takeCalls(), QStringList());
     }
 
     void endingOfOtherCaseIsThatOfAPicture()
@@ -275,12 +285,12 @@ private Q_SLOTS:
             fixture.writePicture(QStringLiteral("a.png"), quadrantPicture(QSize(200, 120)));
         const Moodset built = Fixture::build(Fixture::recordOf(path));
         fixture.folder.remove(QStringLiteral("a.png"));
-        WallpaperCalls::take();
+        NotingBackgroundImage::takeCalls();
 
         QVERIFY(!Fixture::build(built));
 
         QVERIFY(QFileInfo::exists(built->homeWallpaper));
-        QCOMPARE(WallpaperCalls::take(), QStringList());
+        QCOMPARE(NotingBackgroundImage::takeCalls(), QStringList());
     }
 
     void moodsetWithoutItsPictureGivesNone()
@@ -291,6 +301,107 @@ private Q_SLOTS:
         fixture.folder.remove(QStringLiteral("images/w.png"));
 
         QVERIFY(!Fixture::build(moodset));
+    }
+
+    void readerOfTheOldHomeWallpaperKeepsItWhole()
+    {
+        const MessageLog log;
+        Fixture fixture;
+        const QString path =
+            fixture.writePicture(QStringLiteral("a.png"), noisePicture(QSize(200, 120)));
+        const Moodset first = Fixture::build(Fixture::recordOf(path));
+        QFile reader(first->homeWallpaper);
+        QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+        const QByteArray old = contentOf(first->homeWallpaper);
+        const QByteArray start = reader.read(old.size() / 2);
+        fixture.writePicture(QStringLiteral("a.png"), quadrantPicture(QSize(200, 120)));
+
+        QVERIFY(Fixture::build(first));
+
+        QVERIFY(contentOf(first->homeWallpaper) != old);
+        QCOMPARE(start + reader.readAll(), old);
+    }
+
+    void bothWallpapersHaveThePicturesColourSpace_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QImage picture = noisePicture(QSize(200, 120));
+        picture.setColorSpace(QColorSpace::AdobeRgb);
+        QTest::newRow("JPEG") << encodedPicture(picture, "jpeg");
+        QTest::newRow("PNG") << encodedPicture(picture, "png");
+        QTest::newRow("transparent PNG")
+            << encodedPicture(picture.convertToFormat(QImage::Format_ARGB32), "png");
+        for (int orientation = 2; orientation <= 8; ++orientation) {
+            QTest::addRow("orientation %d", orientation)
+                << jpegWithExif(picture, exifBlock(QByteArray(), orientation));
+        }
+    }
+
+    void bothWallpapersHaveThePicturesColourSpace()
+    {
+        QFETCH(QByteArray, content);
+        const MessageLog log;
+        Fixture fixture;
+        fixture.folder.write(QStringLiteral("a.picture"), content);
+
+        const Moodset built =
+            Fixture::build(Fixture::recordOf(fixture.folder.path(QStringLiteral("a.picture"))));
+
+        QVERIFY(built);
+        const QColorSpace adobeRgb(QColorSpace::AdobeRgb);
+        QCOMPARE(QImage(built->homeWallpaper).colorSpace(), adobeRgb);
+        QCOMPARE(QImage(built->applicationWallpaper).colorSpace(), adobeRgb);
+    }
+
+    void wallpapersTellNothingElseOfThePicture_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QImage picture = noisePicture(QSize(200, 120));
+        picture.setText(QStringLiteral("Comment"), QStringLiteral("a secret"));
+        picture.setText(QStringLiteral("GPSLatitude"), QStringLiteral("a secret"));
+        ExifBuilder exif;
+        constexpr quint16 imageDescription = 0x010e;
+        exif.text(imageDescription, "a secret").text(ExifBuilder::DateTime, "2020:01:02 03:04:05");
+        const QByteArray xmp = xmpPacket(R"(xmp:Label="a secret")");
+        QTest::newRow("JPEG") << jpegWithExif(picture, exif.block(), xmp);
+        QTest::newRow("PNG") << pngWithExif(picture, exif.block(), xmp);
+    }
+
+    void wallpapersTellNothingElseOfThePicture()
+    {
+        QFETCH(QByteArray, content);
+        const MessageLog log;
+        Fixture fixture;
+        fixture.folder.write(QStringLiteral("a.picture"), content);
+        const QString path = fixture.folder.path(QStringLiteral("a.picture"));
+        QVERIFY(content.contains("a secret"));
+
+        const Moodset built = Fixture::build(Fixture::recordOf(path));
+
+        QVERIFY(built);
+        for (const QString& wallpaper : {built->homeWallpaper, built->applicationWallpaper}) {
+            QCOMPARE(QImage(wallpaper).textKeys(), QStringList());
+            QVERIFY(!contentOf(wallpaper).contains("a secret"));
+            QVERIFY(!contentOf(wallpaper).contains("Exif"));
+            QVERIFY(!contentOf(wallpaper).contains("2020:01:02"));
+        }
+    }
+
+    void coloursDoNotDependOnTheColourSpace()
+    {
+        const MessageLog log;
+        Fixture fixture;
+        QImage picture = quadrantPicture(QSize(200, 120));
+        const QString plain = fixture.writePicture(QStringLiteral("a.png"), picture);
+        picture.setColorSpace(QColorSpace::ProPhotoRgb);
+        const QString marked = fixture.writePicture(QStringLiteral("b.png"), picture);
+
+        const Moodset ofPlain = Fixture::build(Fixture::recordOf(plain));
+        const Moodset ofMarked = Fixture::build(Fixture::recordOf(marked));
+
+        QCOMPARE(ofMarked->highlightColor, ofPlain->highlightColor);
+        QCOMPARE(ofMarked->secondaryHighlightColor, ofPlain->secondaryHighlightColor);
+        QCOMPARE(pixelsOf(ofMarked->applicationWallpaper), pixelsOf(ofPlain->applicationWallpaper));
     }
 
     void homeWallpaperThatCannotBeWrittenIsLogged()
@@ -309,8 +420,8 @@ private Q_SLOTS:
         QVERIFY(QFileInfo::exists(built->applicationWallpaper));
         QCOMPARE(
             log.takeMessages(),
-            QStringList({QStringLiteral(
-                "ERROR writing file: \"Cannot open device for writing: Is a directory\"")}));
+            QStringList({QStringLiteral("ERROR writing file: \"Cannot open device for writing: "
+                                        "Filename refers to a directory\"")}));
     }
 
     void homeWallpaperIsWrittenInTheFormatOfItsSuffix_data()

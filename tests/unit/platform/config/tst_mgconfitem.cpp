@@ -2,6 +2,7 @@
 #include "mgconfitem.h"
 
 #include "dconfcommand.h"
+#include "dconfstore.h"
 #include "messagelog.h"
 
 #include <QProcess>
@@ -19,7 +20,9 @@ QString text(const char* utf8)
     return QString::fromUtf8(utf8);
 }
 
-// Returns when all changes up to now, own and foreign, have been told of: the bus keeps the order.
+// Returns when all changes up to now, own and foreign, have been told of, and all items are
+// watched: the bus keeps the order. A change that comes before its item is watched shows without
+// the watch.
 bool settle()
 {
     static int count = 0;
@@ -233,6 +236,7 @@ private Q_SLOTS:
         QFETCH(QString, key);
         MGConfItem item(key);
         const QSignalSpy changes(&item, &MGConfItem::valueChanged);
+        QVERIFY(settle());
 
         runDconf({text("write"), key, text("1")});
         QTRY_COMPARE(changes.count(), 1);
@@ -375,6 +379,7 @@ private Q_SLOTS:
         const MGConfItem unset(text("/reset/dir/unset"));
         const QSignalSpy changes(&item, &MGConfItem::valueChanged);
         const QSignalSpy unsetChanges(&unset, &MGConfItem::valueChanged);
+        QVERIFY(settle());
 
         runDconf({text("reset"), text("-f"), directory});
 
@@ -484,6 +489,53 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 0);
     }
 
+    void watchIsAnnouncedOnceItIsSettled()
+    {
+        DconfStore& store = DconfStore::instance();
+        const QSignalSpy changes(&store, &DconfStore::changed);
+
+        store.watch("/test/settled");
+        QCOMPARE(changes.count(), 0);
+
+        QVERIFY(settle());
+        QCOMPARE(changes.count({QByteArray("/test/settled")}), 1);
+        store.unwatch("/test/settled");
+    }
+
+    void itemsThatAreGoneCostNoBusTraffic()
+    {
+        const QSignalSpy changes(&DconfStore::instance(), &DconfStore::changed);
+        const QVariantList change{QByteArray("/test/unwatched")};
+        {
+            const MGConfItem item(text("/test/unwatched"));
+            const QSignalSpy itemChanges(&item, &MGConfItem::valueChanged);
+            QVERIFY(settle());
+            const int settled = changes.count(change);
+            runDconf({text("write"), text("/test/unwatched"), text("1")});
+            QVERIFY(settle());
+            QCOMPARE(changes.count(change), settled + 1);
+        }
+        const int before = changes.count(change);
+
+        runDconf({text("write"), text("/test/unwatched"), text("2")});
+
+        QVERIFY(settle());
+        QCOMPARE(changes.count(change), before);
+    }
+
+    void itemsThatNobodyListensToCostNoBusTraffic()
+    {
+        const QSignalSpy changes(&DconfStore::instance(), &DconfStore::changed);
+        const MGConfItem item(text("/test/unheard"));
+        const QSignalSpy destructions(&item, &QObject::destroyed);
+        QVERIFY(settle());
+
+        runDconf({text("write"), text("/test/unheard"), text("1")});
+
+        QVERIFY(settle());
+        QVERIFY(!changes.contains(QVariantList{QByteArray("/test/unheard")}));
+    }
+
     void itemFollowedAgainByAnotherIsNotified()
     {
         {
@@ -505,7 +557,7 @@ private Q_SLOTS:
         QByteArray output;
         MGConfItem item(text("/test/watched"));
 
-        // The command does not say when its watch is in force.
+        // The command does not say when its watch is active.
         int value = 0;
         QTRY_VERIFY((item.set(++value), output += watcher.readAll(), output.endsWith("\n\n")));
         watcher.kill();

@@ -29,7 +29,7 @@ void sendToService(int signal)
 {
     const qint64 pid = dconfServicePid();
     QVERIFY(pid > 0);
-    QCOMPARE(kill(static_cast<pid_t>(pid), signal), 0);
+    QCOMPARE(kill(pid_t(pid), signal), 0);
 }
 
 QByteArrayList threadNames(qint64 pid)
@@ -98,7 +98,7 @@ public:
     }
 
     // From now on it answers nothing, though clients can connect.
-    bool pause() { return ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP) == 0; }
+    bool pause() { return ::kill(pid_t(m_process.processId()), SIGSTOP) == 0; }
 
     // Sets a key through a store's service on this bus.
     bool writeOver(const QString& key, const QString& value) const

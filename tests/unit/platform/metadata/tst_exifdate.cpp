@@ -5,7 +5,7 @@
 
 #include <ctime>
 
-class TestExifDate : public QObject
+class ExifDateTest : public QObject
 {
     Q_OBJECT
 
@@ -23,14 +23,14 @@ private Q_SLOTS:
     void aSkippedLocalTimeCountsAsLater();
 };
 
-void TestExifDate::initTestCase()
+void ExifDateTest::initTestCase()
 {
     // A zone with summer time, whatever the machine's is.
     qputenv("TZ", "Europe/Berlin");
     tzset();
 }
 
-void TestExifDate::localDatesAreRead_data()
+void ExifDateTest::localDatesAreRead_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QDateTime>("expected");
@@ -68,7 +68,7 @@ void TestExifDate::localDatesAreRead_data()
         << QByteArray("1935:06:07 08:09:10") << QDateTime(QDate(1935, 6, 7), QTime(8, 9, 10));
 }
 
-void TestExifDate::localDatesAreRead()
+void ExifDateTest::localDatesAreRead()
 {
     QFETCH(QByteArray, text);
     QFETCH(QDateTime, expected);
@@ -79,7 +79,7 @@ void TestExifDate::localDatesAreRead()
     QCOMPARE(date.timeSpec(), Qt::LocalTime);
 }
 
-void TestExifDate::offsetsAreRead_data()
+void ExifDateTest::offsetsAreRead_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QByteArray>("offset");
@@ -105,6 +105,10 @@ void TestExifDate::offsetsAreRead_data()
         << QByteArray("2020-01-02T03:04:05-08:00") << QByteArray("+01:00") << west;
     QTest::newRow("blank") << plain << QByteArray("   :  ") << local;
     QTest::newRow("no sign") << plain << QByteArray("05:45") << local;
+    QTest::newRow("quarters of an hour")
+        << plain << QByteArray("+13:45") << QStringLiteral("2020-01-02T03:04:05+13:45");
+    QTest::newRow("farthest east")
+        << plain << QByteArray("+14:00") << QStringLiteral("2020-01-02T03:04:05+14:00");
     QTest::newRow("no zone has it") << plain << QByteArray("+14:01") << local;
     QTest::newRow("sixty minutes") << plain << QByteArray("+05:60") << local;
     QTest::newRow("rubbish") << plain << QByteArray("+0x:12") << local;
@@ -112,7 +116,7 @@ void TestExifDate::offsetsAreRead_data()
     QTest::newRow("long number") << plain << QByteArray("+99999999999") << local;
 }
 
-void TestExifDate::offsetsAreRead()
+void ExifDateTest::offsetsAreRead()
 {
     QFETCH(QByteArray, text);
     QFETCH(QByteArray, offset);
@@ -121,7 +125,7 @@ void TestExifDate::offsetsAreRead()
     QCOMPARE(exifDate(text, {}, offset).toString(Qt::ISODate), expected);
 }
 
-void TestExifDate::subSecondsAreRead_data()
+void ExifDateTest::subSecondsAreRead_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QByteArray>("subSeconds");
@@ -141,7 +145,7 @@ void TestExifDate::subSecondsAreRead_data()
         << QByteArray("2020-01-02T03:04:05.250") << QByteArray("7") << 250;
 }
 
-void TestExifDate::subSecondsAreRead()
+void ExifDateTest::subSecondsAreRead()
 {
     QFETCH(QByteArray, text);
     QFETCH(QByteArray, subSeconds);
@@ -151,7 +155,7 @@ void TestExifDate::subSecondsAreRead()
         exifDate(text, subSeconds), QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5, milliseconds)));
 }
 
-void TestExifDate::impossibleDatesAreInvalid_data()
+void ExifDateTest::impossibleDatesAreInvalid_data()
 {
     QTest::addColumn<QByteArray>("text");
 
@@ -201,14 +205,14 @@ void TestExifDate::impossibleDatesAreInvalid_data()
     }
 }
 
-void TestExifDate::impossibleDatesAreInvalid()
+void ExifDateTest::impossibleDatesAreInvalid()
 {
     QFETCH(QByteArray, text);
 
     QVERIFY2(!exifDate(text).isValid(), qPrintable(exifDate(text).toString()));
 }
 
-void TestExifDate::everyBeginningOfADateIsInvalidOrThatDay()
+void ExifDateTest::everyBeginningOfADateIsInvalidOrThatDay()
 {
     const QByteArray text("2020-11-12T13:14:15.678+05:45");
 
@@ -219,7 +223,7 @@ void TestExifDate::everyBeginningOfADateIsInvalidOrThatDay()
     }
 }
 
-void TestExifDate::aSkippedLocalTimeCountsAsLater()
+void ExifDateTest::aSkippedLocalTimeCountsAsLater()
 {
     const QDateTime date = exifDate("2021:03:28 02:30:00");
 
@@ -227,5 +231,5 @@ void TestExifDate::aSkippedLocalTimeCountsAsLater()
     QVERIFY(date.isValid());
 }
 
-QTEST_GUILESS_MAIN(TestExifDate)
+QTEST_GUILESS_MAIN(ExifDateTest)
 #include "tst_exifdate.moc"

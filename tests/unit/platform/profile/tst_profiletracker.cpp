@@ -2,13 +2,17 @@
 #include "profile.h"
 
 #include "dconfcommand.h"
+#include "dconfstore.h"
+#include "dconfwatch.h"
 #include "mgconfitem.h"
 
+#include <QSignalBlocker>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace {
 
-constexpr char tone[] = "sms.alert.tone";
+constexpr char Tone[] = "sms.alert.tone";
 
 QByteArray line(const char* kind, const char* profile, const char* key, const char* value)
 {
@@ -105,10 +109,10 @@ private Q_SLOTS:
     {
         Recorder recorder;
 
-        profile_set_value("silent", tone, "/a.ogg");
+        profile_set_value("silent", Tone, "/a.ogg");
         QCOMPARE(recorder.calls(), QByteArrayList());
 
-        const QByteArrayList expected{line("change", "silent", tone, "/a.ogg")};
+        const QByteArrayList expected{line("change", "silent", Tone, "/a.ogg")};
         QTRY_COMPARE(recorder.calls(), expected);
         QVERIFY(settle(recorder));
         QCOMPARE(recorder.calls().size(), 2);
@@ -118,10 +122,10 @@ private Q_SLOTS:
     {
         Recorder recorder;
 
-        profile_set_value("general", tone, "/a.ogg");
+        profile_set_value("general", Tone, "/a.ogg");
 
         const QByteArrayList expected{
-            line("change", "general", tone, "/a.ogg"), line("active", "general", tone, "/a.ogg")};
+            line("change", "general", Tone, "/a.ogg"), line("active", "general", Tone, "/a.ogg")};
         QTRY_COMPARE(recorder.calls(), expected);
     }
 
@@ -132,7 +136,7 @@ private Q_SLOTS:
         dconf("write", "general/sms.alert.tone", "'/a.ogg'");
 
         const QByteArrayList expected{
-            line("change", "general", tone, "/a.ogg"), line("active", "general", tone, "/a.ogg")};
+            line("change", "general", Tone, "/a.ogg"), line("active", "general", Tone, "/a.ogg")};
         QTRY_COMPARE(recorder.calls(), expected);
     }
 
@@ -147,9 +151,9 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, profile);
         profile_tracker_quit();
-        profile_set_value("general", tone, "/general.ogg");
-        profile_set_value("silent", tone, "/silent.ogg");
-        profile_set_value("fallback", tone, "/fallback.ogg");
+        profile_set_value("general", Tone, "/general.ogg");
+        profile_set_value("silent", Tone, "/silent.ogg");
+        profile_set_value("fallback", Tone, "/fallback.ogg");
         profile_tracker_init();
         Recorder recorder;
 
@@ -177,65 +181,65 @@ private Q_SLOTS:
         Recorder recorder;
 
         profile_set_profile("silent");
-        profile_set_value("silent", tone, "/a.ogg");
-        profile_set_value("general", tone, "/b.ogg");
+        profile_set_value("silent", Tone, "/a.ogg");
+        profile_set_value("general", Tone, "/b.ogg");
 
         const QByteArrayList expected{
-            "profile silent", line("change", "general", tone, "/b.ogg"),
-            line("change", "silent", tone, "/a.ogg"), line("active", "silent", tone, "/a.ogg")};
+            "profile silent", line("change", "general", Tone, "/b.ogg"),
+            line("change", "silent", Tone, "/a.ogg"), line("active", "silent", Tone, "/a.ogg")};
         QTRY_COMPARE(recorder.calls(), expected);
     }
 
     void fallbackChangeReachesTheProfilesWithoutAnOwnValue()
     {
-        profile_set_value("silent", tone, "/silent.ogg");
+        profile_set_value("silent", Tone, "/silent.ogg");
         Recorder recorder;
         QVERIFY(settle(recorder));
         recorder.take();
 
         dconf("write", "fallback/sms.alert.tone", "'/f.ogg'");
 
-        QTRY_VERIFY(recorder.calls().contains(line("change", "fallback", tone, "/f.ogg")));
+        QTRY_VERIFY(recorder.calls().contains(line("change", "fallback", Tone, "/f.ogg")));
         const QByteArrayList expected{
-            line("change", "fallback", tone, "/f.ogg"), line("change", "fence", tone, "/f.ogg"),
-            line("change", "general", tone, "/f.ogg"), line("active", "general", tone, "/f.ogg"),
-            line("change", "moodset", tone, "/f.ogg")};
+            line("change", "fallback", Tone, "/f.ogg"), line("change", "fence", Tone, "/f.ogg"),
+            line("change", "general", Tone, "/f.ogg"), line("active", "general", Tone, "/f.ogg"),
+            line("change", "moodset", Tone, "/f.ogg")};
         QCOMPARE(recorder.calls(), expected);
     }
 
     void clearedValueIsToldAsTheFallbacks()
     {
-        profile_set_value("fallback", tone, "/f.ogg");
-        profile_set_value("silent", tone, "/silent.ogg");
+        profile_set_value("fallback", Tone, "/f.ogg");
+        profile_set_value("silent", Tone, "/silent.ogg");
         Recorder recorder;
         QVERIFY(settle(recorder));
         recorder.take();
 
-        profile_set_value("silent", tone, "");
+        profile_set_value("silent", Tone, "");
 
-        QTRY_COMPARE(recorder.calls(), QByteArrayList({line("change", "silent", tone, "/f.ogg")}));
+        QTRY_COMPARE(recorder.calls(), QByteArrayList({line("change", "silent", Tone, "/f.ogg")}));
     }
 
     void clearedValueWithoutAFallbackIsToldAsNull()
     {
-        profile_set_value("silent", tone, "/silent.ogg");
+        profile_set_value("silent", Tone, "/silent.ogg");
         Recorder recorder;
         QVERIFY(settle(recorder));
         recorder.take();
 
-        profile_set_value("silent", tone, "");
+        profile_set_value("silent", Tone, "");
 
-        QTRY_COMPARE(recorder.calls(), QByteArrayList({line("change", "silent", tone, nullptr)}));
+        QTRY_COMPARE(recorder.calls(), QByteArrayList({line("change", "silent", Tone, nullptr)}));
     }
 
     void sameEffectiveValueCallsNobody()
     {
-        profile_set_value("fallback", tone, "/f.ogg");
+        profile_set_value("fallback", Tone, "/f.ogg");
         Recorder recorder;
         QVERIFY(settle(recorder));
         recorder.take();
 
-        profile_set_value("silent", tone, "/f.ogg");
+        profile_set_value("silent", Tone, "/f.ogg");
         dconf("write", "silent/sms.alert.tone", "'/f.ogg'");
 
         QVERIFY(settle(recorder));
@@ -257,8 +261,8 @@ private Q_SLOTS:
 
     void resetOfTheDirectoryCallsBackForEachValue()
     {
-        profile_set_value("silent", tone, "/a.ogg");
-        profile_set_value("moodset", tone, "/b.ogg");
+        profile_set_value("silent", Tone, "/a.ogg");
+        profile_set_value("moodset", Tone, "/b.ogg");
         profile_set_profile("silent");
         Recorder recorder;
         QVERIFY(settle(recorder));
@@ -269,7 +273,7 @@ private Q_SLOTS:
 
         const QByteArrayList expected{
             "profile general", line("change", "fence", "fence", nullptr),
-            line("change", "moodset", tone, nullptr), line("change", "silent", tone, nullptr)};
+            line("change", "moodset", Tone, nullptr), line("change", "silent", Tone, nullptr)};
         QTRY_COMPARE(recorder.calls(), expected);
     }
 
@@ -289,7 +293,7 @@ private Q_SLOTS:
     void quitTrackerCallsNobody()
     {
         Recorder recorder;
-        profile_set_value("silent", tone, "/a.ogg");
+        profile_set_value("silent", Tone, "/a.ogg");
 
         profile_tracker_quit();
         QCoreApplication::processEvents();
@@ -300,13 +304,55 @@ private Q_SLOTS:
         QCOMPARE(recorder.calls().size(), 1);
     }
 
+    void quitTrackerCostsNoBusTraffic()
+    {
+        const Recorder recorder;
+        QVERIFY(settle(recorder));
+        const QSignalSpy changes(&DconfStore::instance(), &DconfStore::changed);
+        const MGConfItem fence(QStringLiteral("/test/fence"));
+        const QSignalSpy fenceChanges(&fence, &MGConfItem::valueChanged);
+
+        profile_tracker_quit();
+        dconf("write", "silent/sms.alert.tone", "'/b.ogg'");
+        runDconf({QStringLiteral("write"), QStringLiteral("/test/fence"), QStringLiteral("1")});
+
+        QTRY_COMPARE(fenceChanges.count(), 1);
+        QVERIFY(changes.contains(QVariantList{QByteArray("/test/fence")}));
+        QVERIFY(!changes.contains(
+            QVariantList{QByteArray("/com/zavro/profile/silent/sms.alert.tone")}));
+    }
+
+    void foreignChangeBeforeTheWatchIsSettledIsFoundWhenItIs()
+    {
+        Recorder recorder;
+        QVERIFY(settle(recorder));
+        recorder.take();
+        DconfStore& store = DconfStore::instance();
+        {
+            // The tracker does not see this change, like one between its first look at the values
+            // and the start of its watch.
+            const QSignalBlocker blind(&store);
+            const QSignalSpy changes(store.findChild<DconfWatch*>(), &DconfWatch::changed);
+            dconf("write", "silent/sms.alert.tone", "'/b.ogg'");
+            QTRY_VERIFY(changes.contains(
+                QVariantList{QByteArray("/com/zavro/profile/silent/sms.alert.tone")}));
+        }
+        QCoreApplication::processEvents();
+        QCOMPARE(recorder.calls(), QByteArrayList());
+
+        // So the store announces that a watch is settled.
+        Q_EMIT store.changed("/com/zavro/profile/");
+
+        QTRY_COMPARE(recorder.calls(), QByteArrayList{line("change", "silent", Tone, "/b.ogg")});
+    }
+
     void trackerStartedTwiceIsStoppedByOneQuit()
     {
         Recorder recorder;
 
         profile_tracker_init();
         profile_tracker_quit();
-        profile_set_value("silent", tone, "/a.ogg");
+        profile_set_value("silent", Tone, "/a.ogg");
         QCoreApplication::processEvents();
         profile_tracker_init();
 
@@ -321,7 +367,7 @@ private Q_SLOTS:
         QVERIFY(killDconfService());
         dconf("write", "silent/sms.alert.tone", "'/b.ogg'");
 
-        QTRY_COMPARE(recorder.calls(), QByteArrayList({line("change", "silent", tone, "/b.ogg")}));
+        QTRY_COMPARE(recorder.calls(), QByteArrayList({line("change", "silent", Tone, "/b.ogg")}));
     }
 
     void removedCallbackIsNotCalledAndItsDataFreedOnce()
@@ -367,16 +413,16 @@ private Q_SLOTS:
     void callbackMayChangeAValue()
     {
         const auto answer = [](const char*, const char* key, const char*, const char*, void*) {
-            if (qstrcmp(key, tone) == 0)
+            if (qstrcmp(key, Tone) == 0)
                 profile_set_value("moodset", "answer", "given");
         };
         profile_track_add_change_cb(answer, nullptr, nullptr);
         Recorder recorder;
 
-        profile_set_value("silent", tone, "/a.ogg");
+        profile_set_value("silent", Tone, "/a.ogg");
 
         const QByteArrayList expected{
-            line("change", "silent", tone, "/a.ogg"), line("change", "moodset", "answer", "given")};
+            line("change", "silent", Tone, "/a.ogg"), line("change", "moodset", "answer", "given")};
         QTRY_COMPARE(recorder.calls(), expected);
         profile_track_remove_change_cb(answer, nullptr);
     }

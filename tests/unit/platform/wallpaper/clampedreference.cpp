@@ -49,7 +49,7 @@ public:
         }
     }
 
-    [[nodiscard]] double at(int x, int y) const { return m_values[index(x, y)]; }
+    double at(int x, int y) const { return m_values[index(x, y)]; }
 
     void run(const BlurPasses& passes)
     {
@@ -63,10 +63,7 @@ public:
     }
 
 private:
-    [[nodiscard]] size_t index(int x, int y) const
-    {
-        return size_t(y) * size_t(m_width) + size_t(x);
-    }
+    size_t index(int x, int y) const { return size_t(y) * size_t(m_width) + size_t(x); }
 
     void filterLine(size_t start, size_t stride, int length, const Line& weights, int rounds)
     {

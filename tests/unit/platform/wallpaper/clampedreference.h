@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "wallpaperblur.h"
+#include "blur/wallpaperblur.h"
 
 #include <QImage>
 

@@ -32,7 +32,7 @@ double contrastToBlack(const QColor& color)
 
 } // namespace
 
-class TestColorLookup : public QObject
+class ColorLookupTest : public QObject
 {
     Q_OBJECT
 
@@ -46,7 +46,7 @@ private Q_SLOTS:
     void anEmptyPaletteChangesNothing();
 };
 
-void TestColorLookup::everyHueCanBeReadOnBlack()
+void ColorLookupTest::everyHueCanBeReadOnBlack()
 {
     const ColorLookup lookup(bluePalette());
     double least = 21;
@@ -57,7 +57,7 @@ void TestColorLookup::everyHueCanBeReadOnBlack()
     QVERIFY2(least >= 7.75, qPrintable(QString::number(least)));
 }
 
-void TestColorLookup::onlyDarkHuesAreRemapped()
+void ColorLookupTest::onlyDarkHuesAreRemapped()
 {
     const ColorLookup lookup(bluePalette());
     for (int hue = 0; hue < 360; ++hue) {
@@ -69,7 +69,7 @@ void TestColorLookup::onlyDarkHuesAreRemapped()
     }
 }
 
-void TestColorLookup::coloursWithinThePaletteBecomeItsNearest_data()
+void ColorLookupTest::coloursWithinThePaletteBecomeItsNearest_data()
 {
     QTest::addColumn<int>("hue");
     QTest::addColumn<int>("index");
@@ -83,7 +83,7 @@ void TestColorLookup::coloursWithinThePaletteBecomeItsNearest_data()
     QTest::newRow("the highest") << 270 << 2;
 }
 
-void TestColorLookup::coloursWithinThePaletteBecomeItsNearest()
+void ColorLookupTest::coloursWithinThePaletteBecomeItsNearest()
 {
     QFETCH(int, hue);
     QFETCH(int, index);
@@ -93,14 +93,14 @@ void TestColorLookup::coloursWithinThePaletteBecomeItsNearest()
     QCOMPARE(result, bluePalette().at(index));
 }
 
-void TestColorLookup::greysStayAsTheyAre()
+void ColorLookupTest::greysStayAsTheyAre()
 {
     const QColor grey(120, 120, 120);
 
     QCOMPARE(ColorLookup(bluePalette()).remap(grey), grey);
 }
 
-void TestColorLookup::thePalettesOrderDoesNotMatter()
+void ColorLookupTest::thePalettesOrderDoesNotMatter()
 {
     QVector<QColor> palette = bluePalette();
     std::swap(palette[0], palette[1]);
@@ -110,12 +110,12 @@ void TestColorLookup::thePalettesOrderDoesNotMatter()
     QCOMPARE(result, bluePalette().at(2));
 }
 
-void TestColorLookup::anEmptyPaletteChangesNothing()
+void ColorLookupTest::anEmptyPaletteChangesNothing()
 {
     const QColor blue = QColor::fromHsv(240, 128, 255);
 
     QCOMPARE(ColorLookup({}).remap(blue), blue);
 }
 
-QTEST_GUILESS_MAIN(TestColorLookup)
+QTEST_GUILESS_MAIN(ColorLookupTest)
 #include "tst_colorlookup.moc"

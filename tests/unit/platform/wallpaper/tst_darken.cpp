@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-class TestDarken : public QObject
+class DarkenTest : public QObject
 {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ private:
     const VelmoorZerlinBackground m_background{m_folder.path()};
 };
 
-void TestDarken::everyLevelIsDarkened()
+void DarkenTest::everyLevelIsDarkened()
 {
     QImage image(256, 2, QImage::Format_RGB32);
     for (int level = 0; level < 256; ++level) {
@@ -39,7 +39,7 @@ void TestDarken::everyLevelIsDarkened()
     }
 }
 
-void TestDarken::copiesOfTheImageStayAsTheyAre()
+void DarkenTest::copiesOfTheImageStayAsTheyAre()
 {
     QImage image(3, 3, QImage::Format_RGB32);
     image.fill(Qt::white);
@@ -51,7 +51,7 @@ void TestDarken::copiesOfTheImageStayAsTheyAre()
     QCOMPARE(image.pixel(1, 1), qRgb(147, 147, 147));
 }
 
-void TestDarken::everyFormatBecomesOpaque_data()
+void DarkenTest::everyFormatBecomesOpaque_data()
 {
     QTest::addColumn<QImage::Format>("format");
 
@@ -62,7 +62,7 @@ void TestDarken::everyFormatBecomesOpaque_data()
     }
 }
 
-void TestDarken::everyFormatBecomesOpaque()
+void DarkenTest::everyFormatBecomesOpaque()
 {
     QFETCH(QImage::Format, format);
     QImage image(7, 5, QImage::Format_RGB32);
@@ -76,7 +76,7 @@ void TestDarken::everyFormatBecomesOpaque()
     QCOMPARE(image, expected);
 }
 
-void TestDarken::blackShowsThroughTransparentPixels()
+void DarkenTest::blackShowsThroughTransparentPixels()
 {
     QImage image(2, 1, QImage::Format_ARGB32);
     image.setPixel(0, 0, qRgba(255, 255, 255, 0));
@@ -90,7 +90,7 @@ void TestDarken::blackShowsThroughTransparentPixels()
     QCOMPARE(image.pixel(1, 0), qRgb(half, 0, half));
 }
 
-void TestDarken::aNullImageStaysNull()
+void DarkenTest::aNullImageStaysNull()
 {
     QImage image;
 
@@ -99,5 +99,5 @@ void TestDarken::aNullImageStaysNull()
     QVERIFY(image.isNull());
 }
 
-QTEST_GUILESS_MAIN(TestDarken)
+QTEST_GUILESS_MAIN(DarkenTest)
 #include "tst_darken.moc"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "wallpaperblur.h"
+#include "blur/wallpaperblur.h"
 
 #include "clampedreference.h"
 #include "samplepictures.h"
@@ -35,7 +35,7 @@ void compareWithPasses(const QImage& picture, const BlurPasses& passes)
 
 } // namespace
 
-class TestWallpaperBlur : public QObject
+class WallpaperBlurTest : public QObject
 {
     Q_OBJECT
 
@@ -48,16 +48,19 @@ private Q_SLOTS:
     void anyNumberOfRoundsIsExact();
     void anySizeIsExact_data();
     void anySizeIsExact();
+    void anyWidthOfTheBlurIsExact_data();
+    void anyWidthOfTheBlurIsExact();
     void symmetricPicturesStaySymmetric_data();
     void symmetricPicturesStaySymmetric();
     void plainPicturesStayAsTheyAre_data();
     void plainPicturesStayAsTheyAre();
+    void plainPicturesStayAsTheyAreUnderAWideBlur();
     void picturesStaySharpWithoutABlur_data();
     void picturesStaySharpWithoutABlur();
     void theResultIsOpaque();
 };
 
-void TestWallpaperBlur::picturesAreBlurredAsByTheirPasses_data()
+void WallpaperBlurTest::picturesAreBlurredAsByTheirPasses_data()
 {
     QTest::addColumn<QImage>("picture");
     QTest::addColumn<double>("ratio");
@@ -72,7 +75,7 @@ void TestWallpaperBlur::picturesAreBlurredAsByTheirPasses_data()
     }
 }
 
-void TestWallpaperBlur::picturesAreBlurredAsByTheirPasses()
+void WallpaperBlurTest::picturesAreBlurredAsByTheirPasses()
 {
     QFETCH(QImage, picture);
     QFETCH(double, ratio);
@@ -82,7 +85,7 @@ void TestWallpaperBlur::picturesAreBlurredAsByTheirPasses()
         picture, {unscaled.rounds, qRound(unscaled.radius * ratio), unscaled.sigma * ratio});
 }
 
-void TestWallpaperBlur::edgesNearABorderAreBlurredAsByTheirPasses_data()
+void WallpaperBlurTest::edgesNearABorderAreBlurredAsByTheirPasses_data()
 {
     QTest::addColumn<int>("distance");
 
@@ -91,14 +94,14 @@ void TestWallpaperBlur::edgesNearABorderAreBlurredAsByTheirPasses_data()
     }
 }
 
-void TestWallpaperBlur::edgesNearABorderAreBlurredAsByTheirPasses()
+void WallpaperBlurTest::edgesNearABorderAreBlurredAsByTheirPasses()
 {
     QFETCH(int, distance);
 
     compareWithPasses(edgePicture({120, 101}, {distance, 101 - distance}), DefaultPasses);
 }
 
-void TestWallpaperBlur::anyNumberOfRoundsIsExact_data()
+void WallpaperBlurTest::anyNumberOfRoundsIsExact_data()
 {
     QTest::addColumn<int>("rounds");
     QTest::addColumn<QImage>("picture");
@@ -110,7 +113,7 @@ void TestWallpaperBlur::anyNumberOfRoundsIsExact_data()
     }
 }
 
-void TestWallpaperBlur::anyNumberOfRoundsIsExact()
+void WallpaperBlurTest::anyNumberOfRoundsIsExact()
 {
     QFETCH(int, rounds);
     QFETCH(QImage, picture);
@@ -118,7 +121,7 @@ void TestWallpaperBlur::anyNumberOfRoundsIsExact()
     compareWithPasses(picture, {rounds, DefaultPasses.radius, DefaultPasses.sigma});
 }
 
-void TestWallpaperBlur::anySizeIsExact_data()
+void WallpaperBlurTest::anySizeIsExact_data()
 {
     QTest::addColumn<QSize>("size");
 
@@ -130,14 +133,54 @@ void TestWallpaperBlur::anySizeIsExact_data()
     }
 }
 
-void TestWallpaperBlur::anySizeIsExact()
+void WallpaperBlurTest::anySizeIsExact()
 {
     QFETCH(QSize, size);
 
     compareWithPasses(noisePicture(size), DefaultPasses);
 }
 
-void TestWallpaperBlur::symmetricPicturesStaySymmetric_data()
+void WallpaperBlurTest::anyWidthOfTheBlurIsExact_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("rounds");
+    QTest::addColumn<int>("radius");
+    QTest::addColumn<double>("sigma");
+
+    const auto add = [](const QSize& size, int rounds, int radius, double sigma) {
+        QTest::addRow(
+            "%d x %d, %d x %d, sigma %g", size.width(), size.height(), rounds, radius, sigma)
+            << size << rounds << radius << sigma;
+    };
+    for (const int rounds : {1, 2, 8, 30, 100}) {
+        add({1, 1}, rounds, 256, 256);
+        add({2, 90}, rounds, 256, 256);
+        add({61, 43}, rounds, 32, 16);
+        add({80, 90}, rounds, 4, 1.3);
+        add({300, 3}, rounds, 16, 10);
+        add({3, 1200}, rounds, 4, 2.6);
+    }
+    add({800, 3}, 8, 36, 16.5);
+}
+
+void WallpaperBlurTest::anyWidthOfTheBlurIsExact()
+{
+    QFETCH(QSize, size);
+    QFETCH(int, rounds);
+    QFETCH(int, radius);
+    QFETCH(double, sigma);
+
+    // Their mean error says nothing: of a picture that became plain, it is what one level was
+    // rounded by.
+    const BlurPasses passes = {rounds, radius, sigma};
+    for (const QImage& picture :
+         {noisePicture(size), edgePicture(size, {size.width() / 3, size.height() / 2})}) {
+        const BlurError error = blurError(picture, blurred(picture, passes), passes);
+        QVERIFY2(error.largest <= 1.2, qPrintable(QString::number(error.largest)));
+    }
+}
+
+void WallpaperBlurTest::symmetricPicturesStaySymmetric_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("rounds");
@@ -151,7 +194,7 @@ void TestWallpaperBlur::symmetricPicturesStaySymmetric_data()
     }
 }
 
-void TestWallpaperBlur::symmetricPicturesStaySymmetric()
+void WallpaperBlurTest::symmetricPicturesStaySymmetric()
 {
     QFETCH(QSize, size);
     QFETCH(int, rounds);
@@ -164,7 +207,7 @@ void TestWallpaperBlur::symmetricPicturesStaySymmetric()
     QCOMPARE(result.mirrored(false, true), result);
 }
 
-void TestWallpaperBlur::plainPicturesStayAsTheyAre_data()
+void WallpaperBlurTest::plainPicturesStayAsTheyAre_data()
 {
     QTest::addColumn<int>("rounds");
 
@@ -172,7 +215,17 @@ void TestWallpaperBlur::plainPicturesStayAsTheyAre_data()
     QTest::newRow("many rounds") << 60;
 }
 
-void TestWallpaperBlur::plainPicturesStayAsTheyAre()
+void WallpaperBlurTest::plainPicturesStayAsTheyAreUnderAWideBlur()
+{
+    QImage picture(700, 690, QImage::Format_RGB32);
+    for (const int level : {1, 77, 128, 200, 255}) {
+        picture.fill(qRgb(level, 255 - level, level / 2));
+
+        QCOMPARE(blurred(picture, {16, 40, 20}), picture);
+    }
+}
+
+void WallpaperBlurTest::plainPicturesStayAsTheyAre()
 {
     QFETCH(int, rounds);
     QImage picture(90, 95, QImage::Format_RGB32);
@@ -183,7 +236,7 @@ void TestWallpaperBlur::plainPicturesStayAsTheyAre()
     }
 }
 
-void TestWallpaperBlur::picturesStaySharpWithoutABlur_data()
+void WallpaperBlurTest::picturesStaySharpWithoutABlur_data()
 {
     QTest::addColumn<int>("rounds");
     QTest::addColumn<int>("radius");
@@ -195,7 +248,7 @@ void TestWallpaperBlur::picturesStaySharpWithoutABlur_data()
     QTest::newRow("tiny sigma") << 15 << 4 << 1e-6;
 }
 
-void TestWallpaperBlur::picturesStaySharpWithoutABlur()
+void WallpaperBlurTest::picturesStaySharpWithoutABlur()
 {
     QFETCH(int, rounds);
     QFETCH(int, radius);
@@ -205,7 +258,7 @@ void TestWallpaperBlur::picturesStaySharpWithoutABlur()
     QCOMPARE(blurred(picture, {rounds, radius, sigma}), picture);
 }
 
-void TestWallpaperBlur::theResultIsOpaque()
+void WallpaperBlurTest::theResultIsOpaque()
 {
     for (const QSize& size : {QSize(10, 10), QSize(100, 100)}) {
         const QImage result = blurred(noisePicture(size));
@@ -217,5 +270,5 @@ void TestWallpaperBlur::theResultIsOpaque()
     }
 }
 
-QTEST_GUILESS_MAIN(TestWallpaperBlur)
+QTEST_GUILESS_MAIN(WallpaperBlurTest)
 #include "tst_wallpaperblur.moc"

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "testfolder.h"
+
+#include <QJsonObject>
+#include <QMap>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+/// A user's bridge, and the keys that it follows as the daemon would write them.
+///
+/// The store, the bridge's own files and its configuration are empty at first. Warnings that no one
+/// has taken fail the test.
+class BridgeSession
+{
+public:
+    static constexpr int DeadlineMs = 10000;
+
+    /// The keys of the wallpaper, the highlight colour and the active moodset.
+    static const QString wallpaperKey;
+    static const QString highlightKey;
+    static const QString moodsetKey;
+    /// The key that GNOME and Phosh take the picture from, and that of the accent colour.
+    static const QString pictureUriKey;
+    static const QString accentKey;
+
+    BridgeSession();
+    ~BridgeSession();
+    Q_DISABLE_COPY_MOVE(BridgeSession)
+
+    /// Writes the configuration. Must come before start().
+    static void configure(const QByteArray& text);
+    void setEnvironment(const QString& name, const QString& value);
+
+    /// Starts the bridge, and waits until it has dealt with what the keys say.
+    Q_REQUIRED_RESULT bool start();
+    /// Ends the bridge, and waits for its end.
+    void kill();
+    bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
+    Q_REQUIRED_RESULT bool waitForEnd();
+    qint64 processId() const { return m_process.processId(); }
+
+    /// Runs the bridge's program with these options to its end. Returns the exit status.
+    int run(const QStringList& options);
+    /// What the last run() has printed, to both channels.
+    QString output() const { return m_output; }
+
+    /// What `--status --json` says of an adapter.
+    QJsonObject status(const QString& adapter);
+    /// The part of it that tells what was set.
+    QJsonObject values(const QString& adapter);
+    /// Waits until the status of an adapter fulfils the condition.
+    Q_REQUIRED_RESULT bool waitForStatus(
+        const QString& adapter, const std::function<bool(const QJsonObject&)>& condition);
+    /// Waits until the adapter has set what the keys say, for a look with this wallpaper.
+    Q_REQUIRED_RESULT bool waitForFailure(const QString& adapter, const QString& part);
+
+    /// Writes keys in one step, as the daemon does; an empty text clears a key.
+    static void write(const QMap<QString, QString>& keys);
+    /// Writes a small picture with this colour, and gives its path.
+    QString picture(const QString& name, const QColor& color);
+    /// Has the keys name a wallpaper and a highlight colour.
+    static void setLook(const QString& wallpaper, const QString& highlight);
+
+    /// A text in the store, as another process reads it; empty if there is none.
+    static QString stored(const QString& key);
+    /// The copies that were handed out and are still there.
+    static QStringList copies();
+    static QString dataFolder();
+
+    /// Takes the warnings of the bridge so far.
+    QStringList takeWarnings();
+
+    TestFolder folder;
+
+private:
+    QProcess m_process;
+    QString m_output;
+    QByteArray m_log;
+    int m_warningsTaken = 0;
+};
+
+/// Waits until the condition holds, with the event loop turning; false after the deadline.
+Q_REQUIRED_RESULT bool waitUntil(const std::function<bool()>& condition);

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "bridgesession.h"
+#include "headlesssway.h"
+#include "playedservice.h"
+#include "storewatcher.h"
+#include "themesession.h"
+
+#include <QImage>
+#include <QJsonObject>
+#include <QTest>
+
+namespace {
+
+QColor middleOf(const QString& path)
+{
+    const QImage image(path);
+    return image.isNull() ? QColor() : image.pixelColor(image.rect().center());
+}
+
+} // namespace
+
+/// The way from a call of the daemon to the shells, with the real daemon. Its session is the
+/// process's own, so that there is one in each test program.
+class BridgeDaemonTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void handsOnWhatTheDaemonIsToldToSet()
+    {
+        ThemeSession theme;
+        BridgeSession session;
+        PlayedService gnome(QDBusConnection::SessionBus, QStringLiteral("org.gnome.Shell"));
+        QVERIFY(gnome.appear());
+        HeadlessSway sway;
+        const bool hasSway = HeadlessSway::missing().isEmpty();
+        QVERIFY(!hasSway || sway.start());
+        QVERIFY(session.start());
+        QVERIFY(theme.startAtRest());
+        const QString red = theme.folders.elsewhere(QStringLiteral("red.png"));
+        QVERIFY(ThemeSession::writePicture(red));
+
+        QVERIFY(ThemeSession::set(red));
+
+        const QColor color = middleOf(BridgeSession::stored(BridgeSession::wallpaperKey));
+        QVERIFY(color.isValid());
+        QVERIFY(waitUntil([&] {
+            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("red");
+        }));
+        QCOMPARE(
+            middleOf(QUrl(BridgeSession::stored(BridgeSession::pictureUriKey)).toLocalFile()),
+            color);
+        if (hasSway) {
+            QVERIFY(waitUntil([&] { return isClose(sway.middle(), color); }));
+        }
+
+        // The same path with another picture: no key changes, and the moodset keeps its colours.
+        QImage other(60, 60, QImage::Format_RGB32);
+        other.fill(Qt::blue);
+        QVERIFY(other.save(red));
+        QVERIFY(ThemeSession::set(red));
+        const QColor second = middleOf(BridgeSession::stored(BridgeSession::wallpaperKey));
+        QVERIFY(waitUntil([&] {
+            return middleOf(QUrl(BridgeSession::stored(BridgeSession::pictureUriKey)).toLocalFile())
+                == second;
+        }));
+
+        // A burst costs one apply at its beginning, at most, and one after its end.
+        StoreWatcher watcher;
+        const QString green = theme.folders.elsewhere(QStringLiteral("green.png"));
+        other.fill(Qt::green);
+        QVERIFY(other.save(green));
+        for (int i = 0; i < 50; ++i) {
+            QVERIFY(ThemeSession::set(i % 2 == 0 ? red : green));
+        }
+        QVERIFY(waitUntil([&] {
+            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("green");
+        }));
+        QVERIFY(watcher.catchUp());
+        int applied = 0;
+        const QList<QStringList> announcements = watcher.announcements();
+        for (const QStringList& keys : announcements) {
+            applied += keys.contains(BridgeSession::pictureUriKey) ? 1 : 0;
+        }
+        QVERIFY2(applied >= 1 && applied <= 2, qPrintable(QString::number(applied)));
+    }
+};
+
+QTEST_GUILESS_MAIN(BridgeDaemonTest)
+
+#include "tst_bridgedaemon.moc"

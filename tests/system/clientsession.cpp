@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "clientsession.h"
+
+#include "command.h"
+#include "daemonprocess.h"
+#include "failunless.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+const auto Service = QStringLiteral("com.zavro.moodsetd");
+
+QString serviceFile()
+{
+    const QString folder = QString::fromLocal8Bit(qgetenv("PRIVATE_MACHINE"))
+        + QStringLiteral("/runtime/dbus-1/services");
+    QDir().mkpath(folder);
+    return folder + QStringLiteral("/com.zavro.moodsetd.service");
+}
+
+bool reloadBus()
+{
+    const QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ReloadConfig"));
+    return QDBusConnection::sessionBus().call(call).type() == QDBusMessage::ReplyMessage;
+}
+
+/// The command of a daemon that has the user's folders; one that the bus starts has the bus's own.
+QByteArray daemonCommand()
+{
+    QByteArray command("/usr/bin/env");
+    for (const char* const name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"}) {
+        if (qEnvironmentVariableIsSet(name)) {
+            command += QByteArray(" ") + name + '=' + qgetenv(name);
+        }
+    }
+    return command + " " MOODSETD_EXECUTABLE;
+}
+
+} // namespace
+
+QJsonObject ClientSession::Result::json() const
+{
+    return QJsonDocument::fromJson(output.toUtf8()).object();
+}
+
+QJsonObject ClientSession::Result::result() const
+{
+    return json().value(QLatin1String("result")).toObject();
+}
+
+ClientSession::ClientSession()
+    : m_bundles(folders)
+{
+    failUnless(
+        folders.isValid() && m_bundles.isValid() && m_store.isValid(), "the user cannot be made");
+    qputenv("XDG_STATE_HOME", QFile::encodeName(folders.data() + QStringLiteral("/state")));
+    // Wallpapers of earlier users are not to be found.
+    qputenv("XDG_CACHE_HOME", QFile::encodeName(folders.data() + QStringLiteral("/cache")));
+    failUnless(letDaemonBeStarted(), "the bus cannot be told of the daemon");
+}
+
+ClientSession::~ClientSession()
+{
+    failUnless(endDaemon() && letDaemonBeStarted(false), "the daemon does not end");
+    qunsetenv("XDG_STATE_HOME");
+    qputenv("XDG_CACHE_HOME", m_cache);
+}
+
+bool ClientSession::letDaemonBeStarted(bool isStarted)
+{
+    QFile file(serviceFile());
+    if (!isStarted) {
+        return file.remove() && reloadBus();
+    }
+    const QByteArray text(
+        "[D-BUS Service]\nName=com.zavro.moodsetd\nExec=" + daemonCommand() + '\n');
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
+    return isWritten && reloadBus();
+}
+
+bool ClientSession::endDaemon(int signal)
+{
+    auto* const bus = QDBusConnection::sessionBus().interface();
+    if (!bus->isServiceRegistered(Service)) {
+        return true;
+    }
+    kill(pid_t(bus->servicePid(Service).value()), signal);
+    return QTest::qWaitFor(
+        [bus] { return !bus->isServiceRegistered(Service); }, DaemonProcess::deadlineMs);
+}
+
+ClientSession::Result ClientSession::run(
+    const QStringList& arguments, const QStringList& environment)
+{
+    QProcess process;
+    process.setEnvironment(QProcess::systemEnvironment() + environment);
+    process.start(QStringLiteral(MOODSETCTL_EXECUTABLE), arguments);
+    Result result;
+    const bool hasEnded = QTest::qWaitFor(
+        [&process] { return process.state() == QProcess::NotRunning; }, DaemonProcess::deadlineMs);
+    if (hasEnded && process.exitStatus() == QProcess::NormalExit) {
+        result.exitCode = process.exitCode();
+    }
+    result.output = QString::fromUtf8(process.readAllStandardOutput());
+    result.errors = QString::fromUtf8(process.readAllStandardError());
+    return result;
+}
+
+TerminalRun ClientSession::runInTerminal(const QStringList& arguments, int columns)
+{
+    return TerminalRun::run(QStringLiteral(MOODSETCTL_EXECUTABLE), arguments, columns);
+}
+
+ClientSession::Result ClientSession::runJson(
+    const QStringList& arguments, const QStringList& environment)
+{
+    Result result = run(QStringList(QStringLiteral("--json")) + arguments, environment);
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("output.json")));
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.write(result.output.toUtf8()) > 0 && file.flush();
+    const bool isValid = isWritten
+        && runCommand(QStringLiteral(CHECK_SCHEMA),
+                      {QStringLiteral(CLIENT_SCHEMA), file.fileName()});
+    failUnless(isValid, qPrintable(QStringLiteral("not as the schema says: ") + result.output));
+    return result;
+}
