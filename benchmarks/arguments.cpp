@@ -30,6 +30,11 @@ void Arguments::addNumber(const char* name, const char* help, const char* defaul
          QLatin1String(defaultValue)});
 }
 
+void Arguments::addFile(const char* name, const char* help)
+{
+    m_parser.addOption({QLatin1String(name), QLatin1String(help), QStringLiteral("FILE")});
+}
+
 void Arguments::read()
 {
     m_parser.process(*QCoreApplication::instance());
@@ -46,6 +51,11 @@ QDir Arguments::folder() const
 int Arguments::number(const char* name) const
 {
     return m_parser.value(QLatin1String(name)).toInt();
+}
+
+QString Arguments::file(const char* name) const
+{
+    return m_parser.value(QLatin1String(name));
 }
 
 int Arguments::finish(const Report& report) const

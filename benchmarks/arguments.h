@@ -15,13 +15,16 @@ public:
     explicit Arguments(const QString& description);
 
     void addNumber(const char* name, const char* help, const char* defaultValue);
-    /// Reads the arguments of this process, and ends it if they are not as they should be.
+    void addFile(const char* name, const char* help);
+    /// Reads the arguments of this process. Ends the process if they are wrong.
     void read();
 
     QDir folder() const;
     int number(const char* name) const;
+    /// The path that was given, or an empty one.
+    QString file(const char* name) const;
 
-    /// Prints a report; the exit status that it asks for.
+    /// Prints a report. Returns the exit status that follows from it.
     int finish(const Report& report) const;
 
 private:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The least that starting a program takes which opens a database and takes a name on the bus, to
-// measure the daemon's start against.
+// The minimum for the start of a program that opens a database and takes a name on the bus. The
+// daemon's start is compared with it.
 //
 // barestart DATABASE NAME
 #include <QCoreApplication>

@@ -8,6 +8,7 @@
 #include "libraryrows.h"
 #include "measureddaemon.h"
 #include "measuredprocess.h"
+#include "pagecache.h"
 #include "report.h"
 
 #include <QCoreApplication>
@@ -32,14 +33,14 @@ const QString BareName = QStringLiteral("com.zavro.moodsetd.barestart");
 /// Starts are short and cheap, so there are more of them in a round.
 constexpr int StartsPerRound = 5;
 
-/// After its last announcement, which comes 10 ms after its last change, a daemon is at rest.
+/// When this time has passed after its last announcement, a daemon is at rest.
 constexpr std::chrono::seconds SettleTime(1);
 
 constexpr double KibPerMib = 1024;
 
 struct Settings
 {
-    /// Holds the corpora, the database and all else that is written.
+    /// The directory for the corpora, the database and all other files.
     QDir folder;
     int pictures = 0;
     int smallPictures = 0;
@@ -47,13 +48,17 @@ struct Settings
     int movedPictures = 0;
     int rounds = 0;
     std::chrono::seconds restTime{0};
+    /// The program of another daemon to measure besides; none if empty.
+    QByteArray otherDaemon;
 };
 
-/// What a round has measured; times in ms, memory in MiB.
+/// The results of a round. Times are in ms, memory is in MiB.
 struct Results
 {
     Series daemonProcessor, floorProcessor;
     Series daemonWall, floorWall;
+    Series otherProcessor, otherWall;
+    Series coldWall, coldRead, otherColdWall, otherColdRead;
     Series smallProcessor, largeProcessor, largePeak;
     Series daemonPeak, floorPeak, daemonResident, daemonProportional;
     Series restartWall, restartProcessor, findWall, findProcessor;
@@ -80,9 +85,9 @@ public:
         makeCorpus("pictures", m_settings.pictures, 0);
         makeCorpus("small", m_settings.smallPictures, 0);
         makeCorpus("large", m_settings.largePictures, 0);
-        // Their names are none of those that they are moved among.
+        // Their names differ from the names in the directory that they are moved to.
         makeCorpus("incoming", m_settings.movedPictures, m_settings.pictures);
-        // Brings the files' first pages into memory, for all that follow.
+        // This reads the first pages of the files into memory, for all measurements that follow.
         measureFloor(nullptr);
         for (int round = 1; round <= m_settings.rounds; ++round) {
             std::cerr << "round " << round << " of " << m_settings.rounds << '\n';
@@ -113,6 +118,8 @@ private:
         measureFloor(&m_results);
         measureIndexing();
         compareRows();
+        measureOther();
+        measureCold(program("moodsetd"), &m_results.coldWall, &m_results.coldRead);
         measureRestartAndMove();
         for (int i = 0; i < StartsPerRound; ++i) {
             m_results.bareStart.push_back(startTime(
@@ -126,8 +133,8 @@ private:
         m_results.largePeak.push_back(inMib(large.memory().peak));
     }
 
-    /// The floor's time from its start for the library, and then that for the pictures to be
-    /// moved, which does not hold the start.
+    /// Measures the floor's time for the library, from its start, and its time for the pictures
+    /// that are moved, which does not include the start.
     void measureFloor(Results* results)
     {
         removeDatabase(path("floor.sqlite"));
@@ -149,12 +156,42 @@ private:
         }
     }
 
-    /// A daemon that has just indexed a corpus into a new database.
-    MeasuredProcess indexFresh(const char* corpus) const
+    /// Starts a daemon that indexes a corpus into a new database, and waits until it is done.
+    MeasuredProcess indexFresh(
+        const char* corpus, const QByteArray& daemon = program("moodsetd")) const
     {
         removeDatabase(daemonDatabase());
         setPicturesFolder(path(corpus));
-        return startDaemon(FileIdleLine);
+        return startDaemon(FileIdleLine, daemon);
+    }
+
+    /// What there is to set against the daemon's figures where another daemon is given.
+    void measureOther()
+    {
+        if (m_settings.otherDaemon.isEmpty()) {
+            return;
+        }
+        {
+            const MeasuredProcess other = indexFresh("pictures", m_settings.otherDaemon);
+            m_results.otherWall.push_back(timeSinceStart(other).count());
+            m_results.otherProcessor.push_back(other.processorTime().count());
+        }
+        measureCold(m_settings.otherDaemon, &m_results.otherColdWall, &m_results.otherColdRead);
+    }
+
+    /// Indexes the library while none of its files is in memory. The time, and the MB that are read
+    /// from the disk where they are counted.
+    void measureCold(const QByteArray& daemon, Series* wall, Series* read) const
+    {
+        constexpr double bytesPerMegabyte = 1e6;
+        dropPages(path("pictures"));
+        const std::optional<double> before = bytesRead(path("pictures"));
+        const MeasuredProcess process = indexFresh("pictures", daemon);
+        wall->push_back(timeSinceStart(process).count());
+        const std::optional<double> after = bytesRead(path("pictures"));
+        if (before && after) {
+            read->push_back((*after - *before) / bytesPerMegabyte);
+        }
     }
 
     void measureIndexing()
@@ -202,7 +239,7 @@ private:
         const auto start = std::chrono::steady_clock::now();
         move(names, path("incoming"), target);
         SteadyTime end;
-        // It may also come to rest between two of the moves.
+        // The daemon may also be at rest between two moves.
         do {
             daemon->waitForLine(FileIdleLine);
             end = std::chrono::steady_clock::now();
@@ -210,7 +247,7 @@ private:
         m_results.moved.push_back(Milliseconds(end - start).count());
         daemon->stop(SIGTERM);
 
-        // The mover alone, with nobody to watch it.
+        // This measures the moves alone, without a daemon.
         const auto backStart = std::chrono::steady_clock::now();
         move(names, target, path("incoming"));
         m_results.movedFloor.back() +=
@@ -268,6 +305,38 @@ private:
     QStringList m_floorRows;
 };
 
+void addCold(Report* report, const Results& results, const QString& library)
+{
+    report->add(Comparison{
+        library + QStringLiteral("none in memory, time to idle"), QStringLiteral("ms"),
+        results.coldWall, QStringLiteral("all in memory"), results.daemonWall, 1.5});
+    if (!results.coldRead.empty()) {
+        report->add(Quantity{
+            library + QStringLiteral("none in memory, read from the disk"), QStringLiteral("MB"),
+            results.coldRead, 180});
+    }
+}
+
+/// The lines of another daemon, by its side.
+void addOther(Report* report, const Results& results, const QString& library)
+{
+    const QString other = QStringLiteral("other daemon");
+    report->add(Comparison{
+        library + QStringLiteral("processor time to idle"), QStringLiteral("ms"),
+        results.daemonProcessor, other, results.otherProcessor});
+    report->add(Comparison{
+        library + QStringLiteral("time to idle"), QStringLiteral("ms"), results.daemonWall, other,
+        results.otherWall});
+    report->add(Comparison{
+        library + QStringLiteral("none in memory, time to idle"), QStringLiteral("ms"),
+        results.coldWall, other, results.otherColdWall});
+    if (!results.coldRead.empty()) {
+        report->add(Comparison{
+            library + QStringLiteral("none in memory, read from the disk"), QStringLiteral("MB"),
+            results.coldRead, other, results.otherColdRead});
+    }
+}
+
 Report makeReport(const Results& results, const Settings& settings)
 {
     const QString ms = QStringLiteral("ms");
@@ -278,23 +347,27 @@ Report makeReport(const Results& results, const Settings& settings)
     Report report;
     report.add(Comparison{
         library + QStringLiteral("processor time to idle"), ms, results.daemonProcessor, floor,
-        results.floorProcessor, 1.25});
+        results.floorProcessor});
     report.add(Comparison{
-        library + QStringLiteral("time to idle"), ms, results.daemonWall, floor, results.floorWall,
-        1.4});
+        library + QStringLiteral("time to idle"), ms, results.daemonWall, floor,
+        results.floorWall});
+    addCold(&report, results, library);
+    if (!settings.otherDaemon.isEmpty()) {
+        addOther(&report, results, library);
+    }
     report.add(Comparison{
         library + QStringLiteral("processor time to idle"), ms, results.daemonProcessor,
         QStringLiteral("%1 pictures").arg(settings.smallPictures), results.smallProcessor});
     report.add(Comparison{
         QStringLiteral("%1 pictures, processor time to idle").arg(settings.largePictures), ms,
         results.largeProcessor, QStringLiteral("%1 pictures").arg(settings.pictures),
-        results.daemonProcessor, 1.1 * settings.largePictures / settings.pictures});
+        results.daemonProcessor, 1.05 * settings.largePictures / settings.pictures});
     report.add(Comparison{
-        QStringLiteral("Peak memory"), mib, results.daemonPeak, floor, results.floorPeak, 1.25});
-    report.add(Quantity{QStringLiteral("Peak memory"), mib, results.daemonPeak, 40, true});
+        QStringLiteral("Peak memory"), mib, results.daemonPeak, floor, results.floorPeak});
+    report.add(Quantity{QStringLiteral("Peak memory"), mib, results.daemonPeak, 35, true});
     report.add(Quantity{
         QStringLiteral("Peak memory, %1 pictures").arg(settings.largePictures), mib,
-        results.largePeak, 40, true});
+        results.largePeak, 35, true});
     report.add(Quantity{QStringLiteral("Memory when idle, resident"), mib, results.daemonResident});
     report.add(
         Quantity{QStringLiteral("Memory when idle, its share"), mib, results.daemonProportional});
@@ -325,10 +398,11 @@ int main(int argc, char* argv[])
     Arguments arguments(QStringLiteral("Measures the daemon at indexing pictures."));
     arguments.addNumber("pictures", "Pictures in the library.", "10000");
     arguments.addNumber("small", "Pictures in the small library.", "1000");
-    arguments.addNumber("large", "Pictures in the large library.", "50000");
+    arguments.addNumber("large", "Pictures in the large library.", "100000");
     arguments.addNumber("moved", "Pictures that are moved in.", "1000");
     arguments.addNumber("rounds", "Rounds of which medians are taken.", "5");
     arguments.addNumber("rest", "Seconds at rest.", "60");
+    arguments.addFile("other", "Another daemon's program, to be measured in turns with this one.");
     arguments.read();
     const Settings settings{
         arguments.folder(),
@@ -337,6 +411,7 @@ int main(int argc, char* argv[])
         arguments.number("large"),
         arguments.number("moved"),
         arguments.number("rounds"),
-        std::chrono::seconds(arguments.number("rest"))};
+        std::chrono::seconds(arguments.number("rest")),
+        QFile::encodeName(arguments.file("other"))};
     return arguments.finish(makeReport(Benchmark(settings).run(), settings));
 }

@@ -35,7 +35,7 @@ struct Settings
     int rounds = 0;
 };
 
-/// What a process has spent on a task.
+/// The time that a process needs for a task.
 struct Costs
 {
     Series wall, processor; // ms
@@ -49,7 +49,7 @@ struct Results
     Series edit, emptyCallAndCommit;
 };
 
-/// One of many edits of a moodset: a colour, the volume and the file of a tone.
+/// The values of an edit of a moodset: a colour, the volume and the file of a tone.
 struct Edit
 {
     explicit Edit(int number)
@@ -78,7 +78,7 @@ QDBusMessage saveCall(qint64 id, const QString& bundle, const Edit& edit)
     return daemonCall(QStringLiteral("saveAttributes"), {moodsetType, id, values});
 }
 
-/// Writes edits with the statements of the daemon, and tells how long the commit of each takes.
+/// Writes edits with the daemon's statements, and measures the time of each commit.
 class BareEditor
 {
 public:
@@ -115,7 +115,7 @@ public:
     }
 
 private:
-    /// Removed once all that uses it is gone, hence the first member.
+    /// This is the first member, so the connection is removed after everything that uses it.
     const DatabaseConnection m_connection;
     QSqlDatabase m_database;
     qint64 m_id;
@@ -137,9 +137,9 @@ public:
     {
         std::cerr << "installing " << m_settings.bundles << " bundles\n";
         installBundles(m_settings.bundles);
-        // No pictures, and not so much as a folder for them.
+        // There are no pictures, and no directory for them.
         setPicturesFolder(m_settings.folder.filePath(QStringLiteral("none")));
-        // Brings all that is read for the first time into memory.
+        // This reads all files into memory for the first time.
         measureFloor();
         m_results = Results();
         for (int round = 1; round <= m_settings.rounds; ++round) {
@@ -182,7 +182,7 @@ private:
         m_results.floor.processor.push_back(floor.processorTime().count());
     }
 
-    /// A daemon that has been measured from its start to its rest.
+    /// Measures a daemon from its start until it is at rest.
     static MeasuredProcess measureStart(Costs* costs)
     {
         MeasuredProcess daemon = startDaemon(InstallIdleLine);
@@ -202,7 +202,7 @@ private:
         }
     }
 
-    /// Calls and commits in turns; each call finds the daemon at rest.
+    /// Measures calls and commits in turns. The daemon is at rest before each call.
     void measureEdits(MeasuredProcess* daemon)
     {
         const QString bundle = bundlePath(m_settings.bundles / 2);

@@ -22,7 +22,7 @@
 
 namespace {
 
-/// As many moodsets as the daemon writes in one transaction.
+/// The number of moodsets that the daemon writes in one transaction.
 constexpr int BatchSize = 100;
 
 constexpr int KnownEntries = 1;
@@ -112,7 +112,7 @@ private:
         m_database.commit();
     }
 
-    /// Writes a transaction for each tone, and one for all that waits.
+    /// Writes one transaction for each tone, and one for all moodsets that wait.
     void writeMoodsets()
     {
         struct Resource

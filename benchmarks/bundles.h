@@ -3,21 +3,22 @@
 
 #include <QString>
 
-/// Where packages install their bundles.
+/// The directory in which packages install their bundles.
 QString installPath();
 
 /// The directory of a bundle, by its number from 0 on, and its moodset file.
 QString bundlePath(int number);
 QString bundleFile(int number);
 
-/// Installs as many bundles, each a copy of the same sample, with a wallpaper and three tones,
-/// under its own name. Ends this process if it cannot.
+/// Installs `count` bundles. Each is a copy of the same sample with its own name, a wallpaper and
+/// three tones. Ends this process on failure.
 void installBundles(int count);
 
-/// Gives an installed bundle's file another name for the moodset, and another time.
+/// Changes the moodset's name in the file of an installed bundle, and the time of the file.
 void changeBundle(int number);
 
-/// Gives an installed bundle another picture, a JPEG, in the layout of a version of moodset files.
+/// Replaces the picture of an installed bundle by a JPEG in the layout that belongs to `version` of
+/// moodset files.
 void changeWallpaper(int number, const QString& picture, int version);
 
 /// The path of a bundle's picture.

@@ -21,14 +21,14 @@ QByteArray bigEndian(Number number)
     return bytes;
 }
 
-/// A directory of tags with the values that do not fit into its entries behind it.
+/// A directory of tags. Values that do not fit into its entries follow it.
 class TagDirectory
 {
 public:
     /// A directory of `entryCount` tags at `offset` of the block.
     TagDirectory(quint32 offset, int entryCount)
-        : m_valuesOffset(offset + 2 + 12 * static_cast<quint32>(entryCount) + 4)
-        , m_entries(littleEndian(static_cast<quint16>(entryCount)))
+        : m_valuesOffset(offset + 2 + 12 * quint32(entryCount) + 4)
+        , m_entries(littleEndian(quint16(entryCount)))
     {
     }
 
@@ -42,7 +42,7 @@ public:
     void addText(quint16 tag, const QByteArray& text)
     {
         const QByteArray value = text + '\0';
-        const auto length = static_cast<quint32>(value.size());
+        const auto length = quint32(value.size());
         if (length <= 4) {
             addEntry(tag, 2, length, value.leftJustified(4, '\0'));
         } else {
@@ -51,8 +51,8 @@ public:
         }
     }
 
-    /// Where the next thing behind this directory stands, once all tags are added.
-    quint32 end() const { return m_valuesOffset + static_cast<quint32>(m_values.size()); }
+    /// The offset after this directory, when all tags are added.
+    quint32 end() const { return m_valuesOffset + quint32(m_values.size()); }
 
     QByteArray bytes(quint32 nextDirectory) const
     {
@@ -70,7 +70,7 @@ private:
     QByteArray m_values;
 };
 
-/// What cameras write of their own makes their headers long.
+/// Cameras add notes of their own, which make the headers long.
 constexpr int NoteLength = 512;
 
 } // namespace
@@ -79,12 +79,12 @@ QByteArray exifSegment(const ExifTags& tags)
 {
     const QByteArray date =
         tags.dateTaken.toString(QStringLiteral("yyyy:MM:dd HH:mm:ss")).toLatin1();
-    // The first directory has the same length whatever its pointers say.
+    // The length of the first directory does not depend on its offsets.
     const auto mainDirectory = [&](quint32 exifOffset) {
         TagDirectory directory(8, 6);
         directory.addText(0x010f, "Camera");
         directory.addText(0x0110, "Phone camera");
-        directory.addShort(0x0112, static_cast<quint16>(tags.orientation));
+        directory.addShort(0x0112, quint16(tags.orientation));
         directory.addText(0x0131, "Camera 1.0");
         directory.addText(0x0132, date);
         directory.addLong(0x8769, exifOffset);
@@ -106,10 +106,10 @@ QByteArray exifSegment(const ExifTags& tags)
         TagDirectory thumbnail(thumbnailOffset, 3);
         thumbnail.addShort(0x0103, 6);
         thumbnail.addLong(0x0201, thumbnail.end());
-        thumbnail.addLong(0x0202, static_cast<quint32>(tags.thumbnail.size()));
+        thumbnail.addLong(0x0202, quint32(tags.thumbnail.size()));
         block += thumbnail.bytes(0) + tags.thumbnail;
     }
 
     const QByteArray content = QByteArray("Exif\0\0", 6) + block;
-    return "\xff\xe1" + bigEndian(static_cast<quint16>(content.size() + 2)) + content;
+    return "\xff\xe1" + bigEndian(quint16(content.size() + 2)) + content;
 }

@@ -7,51 +7,80 @@
 // reads the size and the two tags of each picture once, writes the rows that the daemon writes, in
 // as many transactions, and then says "done in N ms". It makes the database with the first.
 //
-// What the daemon does besides is left out: it watches nothing, compares nothing with rows that are
-// there, tells nobody, keeps no queue in the database (a row is written once, in its final form),
-// and remembers a MIME type by the suffix alone.
+// It reads headers as the daemon does, and calls the system and SQLite themselves for everything
+// else. What the daemon does besides is left out: it watches nothing, compares nothing with rows
+// that are there, tells nobody, keeps no queue in the database (a row is written once, in its final
+// form), reads nothing ahead, and remembers a MIME type by the suffix alone.
 #include "floordatabase.h"
+#include "sqlitefloor.h"
 
 #include <QCoreApplication>
-#include <QDirIterator>
-#include <QImageReader>
+#include <QHash>
+#include <QMimeDatabase>
 #include <QVector>
 
-#include <quillmetadata.h>
+#include <picturesize.h>
+#include <picturetags.h>
+#include <windowedfile.h>
+
+#include <array>
+#include <ctime>
+#include <dirent.h>
+#include <sys/stat.h>
 
 namespace {
 
-/// As many pictures as the daemon reads in one transaction.
+/// The number of pictures that the daemon reads in one transaction.
 constexpr int BatchSize = 100;
 
 struct Directory
 {
     qint64 id;
-    QString path;
+    QByteArray path;
 };
 
 struct PictureFile
 {
     qint64 id;
-    QString path;
+    QByteArray path;
 };
+
+/// A time as the daemon's driver writes it.
+QByteArray timeText(const timespec& time)
+{
+    constexpr int firstYear = 1900;
+    constexpr long nanosecondsInOne = 1000000;
+    std::tm local{};
+    localtime_r(&time.tv_sec, &local);
+    std::array<char, 64> text{};
+    const int length = snprintf(
+        text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d.%03d", local.tm_year + firstYear,
+        local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec,
+        int(time.tv_nsec / nanosecondsInOne));
+    return {text.data(), length};
+}
 
 class Floor
 {
 public:
-    explicit Floor(const QSqlDatabase& database)
-        : m_database(database)
-        , m_rows(database)
-        , m_imageInsert(prepared(
-              database,
-              QStringLiteral("INSERT INTO image (fileId, dateTaken, width, height, orientation) "
-                             "VALUES (?, ?, ?, ?, ?);")))
+    explicit Floor(const QByteArray& path)
+        : m_database(path)
+        , m_directoryInsert(
+              m_database, "INSERT INTO directory (parentId, path, scope) VALUES (?, ?, 0);")
+        , m_fileInsert(
+              m_database,
+              "INSERT INTO file (directoryId, mimeType, fileName, modificationTime, permissions, "
+              "metadataCurrent) VALUES (?, ?, ?, ?, 3, 1);")
+        , m_imageInsert(
+              m_database,
+              "INSERT INTO image (fileId, dateTaken, width, height, orientation) "
+              "VALUES (?, ?, ?, ?, ?);")
     {
     }
 
-    void index(const QString& root)
+    void index(const QByteArray& root)
     {
-        m_directories = {{insertDirectory(QVariant(), root), root}};
+        m_directories = {{insertDirectory({}, root), root}};
         while (!m_directories.isEmpty()) {
             indexDirectory(m_directories.takeFirst());
         }
@@ -61,38 +90,62 @@ public:
 private:
     void indexDirectory(const Directory& directory)
     {
-        m_database.transaction();
-        QDirIterator iterator(
-            directory.path, QDir::Dirs | QDir::Files | QDir::NoDot | QDir::NoDotDot);
-        while (iterator.hasNext()) {
-            const QString path = iterator.next();
-            const QFileInfo info = iterator.fileInfo();
-            if (info.isDir()) {
+        m_database.exec("BEGIN");
+        DIR* const entries = opendir(directory.path.constData());
+        while (const dirent* const entry = entries ? readdir(entries) : nullptr) {
+            if (entry->d_name[0] == '.') {
+                continue;
+            }
+            const QByteArray path = directory.path + '/' + entry->d_name;
+            struct stat status = {};
+            if (stat(path.constData(), &status) != 0) {
+                continue;
+            }
+            if (S_ISDIR(status.st_mode)) {
                 m_directories.append({insertDirectory(directory.id, path), path});
             } else {
-                insertFile(directory.id, path, info);
+                insertFile(directory.id, path, entry->d_name, status.st_mtim);
             }
         }
-        m_database.commit();
+        if (entries) {
+            closedir(entries);
+        }
+        m_database.exec("COMMIT");
         while (m_pictures.size() >= BatchSize) {
             indexPictures(BatchSize);
         }
     }
 
-    qint64 insertDirectory(const QVariant& parentId, const QString& path)
+    qint64 insertDirectory(std::optional<qint64> parentId, const QByteArray& path)
     {
-        constexpr int allEntries = 0;
-        return m_rows.insertDirectory(parentId, path, allEntries);
+        m_directoryInsert.bind(1, parentId);
+        m_directoryInsert.bind(2, path);
+        return m_directoryInsert.insert();
     }
 
-    void insertFile(qint64 directoryId, const QString& path, const QFileInfo& info)
+    void insertFile(
+        qint64 directoryId, const QByteArray& path, const QByteArray& name, const timespec& time)
     {
-        constexpr int permissions = 3;
-        const QString mimeType = m_rows.mimeTypeName(info);
-        const qint64 id = m_rows.insertFile(directoryId, info, mimeType, permissions, true);
-        if (mimeType.startsWith(QLatin1String("image/"))) {
+        const QByteArray mimeType = mimeTypeName(path, name);
+        const QByteArray modified = timeText(time);
+        m_fileInsert.bind(1, directoryId);
+        m_fileInsert.bind(2, mimeType);
+        m_fileInsert.bind(3, name);
+        m_fileInsert.bind(4, modified);
+        const qint64 id = m_fileInsert.insert();
+        if (mimeType.startsWith("image/")) {
             m_pictures.append({id, path});
         }
+    }
+
+    /// The MIME type of a file, remembered by the suffix alone.
+    QByteArray mimeTypeName(const QByteArray& path, const QByteArray& name)
+    {
+        QByteArray& type = m_mimeTypes[name.mid(name.lastIndexOf('.') + 1)];
+        if (type.isNull()) {
+            type = m_mimeDatabase.mimeTypeForFile(QString::fromUtf8(path)).name().toUtf8();
+        }
+        return type;
     }
 
     /// Reads and writes the first `count` pictures that wait.
@@ -101,25 +154,41 @@ private:
         if (count == 0) {
             return;
         }
-        m_database.transaction();
+        m_database.exec("BEGIN");
         for (int i = 0; i < count; ++i) {
-            const PictureFile& picture = m_pictures.at(i);
-            const QSize size = QImageReader(picture.path).size();
-            const QuillMetadata metadata(picture.path);
-            run(m_imageInsert,
-                {picture.id, metadata.entry(QuillMetadata::TimestampTag), size.width(),
-                 size.height(), metadata.entry(QuillMetadata::OrientationTag)});
+            insertImage(m_pictures.at(i));
         }
-        m_database.commit();
+        m_database.exec("COMMIT");
         m_pictures.remove(0, count);
     }
 
-    QSqlDatabase m_database;
-    FloorRows m_rows;
-    QSqlQuery m_imageInsert;
-    /// Listed in their parents, to be listed themselves.
+    void insertImage(const PictureFile& picture)
+    {
+        WindowedFile file(QString::fromUtf8(picture.path));
+        const QSize size = pictureSize(file);
+        const QuillMetadata metadata = pictureTags(file, QString::fromUtf8(picture.path));
+        const QDateTime time = metadata.entry(QuillMetadata::TimestampTag).toDateTime();
+        const QVariant orientation = metadata.entry(QuillMetadata::OrientationTag);
+        const QByteArray dateTaken = time.toString(Qt::ISODateWithMs).toUtf8();
+        m_imageInsert.bind(1, picture.id);
+        m_imageInsert.bind(2, time.isValid() ? dateTaken : QByteArray());
+        m_imageInsert.bind(3, size.width());
+        m_imageInsert.bind(4, size.height());
+        m_imageInsert.bind(
+            5, orientation.isValid() ? std::make_optional(orientation.toLongLong()) : std::nullopt);
+        m_imageInsert.insert();
+    }
+
+    SqliteFloor m_database;
+    SqliteStatement m_directoryInsert;
+    SqliteStatement m_fileInsert;
+    SqliteStatement m_imageInsert;
+    QMimeDatabase m_mimeDatabase;
+    QHash<QByteArray, QByteArray> m_mimeTypes;
+    /// Directories that wait to be listed.
     QVector<Directory> m_directories;
-    /// With a `file` row and no `image` row yet: less than a batch and one directory's.
+    /// Pictures that have a `file` row but no `image` row yet: less than a batch and those of one
+    /// directory.
     QVector<PictureFile> m_pictures;
 };
 
@@ -128,7 +197,7 @@ private:
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    Floor floor(makeFloorDatabase());
-    indexFolders([&floor](const QString& folder) { floor.index(folder); });
+    Floor floor(floorDatabasePath().toUtf8());
+    indexFolders([&floor](const QString& folder) { floor.index(folder.toUtf8()); });
     return EXIT_SUCCESS;
 }

@@ -50,14 +50,19 @@ void setPragmas(const QSqlDatabase& database)
 
 } // namespace
 
-QSqlDatabase makeFloorDatabase()
+QString floorDatabasePath()
 {
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 2) {
         std::cerr << "usage: " << qPrintable(arguments.constFirst()) << " DATABASE\n";
         std::exit(EXIT_FAILURE);
     }
-    QSqlDatabase database = open(arguments.at(1));
+    return arguments.at(1);
+}
+
+QSqlDatabase makeFloorDatabase()
+{
+    QSqlDatabase database = open(floorDatabasePath());
     exec(database, DatabaseSchema::statements());
     setPragmas(database);
     return database;
@@ -151,6 +156,6 @@ void indexFolders(const std::function<void(const QString&)>& index)
         QElapsedTimer timer;
         timer.start();
         index(QString::fromStdString(folder));
-        std::cerr << "done in " << static_cast<double>(timer.nsecsElapsed()) / 1e6 << " ms\n";
+        std::cerr << "done in " << double(timer.nsecsElapsed()) / 1e6 << " ms\n";
     }
 }

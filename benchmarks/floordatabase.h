@@ -12,17 +12,20 @@
 #include <functional>
 #include <initializer_list>
 
+/// The path of the database that a floor's only argument names. Ends this process if there is none.
+QString floorDatabasePath();
+
 /// Makes the database that a floor's only argument names, with the daemon's tables and pragmas.
 /// Ends this process if that fails, as all of the functions below do.
 QSqlDatabase makeFloorDatabase();
 
-/// Opens a database that exists with the daemon's pragmas, as a connection of the name `path`.
+/// Opens an existing database with the daemon's pragmas. The name of the connection is `path`.
 QSqlDatabase openLikeDaemon(const QString& path);
 
 /// Copies a database that others may use to a file that does not exist.
 void copyDatabase(const QString& from, const QString& to);
 
-/// Removes the connection of a name, which nothing may use then, at its end.
+/// Removes a connection when the object is destroyed. Nothing may use the connection then.
 class DatabaseConnection
 {
 public:
@@ -38,7 +41,7 @@ QSqlQuery prepared(const QSqlDatabase& database, const QString& statement);
 
 void run(QSqlQuery& query, std::initializer_list<QVariant> values);
 
-/// Writes the rows of directories and files with no more than that takes.
+/// Writes the rows of directories and files, and does nothing else.
 class FloorRows
 {
 public:
@@ -50,7 +53,7 @@ public:
         qint64 directoryId, const QFileInfo& file, const QString& mimeType, int permissions,
         bool isCurrent, const QString& displayName = {});
 
-    /// The MIME type of a file, remembered by the suffix alone.
+    /// The MIME type of a file. The floor remembers it for the suffix alone.
     QString mimeTypeName(const QFileInfo& file);
 
 private:

@@ -5,7 +5,7 @@
 #include <QStringList>
 
 /// All that a database holds of directories, files and pictures, a line for each file, whatever
-/// the ids and the order in which the rows were written, but for the install directories
+/// the ids and the order in which the rows were written, except for the install directories
 /// themselves, which the daemon follows whatever pictures there are. Ends this process if it cannot
 /// be read.
 QStringList libraryRows(const QString& database);

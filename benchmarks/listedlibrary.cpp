@@ -24,7 +24,7 @@ QStringList directories(int count)
                          "printf('/home/user/Pictures/album-%05d', i), 0 FROM numbers")};
 }
 
-/// The names go against the order of the rows, so that a listing has something to sort.
+/// The names are in the reverse order of the rows, so a listing must sort.
 QStringList files(int count, const QString& mimeType, const QString& extension)
 {
     return {
@@ -36,7 +36,7 @@ QStringList files(int count, const QString& mimeType, const QString& extension)
               .arg(mimeType, extension)};
 }
 
-/// As in the library that is indexed for its figures, seven of ten tell when they were taken.
+/// As in the library of the indexing benchmark, seven of ten pictures have a time.
 QStringList images(int count)
 {
     return {

@@ -58,8 +58,7 @@ void writeFile(const QByteArray& path, const QByteArray& bytes, const QDateTime&
     const int descriptor = open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     const timespec time{modified.toSecsSinceEpoch(), 0};
     const std::array<timespec, 2> times{time, time};
-    if (descriptor < 0
-        || write(descriptor, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size()
+    if (descriptor < 0 || write(descriptor, bytes.constData(), size_t(bytes.size())) != bytes.size()
         || futimens(descriptor, times.data()) != 0 || close(descriptor) != 0) {
         fail(path);
     }
@@ -94,7 +93,7 @@ int main(int argc, char* argv[])
     const QVector<QByteArray> folders = makeFolders(
         QFile::encodeName(parser.positionalArguments().constFirst()),
         parser.value(folderCount).toInt());
-    // Pictures stand in the nested folders, and in FOLDER itself only where there are none.
+    // Pictures are put into the nested directories, and into FOLDER itself only if there are none.
     const int nested = folders.size() - 1;
     const int begin = parser.value(first).toInt();
     const int end = begin + parser.value(pictures).toInt();
@@ -105,7 +104,7 @@ int main(int argc, char* argv[])
             folder + '/' + numbered("IMG_", i) + picture.suffix, picture.bytes,
             PictureForms::dateTaken(i));
     }
-    // What is still to be written would slow down what is measured next.
+    // Data that are not written yet would slow down the next measurement.
     sync();
     return EXIT_SUCCESS;
 }

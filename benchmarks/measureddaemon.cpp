@@ -43,11 +43,11 @@ void setPicturesFolder(const QString& folder)
     }
 }
 
-MeasuredProcess startDaemon(const QByteArray& line)
+MeasuredProcess startDaemon(const QByteArray& line, const QByteArray& daemon)
 {
-    MeasuredProcess daemon({program("moodsetd")});
-    daemon.waitForLine(line);
-    return daemon;
+    MeasuredProcess process({daemon});
+    process.waitForLine(line);
+    return process;
 }
 
 Milliseconds timeSinceStart(const MeasuredProcess& process)

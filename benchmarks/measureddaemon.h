@@ -11,13 +11,13 @@
 extern const QByteArray FileIdleLine;
 extern const QByteArray InstallIdleLine;
 
-/// What a floor says when it is done; a number of milliseconds follows.
+/// The line that a floor prints when it is done. A number of milliseconds follows.
 extern const QByteArray DoneLine;
 
 /// The path of a program that is built beside this one.
 QByteArray program(const char* name);
 
-/// Where a daemon with this process's environment keeps its database.
+/// The path of the database of a daemon with this process's environment.
 QString daemonDatabase();
 
 /// Removes a database that need not be there, with the files that SQLite keeps beside it.
@@ -26,11 +26,11 @@ void removeDatabase(const QString& path);
 /// Makes a folder, which need not exist, the user's pictures folder.
 void setPicturesFolder(const QString& folder);
 
-/// Starts a daemon and waits for a line of its log.
-MeasuredProcess startDaemon(const QByteArray& line);
+/// Starts the program of a daemon and waits for a line of its log.
+MeasuredProcess startDaemon(const QByteArray& line, const QByteArray& daemon = program("moodsetd"));
 
 /// The time since a process was started.
 Milliseconds timeSinceStart(const MeasuredProcess& process);
 
-/// Processor time of all threads once a process does nothing more.
+/// The processor time of all threads, after the process has come to rest.
 Milliseconds settledProcessorTime(const MeasuredProcess& process);

@@ -21,7 +21,7 @@
 
 namespace {
 
-/// Far more than any step takes; a program that needs longer hangs.
+/// This is far longer than any step takes. A program that needs longer hangs.
 constexpr int LineTimeout = 300000; // milliseconds
 
 void check(int result, const char* what)
@@ -64,7 +64,7 @@ QByteArray readAll(const QString& path)
     return file.readAll();
 }
 
-/// The number behind `name` in a file of /proc that holds a name and a number in each line.
+/// The number after `name` in a file of /proc with a name and a number in each line.
 long long numberIn(const QString& path, const QByteArray& name)
 {
     const QByteArrayList lines = readAll(path).split('\n');
@@ -130,8 +130,8 @@ MeasuredProcess::~MeasuredProcess()
 
 void MeasuredProcess::write(const QByteArray& input)
 {
-    const auto length = static_cast<size_t>(input.size());
-    check(static_cast<int>(::write(m_input, input.constData(), length)), "write");
+    const auto length = size_t(input.size());
+    check(int(::write(m_input, input.constData(), length)), "write");
 }
 
 QByteArray MeasuredProcess::waitForLine(const QByteArray& start)
@@ -154,7 +154,7 @@ QByteArray MeasuredProcess::readLine()
         if (length <= 0) {
             giveUp("a measured program ended or hangs; its last words: " + m_unread);
         }
-        m_unread.append(buffer.data(), static_cast<int>(length));
+        m_unread.append(buffer.data(), int(length));
     }
     const int end = m_unread.indexOf('\n');
     QByteArray line = m_unread.left(end);
@@ -176,14 +176,15 @@ MemoryUse MeasuredProcess::memory() const
 {
     const QString folder = QStringLiteral("/proc/%1/").arg(m_id);
     const auto number = [&folder](const char* file, const char* name) {
-        return static_cast<int>(numberIn(folder + QLatin1String(file), name));
+        return int(numberIn(folder + QLatin1String(file), name));
     };
     return {number("status", "VmHWM"), number("status", "VmRSS"), number("smaps_rollup", "Pss")};
 }
 
 Activity MeasuredProcess::activity() const
 {
-    // The fields behind the program's name, which may hold anything, in the order of proc(5).
+    // The indexes of the fields after the program's name, in the order of proc(5). The name may
+    // contain anything.
     constexpr int userTime = 11;
     constexpr int systemTime = 12;
     const QString folder = QStringLiteral("/proc/%1/").arg(m_id);

@@ -18,7 +18,7 @@ struct MemoryUse
     int proportional = 0; ///< Pss: shared pages divided among those who share them
 };
 
-/// What a process did since its start that a battery feels.
+/// The activity of a process since its start, as far as it costs battery power.
 struct Activity
 {
     long long ticks = 0; ///< of processor time, 100 in a second
@@ -33,7 +33,7 @@ public:
     /// Starts a program with this process's environment; `input` goes to its standard input, which
     /// stays open.
     explicit MeasuredProcess(const QByteArrayList& command, const QByteArray& input = {});
-    /// Ends the program with SIGKILL if it still runs.
+    /// Kills the program with SIGKILL if it is still running.
     ~MeasuredProcess();
 
     MeasuredProcess(MeasuredProcess&& other) noexcept;

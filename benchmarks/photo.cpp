@@ -11,13 +11,13 @@
 
 namespace {
 
-/// With these, 12 megapixels take 4.4 MB, as from a phone's camera.
+/// With this number, a picture of 12 megapixels takes 4.4 MB, as from a phone's camera.
 constexpr int DetailLevels = 20;
 constexpr int Quality = 92;
 
 constexpr int Grey = 128;
 
-/// Greyish pixels without order, the same ones for each size.
+/// Random pixels that are almost grey, always the same for each size.
 QImage noise(const QSize& size)
 {
     std::minstd_rand numbers(1);
@@ -36,7 +36,7 @@ QImage noise(const QSize& size)
     return image;
 }
 
-/// Adds what another image of the same size has more or less than grey.
+/// Adds the difference between another image of the same size and grey.
 void add(const QImage& detail, QImage* image)
 {
     for (int y = 0; y < image->height(); ++y) {
@@ -48,7 +48,7 @@ void add(const QImage& detail, QImage* image)
     }
 }
 
-/// Adds detail of all sizes, as much of each as of the next one, which is what nature has.
+/// Adds details of all sizes, the same amount of each size, as in nature.
 void addDetail(QImage* image)
 {
     constexpr int coarsest = 16;

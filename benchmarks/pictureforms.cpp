@@ -21,9 +21,9 @@ QImage pixels(const QSize& size, uint seed)
         for (int x = 0; x < image.width(); ++x) {
             noise = noise * 1664525 + 1013904223;
             const uint grain = noise >> 29;
-            *line++ = static_cast<uchar>(255 * x / image.width() + grain);
-            *line++ = static_cast<uchar>(255 * y / image.height() + grain);
-            *line++ = static_cast<uchar>((x + y + seed) / 16 + grain);
+            *line++ = uchar(uint(255 * x / image.width()) + grain);
+            *line++ = uchar(uint(255 * y / image.height()) + grain);
+            *line++ = uchar((uint(x + y) + seed) / 16 + grain);
         }
     }
     return image;
@@ -62,7 +62,7 @@ public:
         constexpr int blockSize = 255;
         for (int i = 0; i < m_bytes.size(); i += blockSize) {
             const QByteArray block = m_bytes.mid(i, blockSize);
-            result += static_cast<char>(block.size());
+            result += char(block.size());
             result += block;
         }
         return result + '\0';
@@ -71,7 +71,7 @@ public:
 private:
     void takeByte()
     {
-        m_bytes += static_cast<char>(m_bits & 0xff);
+        m_bytes += char(m_bits & 0xff);
         m_bits >>= 8;
         m_bitCount -= 8;
     }
@@ -92,7 +92,7 @@ QByteArray gif()
     constexpr int codesPerTable = 250;
     QByteArray file("GIF89a\xa0\0\x78\0\xf7\0\0", 13);
     for (int grey = 0; grey < 256; ++grey) {
-        file += QByteArray(3, static_cast<char>(grey));
+        file += QByteArray(3, char(grey));
     }
     file += QByteArray(",\0\0\0\0\xa0\0\x78\0\0\x08", 11);
     GifCodes codes;
@@ -100,7 +100,7 @@ QByteArray gif()
         if (i % codesPerTable == 0) {
             codes.append(clearCode);
         }
-        codes.append(static_cast<uint>(i % width));
+        codes.append(uint(i % width));
     }
     codes.append(endCode);
     return file + codes.blocks() + ';';
@@ -130,7 +130,7 @@ Picture PictureForms::picture(int index) const
         return {".jpg", jpeg(index)};
     }
     if (kind < 17) {
-        return {".png", m_pngs.at(static_cast<size_t>(index) % m_pngs.size())};
+        return {".png", m_pngs.at(size_t(index) % m_pngs.size())};
     }
     if (kind == 17) {
         return {".webp", m_webp};
@@ -148,7 +148,7 @@ QDateTime PictureForms::dateTaken(int index)
 QByteArray PictureForms::jpeg(int index) const
 {
     constexpr int orientations = 8;
-    const QByteArray& file = m_jpegs.at(static_cast<size_t>(index) % m_jpegs.size());
+    const QByteArray& file = m_jpegs.at(size_t(index) % m_jpegs.size());
     const ExifTags tags{
         dateTaken(index), 1 + index % orientations, index % 3 == 0 ? QByteArray() : m_thumbnail};
     constexpr int startLength = 2;

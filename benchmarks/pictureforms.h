@@ -9,7 +9,7 @@
 /// The bytes of a picture file.
 struct Picture
 {
-    /// Of the file's name, with the dot.
+    /// The suffix of the file's name, with the dot.
     QByteArray suffix;
     QByteArray bytes;
 };

@@ -8,6 +8,7 @@
 #include "listedlibrary.h"
 #include "measuredprocess.h"
 #include "peakmemory.h"
+#include "recordcounter.h"
 #include "report.h"
 #include "sqlitelisting.h"
 
@@ -24,7 +25,7 @@
 
 namespace {
 
-/// A kind of listing, and what it may cost.
+/// A kind of listing, and its budgets.
 struct Kind
 {
     MoodsetContent::Type type;
@@ -32,7 +33,7 @@ struct Kind
     /// The numbers of records to list, the second of them ten times the first.
     int few;
     int many;
-    /// What a listing may take, against bare stepping.
+    /// The limit for the time of a listing, relative to stepping with SQLite alone.
     std::optional<double> budget;
     /// The value of TZ; null for none. Without one the C library looks at /etc/localtime each time
     /// that it is asked for a local time, and so once for every picture that has one.
@@ -46,21 +47,11 @@ const Kind Kinds[] = {
     {MoodsetContent::Moodset, "moodsets", 1000, 10000, {}},
 };
 
-/// What ten times the records may cost at most: a sort takes a little more than their share.
+/// The limit for ten times the records. A sort takes a little more than ten times as long.
 constexpr double SlopeBudget = 13;
-/// By how much the memory that a listing takes besides SQLite's may grow: not with the records.
+/// The limit for the growth of the memory that a listing takes in addition to SQLite's. It must not
+/// grow with the records.
 constexpr double MemoryBudget = 1.25;
-
-/// Counts what it is given, and keeps none of it.
-class Counter final : public QueryAgent::Recipient
-{
-public:
-    void receive(const QVector<Content>& batch) override { m_count += batch.size(); }
-    int count() const { return m_count; }
-
-private:
-    int m_count = 0;
-};
 
 std::unique_ptr<QueryAgent> makeAgent(MoodsetContent::Type type, QueryAgentDatabase& database)
 {
@@ -88,10 +79,10 @@ public:
         m_agent = makeAgent(type, m_database);
     }
 
-    /// Lists all; the number of records.
+    /// Lists all records. Returns their number.
     int list()
     {
-        Counter counter;
+        RecordCounter counter;
         if (!m_agent->query(&counter, {})) {
             giveUp("a listing failed");
         }
@@ -106,10 +97,10 @@ private:
     std::unique_ptr<QueryAgent> m_agent;
 };
 
-/// What a listing of one size has cost, through the agent and stepped barely.
+/// The costs of a listing of one size, through the agent and with SQLite alone.
 struct Costs
 {
-    /// Processor time in ms, which others on the machine disturb least.
+    /// Processor times in ms. Other programs on the machine influence them least.
     Series agentTime, bareTime;
     /// Peak memory in MiB of a process that does nothing but the listing: that of bare stepping,
     /// which SQLite bounds, and what the agent takes besides.
@@ -142,7 +133,8 @@ public:
 
     void run(Report* report)
     {
-        // A child begins with the memory of this process, so all that makes it grow comes last.
+        // A child process begins with the memory of this process, so everything that makes it grow
+        // comes last.
         for (const Kind& kind : Kinds) {
             for (const int records : {1, few(kind), many(kind)}) {
                 std::cerr << "making " << records << ' ' << kind.name << '\n';

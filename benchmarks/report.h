@@ -12,7 +12,7 @@ using Series = std::vector<double>;
 
 double median(Series values);
 
-/// A quantity that is set against another.
+/// A quantity that is compared with another one.
 struct Comparison
 {
     QString what;
@@ -20,7 +20,7 @@ struct Comparison
     Series measured;
     QString against;
     Series base;
-    /// What the ratio of the medians may be at most.
+    /// The limit for the ratio of the medians.
     std::optional<double> budget = {};
 };
 

@@ -23,7 +23,7 @@ int rank(const QString& statement)
 
 SqliteListing::SqliteListing(const QString& path, QStringList statements)
     : m_statements(std::move(statements))
-    , m_prepared(static_cast<size_t>(m_statements.size()))
+    , m_prepared(size_t(m_statements.size()))
 {
     std::sort(m_statements.begin(), m_statements.end(), [](const QString& a, const QString& b) {
         return rank(a) < rank(b);
@@ -46,8 +46,9 @@ int SqliteListing::list()
 {
     int rows = 0;
     for (size_t i = 0; i < m_prepared.size(); ++i) {
-        const QString& text = m_statements.at(static_cast<int>(i));
-        // Kept prepared, as the agent keeps it; the table must be there for the first time.
+        const QString& text = m_statements.at(int(i));
+        // The statement stays prepared, as in the agent. The table must exist when it is prepared
+        // first.
         if (!m_prepared[i]
             && sqlite3_prepare_v2(
                    m_connection, text.toUtf8().constData(), -1, &m_prepared[i], nullptr)
@@ -69,7 +70,7 @@ int SqliteListing::step(sqlite3_stmt* statement)
         ++rows;
         const int columns = sqlite3_column_count(statement);
         for (int column = 0; column < columns; ++column) {
-            // The sum keeps the reading from being left out.
+            // Because of the sum, the compiler cannot leave the reading out.
             switch (sqlite3_column_type(statement, column)) {
             case SQLITE_INTEGER:
                 m_sum += sqlite3_column_int64(statement, column);

@@ -16,10 +16,10 @@
 
 namespace {
 
-/// That of the daemon's wallpapers.
+/// The quality of the daemon's wallpapers.
 constexpr int Quality = 93;
 
-/// Of all threads.
+/// The processor time of all threads of this process.
 Milliseconds processorTime()
 {
     timespec time = {};
@@ -58,7 +58,7 @@ void encode(const QImage& square)
     }
 }
 
-/// The mean of two.
+/// The mean cost of two encodings.
 Cost costOfEncoding(const QImage& square)
 {
     const Cost twice = costOf([&square] {
@@ -82,7 +82,7 @@ Cost operator-(const Cost& a, const Cost& b)
 
 SquareFloor measureSquare(const QString& picture, int side)
 {
-    // Begins without memory kept from the last picture, as the daemon has to.
+    // The measurement begins without memory from the last picture, as the daemon does.
     malloc_trim(0);
     QImage square;
     const Cost read = costOf([&] { square = readSquare(picture, side); });

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// What a task has taken.
+/// The cost of a task.
 struct Cost
 {
     Milliseconds wall{0};
@@ -15,7 +15,7 @@ struct Cost
 Cost operator+(const Cost& a, const Cost& b);
 Cost operator-(const Cost& a, const Cost& b);
 
-/// The least that making a wallpaper from a picture takes.
+/// The minimum cost of making a wallpaper from a picture.
 struct SquareFloor
 {
     /// Reading the picture's largest centred square, as a square of another side.

@@ -2,12 +2,12 @@
 // Measures the blur of application wallpapers against OpenCV's one-shot Gaussian, and the colour
 // analysis against QImage::pixel() with QColor, in turns, and prints the table.
 #include "arguments.h"
+#include "blur/wallpaperblur.h"
 #include "measuredprocess.h"
 #include "peakmemory.h"
 #include "report.h"
 #include "theme/colouranalysis.h"
 #include "velmoorzerlinbackground.h"
-#include "wallpaperblur.h"
 
 #include <QColor>
 #include <QCoreApplication>
@@ -22,30 +22,38 @@
 
 namespace {
 
-/// A wallpaper, and what its blur may take.
+/// A kind of wallpaper, and the budgets of its blur.
 struct Kind
 {
     int side;
     int ratio;
-    /// Against OpenCV's time.
+    /// The limit relative to OpenCV's time.
     double timeBudget;
-    /// Besides the picture and the copy that is blurred, against the picture's bytes.
+    /// The limit for the memory in addition to the picture and the blurred copy, relative to the
+    /// bytes of the picture.
     double memoryBudget;
 };
 
 const Kind Kinds[] = {{960, 1, 0.45, 0.25}, {2520, 2, 0.2, 0.1}};
 
-/// What unset keys give, at a pixel ratio of 1.
+/// The parameters if no keys are set, at a pixel ratio of 1.
 constexpr int DefaultRounds = 15;
 constexpr int DefaultRadius = 4;
 constexpr double DefaultSigma = 1.3;
-/// Of the default passes together, at a pixel ratio of 1.
+/// The sigma of all default passes together, at a pixel ratio of 1.
 constexpr double TotalSigma = 5.0;
 
 constexpr int FewRounds = 8;
 const int ManyRounds[] = {15, 30, 60};
-/// The time that more rounds take: no more than fewer, but for what the machine varies.
+/// The limit for the time of more rounds relative to fewer. They take the same time, except for
+/// variations of the machine.
 constexpr double RoundsBudget = 1.1;
+
+/// A blur that is wide compared with the picture, at a pixel ratio of 1.
+constexpr BlurPasses WidePasses = {15, 32, 16};
+constexpr int ManyWideRounds = 100;
+/// It takes some milliseconds to compute their filter, whatever the size of the picture is.
+constexpr double WideRoundsBudget = 1.5;
 
 constexpr double AnalysisBudget = 0.35;
 
@@ -79,12 +87,13 @@ double timeOfOpenCv(const QImage& picture, double sigma)
     QImage copy = picture.copy();
     const cv::Mat source(
         copy.height(), copy.width(), CV_8UC4, copy.bits(), size_t(copy.bytesPerLine()));
-    // Its memory is there before, as is that of a blur in place.
+    // Its memory is allocated before the measurement, as for a blur in place.
     cv::Mat blurred(source.size(), source.type(), cv::Scalar());
     return timeOf([&] { cv::GaussianBlur(source, blurred, cv::Size(), sigma, sigma); });
 }
 
-/// The analysis with Qt's means alone. The sum keeps the compiler from leaving the work out.
+/// The analysis with Qt's functions alone. Because of the sum, the compiler cannot leave the work
+/// out.
 int analysedByQt(const QImage& image)
 {
     std::array<int, 360> weights = {};
@@ -124,12 +133,13 @@ public:
         for (const Kind& kind : Kinds) {
             addBlur(report, kind);
             addRounds(report, kind);
+            addWideRounds(report, kind);
             addAnalysis(report, kind);
         }
     }
 
 private:
-    [[nodiscard]] QImage picture(const Kind& kind) const
+    QImage picture(const Kind& kind) const
     {
         const int side = kind.side / m_divisor;
         const QImage photo(QStringLiteral(SAMPLE_PICTURES "/autumn-forest.jpg"));
@@ -155,8 +165,8 @@ private:
             &background, picture, {}, {}, QRectF(picture.rect()));
     }
 
-    /// The peak of a process that makes a wallpaper, less that of one that only copies the picture.
-    /// Both make a tiny one first, and so have the same code in memory.
+    /// The peak memory of a process that makes a wallpaper, minus the peak of one that only copies
+    /// the picture. Both first make a very small wallpaper, so both have loaded the same code.
     void addMemory(Report* report, const Kind& kind) const
     {
         constexpr double kibPerMib = 1024;
@@ -217,6 +227,28 @@ private:
         }
     }
 
+    void addWideRounds(Report* report, const Kind& kind) const
+    {
+        const QImage source = picture(kind);
+        BlurPasses few = WidePasses;
+        few.radius *= kind.ratio;
+        few.sigma *= kind.ratio;
+        BlurPasses many = few;
+        many.rounds = ManyWideRounds;
+        Comparison comparison = {
+            title(source, "wide blur of 100 rounds"),
+            QStringLiteral("ms"),
+            {},
+            QStringLiteral("%1 rounds").arg(few.rounds),
+            {},
+            WideRoundsBudget};
+        for (int round = 0; round < m_rounds; ++round) {
+            comparison.measured.push_back(timeOfBlur(source, many));
+            comparison.base.push_back(timeOfBlur(source, few));
+        }
+        report->add(comparison);
+    }
+
     void addAnalysis(Report* report, const Kind& kind) const
     {
         QImage wallpaper = picture(kind);
@@ -260,7 +292,7 @@ int main(int argc, char* argv[])
     // they would hide what a child takes.
     constexpr int largestKept = 128 * 1024;
     mallopt(M_MMAP_THRESHOLD, largestKept);
-    // The daemon has one thread for this, too.
+    // The daemon has only one thread for this, too.
     cv::setNumThreads(1);
 
     const Benchmark benchmark(
