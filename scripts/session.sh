@@ -14,6 +14,7 @@ session=''  # the folder of what never outlives the session
 data=''     # the folder of what can be kept
 log=''      # the daemon's log
 daemon=''   # its process id
+display=()  # what a program needs of the user's own session to show windows, as variables
 confined=() # the command that runs a program as the daemon is to run
 started=''  # the process id of what was started last
 groups=()   # the process groups that the session has started
@@ -33,11 +34,31 @@ make_folders()
     mkdir -p "$data"/{home,data/mime/packages,config,cache,pictures}
 }
 
+# Sets display. The socket of a Wayland session lies in the user's own runtime folder.
+note_display()
+{
+    local name
+    display=()
+    for name in DISPLAY XAUTHORITY QT_QPA_PLATFORM QT_QUICK_BACKEND QT_SCALE_FACTOR; do
+        [[ -z ${!name-} ]] || display+=("$name=${!name}")
+    done
+    if [[ ${WAYLAND_DISPLAY-} == /* ]]; then
+        display+=("WAYLAND_DISPLAY=$WAYLAND_DISPLAY")
+    elif [[ -n ${WAYLAND_DISPLAY-} ]]; then
+        display+=("WAYLAND_DISPLAY=${XDG_RUNTIME_DIR-}/$WAYLAND_DISPLAY")
+    fi
+    # X11 programs look for their cookie in the home folder otherwise, which the session replaces.
+    if [[ -n ${DISPLAY-} && -z ${XAUTHORITY-} && -e ${HOME-}/.Xauthority ]]; then
+        display+=("XAUTHORITY=$HOME/.Xauthority")
+    fi
+}
+
 # Turns the environment into that of the session, for all that is started from now on.
 enter_session()
 {
     local pictures=$1
     [[ -d $pictures ]] || pictures=$data/pictures
+    note_display
     unset "${!XDG_@}" "${!DBUS_@}" "${!DCONF_@}" "${!QT_@}"
     export HOME=$data/home
     export XDG_DATA_HOME=$data/data XDG_CONFIG_HOME=$data/config XDG_CACHE_HOME=$data/cache
@@ -154,7 +175,7 @@ client()
 # for whoever is confined as it is.
 write_preview()
 {
-    run_program "${confined[@]}" "$programs/moodset-preview" "$1"
+    run_program "${confined[@]}" "$programs/moodsetctl" preview --quiet --output "$1"
 }
 
 # start_session PROGRAMS TARGET KEEP: TARGET, if it is a folder, is the session's pictures folder;
