@@ -19,8 +19,8 @@ QColor middleOf(const QString& path)
 
 } // namespace
 
-/// The way from a call of the daemon to the shells, with the real daemon. Its session is the
-/// process's own, so that there is one in each test program.
+/// Tests the way from a call of the real daemon to the shells. The session is that of the process,
+/// so a test program has only one.
 class BridgeDaemonTest : public QObject
 {
     Q_OBJECT
@@ -65,7 +65,8 @@ private Q_SLOTS:
                 == second;
         }));
 
-        // A burst costs one apply at its beginning, at most, and one after its end.
+        // In a burst, the adapter sets something at most once at the beginning, and once after the
+        // end.
         StoreWatcher watcher;
         const QString green = theme.folders.elsewhere(QStringLiteral("green.png"));
         other.fill(Qt::green);

@@ -15,8 +15,8 @@ namespace {
 const QString Plasma = QStringLiteral("plasma");
 const QString Red = QStringLiteral("#ffe02030");
 
-/// A shell with one desktop, as far as the scripts of the bridge go, and the program that sets
-/// colours.
+/// Plays a shell with one desktop, which understands the scripts of the bridge, and the program
+/// that sets colours.
 class PlayedPlasma
 {
 public:
@@ -61,7 +61,7 @@ public:
         m_image = image;
     }
 
-    /// Lets the shell report success and show nothing, as it does for some pictures.
+    /// Makes the shell report success without showing the picture, as it does for some pictures.
     void ignorePictures() { m_ignoresPictures = true; }
 
     static QByteArray accent()
@@ -93,7 +93,7 @@ private:
 
 } // namespace
 
-/// The bridge with a shell of Plasma that is played.
+/// Tests the bridge with a played shell of Plasma.
 class BridgePlasmaTest : public QObject
 {
     Q_OBJECT

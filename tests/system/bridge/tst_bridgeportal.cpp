@@ -32,7 +32,7 @@ QVariant unpacked(QVariant value)
     return value;
 }
 
-/// The colour in what the portal gives, as "r, g, b"; else its error or type.
+/// The colour that the portal returns, as "r, g, b", or its error or type.
 QString colorText(const QVariant& value)
 {
     const QVariant content = unpacked(value);
@@ -47,7 +47,7 @@ QString colorText(const QVariant& value)
         .arg(qRound(color.blue * most));
 }
 
-/// Lets the bus start the backend of the toolkit, which is not among the services that it knows.
+/// Makes the bus able to start the backend of the toolkit, which it does not know by itself.
 bool writeGtkService()
 {
     const QDir folder(
@@ -69,7 +69,7 @@ bool writeGtkService()
 
 } // namespace
 
-/// A real client of a real portal, which the bridge gives the colour to.
+/// Tests the bridge with a real client of a real portal.
 class BridgePortalTest : public QObject
 {
     Q_OBJECT

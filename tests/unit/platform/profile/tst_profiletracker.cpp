@@ -20,7 +20,7 @@ QByteArray line(const char* kind, const char* profile, const char* key, const ch
         + (value != nullptr ? QByteArray(value) : QByteArray("null"));
 }
 
-// Registered for all three kinds, notes what it is called with.
+// A listener for all three kinds of changes, which records its calls.
 class Recorder
 {
 public:
@@ -66,7 +66,7 @@ private:
     QByteArrayList m_calls;
 };
 
-// A change of another process, after all of this one's.
+// Makes a change in another process, after all changes of this process.
 void dconf(const char* command, const char* path, const char* argument = nullptr)
 {
     MGConfItem::sync();
@@ -78,8 +78,8 @@ void dconf(const char* command, const char* path, const char* argument = nullptr
     runDconf(arguments);
 }
 
-// Returns when all changes up to now have been told of: the bus keeps the order. The last call is
-// that of this function's own change.
+// Waits until all changes up to now are reported, because the bus keeps the order. The last report
+// is that of a change by this function.
 bool settle(const Recorder& recorder)
 {
     static int count = 0;
@@ -340,7 +340,7 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(recorder.calls(), QByteArrayList());
 
-        // So the store announces that a watch is settled.
+        // This is how the store announces that a watch is active.
         Q_EMIT store.changed("/com/zavro/profile/");
 
         QTRY_COMPARE(recorder.calls(), QByteArrayList{line("change", "silent", Tone, "/b.ogg")});
