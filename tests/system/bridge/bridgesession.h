@@ -21,12 +21,12 @@ public:
     static constexpr int DeadlineMs = 10000;
 
     /// The keys of the wallpaper, the highlight colour and the active moodset.
-    static const QString wallpaperKey;
-    static const QString highlightKey;
-    static const QString moodsetKey;
+    static const QString WallpaperKey;
+    static const QString HighlightKey;
+    static const QString MoodsetKey;
     /// The key of the picture for GNOME and Phosh, and the key of the accent colour.
-    static const QString pictureUriKey;
-    static const QString accentKey;
+    static const QString PictureUriKey;
+    static const QString AccentKey;
 
     BridgeSession();
     ~BridgeSession();

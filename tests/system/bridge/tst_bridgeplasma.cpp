@@ -140,7 +140,7 @@ private Q_SLOTS:
         QVERIFY(plasma.shell().appear());
         QVERIFY(session.start());
         BridgeSession::write(
-            {{BridgeSession::wallpaperKey, session.picture(QStringLiteral("a.png"), Qt::red)}});
+            {{BridgeSession::WallpaperKey, session.picture(QStringLiteral("a.png"), Qt::red)}});
         QVERIFY(waitUntil([&] { return plasma.image() != QStringLiteral("file:///mine.png"); }));
 
         QVERIFY2(session.run({QStringLiteral("--restore")}) == 0, qPrintable(session.output()));
@@ -161,7 +161,7 @@ private Q_SLOTS:
         BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Qt::red), Red);
 
         QVERIFY(waitUntil([] {
-            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("red");
+            return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("red");
         }));
         QVERIFY(session.waitForFailure(Plasma, QStringLiteral("It did not answer within 5 s.")));
         QCOMPARE(

@@ -162,12 +162,12 @@ private Q_SLOTS:
     void givesAClientTheColourAndItsChanges()
     {
         BridgeSession session;
-        BridgeSession::write({{BridgeSession::highlightKey, QStringLiteral("#ff3366cc")}});
+        BridgeSession::write({{BridgeSession::HighlightKey, QStringLiteral("#ff3366cc")}});
         QVERIFY(session.start());
         QVERIFY(startFrontend(session, {QStringLiteral(PORTAL_FILE)}));
         QVERIFY(waitUntil([] { return readColor() == QStringLiteral("51, 102, 204"); }));
 
-        BridgeSession::write({{BridgeSession::highlightKey, QStringLiteral("#ffcc6633")}});
+        BridgeSession::write({{BridgeSession::HighlightKey, QStringLiteral("#ffcc6633")}});
 
         QVERIFY(waitUntil([&] { return m_told.contains(QStringLiteral("204, 102, 51")); }));
         QCOMPARE(readColor(), QStringLiteral("204, 102, 51"));
@@ -177,7 +177,7 @@ private Q_SLOTS:
     void comesLateAndGoesAndReturns()
     {
         BridgeSession session;
-        BridgeSession::write({{BridgeSession::highlightKey, QStringLiteral("#ff3366cc")}});
+        BridgeSession::write({{BridgeSession::HighlightKey, QStringLiteral("#ff3366cc")}});
         QVERIFY(startFrontend(session, {QStringLiteral(PORTAL_FILE)}));
         QVERIFY(readColor() != QStringLiteral("51, 102, 204"));
 
