@@ -56,8 +56,8 @@ struct BridgeWithShell
             && waitUntil([this] { return showsCopyOf(picture); });
     }
 
-    BridgeSession session;
     Shell shell;
+    BridgeSession session;
     QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
 };
 
@@ -71,8 +71,8 @@ class BridgeTest : public QObject
 private Q_SLOTS:
     void handsOnPictureAndAccent()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
@@ -111,11 +111,11 @@ private Q_SLOTS:
 
     void givesALateShellTheLook()
     {
+        Shell shell;
         BridgeSession session;
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
         QVERIFY(session.start());
-        Shell shell;
 
         QVERIFY(shell.appear());
 
@@ -170,8 +170,8 @@ private Q_SLOTS:
 
     void showsTheApplicationWallpaperForAForeignFormat()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
         const QString second = session.picture(QStringLiteral("second.jpg"), Qt::red);
@@ -197,8 +197,8 @@ private Q_SLOTS:
     void copesWithOddNames()
     {
         QFETCH(QString, name);
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
         const QString picture = session.picture(name, Qt::blue);
@@ -214,8 +214,8 @@ private Q_SLOTS:
 
     void appliesOnlyTheLastOfABurst()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString first = session.picture(QStringLiteral("a.png"), Qt::red);
         const QString last = session.picture(QStringLiteral("b.png"), Qt::green);
@@ -285,8 +285,8 @@ private Q_SLOTS:
 
     void startsAnewWithADamagedState()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QDir().mkpath(BridgeSession::dataFolder());
         QFile state(BridgeSession::dataFolder() + QStringLiteral("/state.json"));
@@ -308,8 +308,8 @@ private Q_SLOTS:
 
     void tellsThatADataFolderCannotBeWritten()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         session.folder.makeDirectory(QStringLiteral("data"));
         session.folder.setMode(QStringLiteral("data"), 0500);
@@ -361,8 +361,8 @@ private Q_SLOTS:
     void restoresAfterAKillAtAnyTime()
     {
         constexpr int kills = 12;
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         BridgeSession::write({{BridgeSession::PictureUriKey, QStringLiteral("file:///mine.png")}});
         for (int i = 0; i < kills; ++i) {
