@@ -23,8 +23,8 @@ namespace {
 
 constexpr unsigned long ActivationPauseMs = 20;
 
-/// How much longer the daemon may take to find an address unusable than this program, in
-/// milliseconds.
+/// The daemon may need this much longer than this program to find out that an address is unusable,
+/// in milliseconds.
 constexpr int GraceMs = 2000;
 
 /// A request, and the name that the user gave its subject.
@@ -36,8 +36,8 @@ struct Request
     bool makeActive;
 };
 
-/// Two states of a file differ in this text. Each build replaces the application wallpaper by a new
-/// file.
+/// A text that changes when the file changes. Each build of wallpapers replaces the application
+/// wallpaper by a new file.
 QString stateOf(const QString& path)
 {
     struct stat state

@@ -6,7 +6,8 @@
 #include <QImage>
 #include <QTest>
 
-/// What moodsetctl tells of pictures on the network, which the daemon gives no outcome of.
+/// Tests what moodsetctl reports about pictures on the network, for which the daemon gives no
+/// result.
 class ClientNetworkTest : public QObject
 {
     Q_OBJECT
