@@ -181,7 +181,7 @@ void Action::handleJudgement(const std::optional<ActionOutcome>& outcome)
         const bool hasWaited = m_plan.waitMs && m_plan.waitMs() > 0;
         finish(
             {hasWaited ? ActionOutcome::TimedOut : ActionOutcome::NotDone,
-             hasWaited ? tr("nothing has come of it in time; the daemon may be at it still")
+             hasWaited ? tr("the time limit has passed; the daemon may still be working")
                        : m_plan.failure,
              {},
              {}});

@@ -92,7 +92,7 @@ private Q_SLOTS:
 
         failsWith(
             set(url, {QStringLiteral("--timeout"), QStringLiteral("0.5")}), 4,
-            QStringLiteral("nothing has come of it in time"));
+            QStringLiteral("the time limit has passed"));
         const Result unawaited = set(url, {QStringLiteral("--no-wait")});
 
         QCOMPARE(unawaited.exitCode, 0);

@@ -14,8 +14,8 @@
 /// A user's bridge, and the keys that it follows, which the test writes as the daemon does.
 ///
 /// The store, the files of the bridge and its configuration are empty at first. Warnings that the
-/// test does not take make it fail. Declare the object after the shells and services of the test, so
-/// that the bridge ends before them: it may warn about a shell that ends during a call.
+/// test does not take make it fail. Declare it after the shells and services of the test, so that
+/// it ends first: if a shell ends while the bridge sets something in it, the bridge logs a warning.
 class BridgeSession
 {
 public:
