@@ -214,7 +214,7 @@ private Q_SLOTS:
             "XDG_STATE_HOME", QFile::encodeName(session.folders.data() + QStringLiteral("/state")));
 
         QCOMPARE(result.exitCode, 0);
-        QVERIFY(result.errors.contains(QStringLiteral("cannot be kept for undo")));
+        QVERIFY(result.errors.contains(QStringLiteral("cannot be stored for undo")));
         QCOMPARE(run({QStringLiteral("undo")}).exitCode, 1);
     }
 
