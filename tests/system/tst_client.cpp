@@ -231,7 +231,10 @@ private Q_SLOTS:
         QCOMPARE(run({"set"}, path).exitCode, 0);
         QVERIFY(QFile::resize(path, 40));
 
-        QCOMPARE(run({"set"}, path).exitCode, 1);
+        const Result result = run({"set"}, path);
+
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.errors.contains(path), qPrintable(result.errors));
     }
 
     void coloursAreThoseThatTheDaemonGives()

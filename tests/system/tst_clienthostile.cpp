@@ -156,12 +156,19 @@ private Q_SLOTS:
         QVERIFY(makeOdd(path, kind));
         struct stat before = {};
         QCOMPARE(lstat(QFile::encodeName(path).constData(), &before), 0);
+        const auto backUp = [](const QString& target) {
+            return run({QStringLiteral("backup"), target}).exitCode;
+        };
+        const auto preview = [](const QString& target) {
+            return run({QStringLiteral("preview"), QStringLiteral("a"), QStringLiteral("-o"),
+                        target})
+                .exitCode;
+        };
+        QCOMPARE(backUp(session.folders.elsewhere(QStringLiteral("good.json"))), 0);
+        QCOMPARE(preview(session.folders.elsewhere(QStringLiteral("good.png"))), 0);
 
-        QCOMPARE(run({QStringLiteral("backup"), path}).exitCode, 1);
-        QCOMPARE(
-            run({QStringLiteral("preview"), QStringLiteral("a"), QStringLiteral("-o"), path})
-                .exitCode,
-            1);
+        QCOMPARE(backUp(path), 1);
+        QCOMPARE(preview(path), 1);
 
         struct stat after = {};
         QCOMPARE(lstat(QFile::encodeName(path).constData(), &after), 0);
@@ -207,7 +214,7 @@ private Q_SLOTS:
             "XDG_STATE_HOME", QFile::encodeName(session.folders.data() + QStringLiteral("/state")));
 
         QCOMPARE(result.exitCode, 0);
-        QVERIFY(result.errors.contains(QStringLiteral("cannot be kept for undo")));
+        QVERIFY(result.errors.contains(QStringLiteral("cannot be stored for undo")));
         QCOMPARE(run({QStringLiteral("undo")}).exitCode, 1);
     }
 

@@ -198,6 +198,7 @@ private Q_SLOTS:
 
         QCOMPARE(ThemeSession::theme(), QStringList());
         QCOMPARE(session.moodsets(), QStringList(QStringLiteral("z")));
+        QVERIFY(session.setsGoodPicture());
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
     }
 };

@@ -430,7 +430,7 @@ private Q_SLOTS:
         QCOMPARE(
             result.errors,
             QStringLiteral("moodsetctl: %1: the daemon has not made it active; "
-                           "its log may tell why: journalctl --user -u moodsetd\n")
+                           "its log may give the reason: journalctl --user -u moodsetd\n")
                 .arg(path));
     }
 
@@ -474,7 +474,7 @@ private Q_SLOTS:
         QCOMPARE(
             without.errors,
             QStringLiteral("moodsetctl: %1: the daemon has not made a moodset of it; "
-                           "its log may tell why: journalctl --user -u moodsetd\n")
+                           "its log may give the reason: journalctl --user -u moodsetd\n")
                 .arg(path));
         QCOMPARE(with.errors, QString());
         QCOMPARE(with.exitCode, 0);

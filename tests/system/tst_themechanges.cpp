@@ -206,6 +206,9 @@ private Q_SLOTS:
         session.daemon.resume();
 
         QVERIFY(BusClient::isAnswered());
+        QCOMPARE(
+            session.library().moodset(session.path, QStringLiteral("highlightColor")),
+            QStringList(QStringLiteral("#ff010203")));
         QCOMPARE(foreignKeys().size(), ThemeKeys::names().size() - 1);
     }
 

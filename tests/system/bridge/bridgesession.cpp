@@ -13,6 +13,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QTest>
+#include <QUuid>
 
 const QString BridgeSession::WallpaperKey =
     QStringLiteral("/desktop/zavro/background/portrait/home_picture_filename");
@@ -154,6 +155,11 @@ void BridgeSession::write(const QMap<QString, QString>& keys)
     }
     DconfStore::instance().write(values);
     DconfStore::instance().sync();
+}
+
+void BridgeSession::settleStore()
+{
+    write({{QStringLiteral("/test/fence"), QUuid::createUuid().toString()}});
 }
 
 QString BridgeSession::picture(const QString& name, const QColor& color)

@@ -62,6 +62,8 @@ public:
 
     /// Writes keys in one step, as the daemon does; an empty text clears a key.
     static void write(const QMap<QString, QString>& keys);
+    /// Returns when the store has dealt with all that other processes have written by now.
+    static void settleStore();
     /// Writes a small picture with this colour, and gives its path.
     QString picture(const QString& name, const QColor& color);
     /// Writes a wallpaper and a highlight colour to the keys.

@@ -259,6 +259,7 @@ private Q_SLOTS:
     {
         BridgeWithShell bridge;
         QVERIFY(bridge.show());
+        QCOMPARE(BridgeSession::stored(BridgeSession::AccentKey), QStringLiteral("red"));
         BridgeSession::write({{BridgeSession::PictureUriKey, QStringLiteral("file:///new.png")}});
 
         QCOMPARE(bridge.session.run({QStringLiteral("--restore")}), 0);
@@ -275,10 +276,17 @@ private Q_SLOTS:
         bridge.session.kill();
         BridgeSession::write({{BridgeSession::PictureUriKey, QStringLiteral("file:///new.png")}});
 
+        BridgeSession::configure("[adapters]\nfiles=auto\n[files]\nhook=/bin/true\n");
         QVERIFY(bridge.session.start());
-        BridgeSession::write({{BridgeSession::HighlightKey, Red}});
-        QVERIFY(bridge.session.waitForFailure(Gnome, QString()));
 
+        // The hook has run for the first time, so the look has arrived.
+        QVERIFY(bridge.session.waitForStatus(Files, [](const QJsonObject& status) {
+            return !status.value(QStringLiteral("time")).toString().isEmpty();
+        }));
+        QVERIFY(bridge.session.waitForStatus(Gnome, [](const QJsonObject& status) {
+            return status.value(QStringLiteral("present")).toBool();
+        }));
+        BridgeSession::settleStore();
         QCOMPARE(
             BridgeSession::stored(BridgeSession::PictureUriKey), QStringLiteral("file:///new.png"));
     }
@@ -373,6 +381,7 @@ private Q_SLOTS:
             QTest::qWait(3 * i); // the moment of the kill, from before the copy to after the end
             session.kill();
         }
+        BridgeSession::settleStore();
 
         QCOMPARE(session.run({QStringLiteral("--restore")}), 0);
 
@@ -382,7 +391,7 @@ private Q_SLOTS:
         QCOMPARE(BridgeSession::copies(), QStringList());
     }
 
-    void tellsThatTheStoreHasNotKeptAValue()
+    void writesAlthoughTheServiceOfTheStoreWasKilled()
     {
         BridgeWithShell bridge;
         QVERIFY(bridge.show());

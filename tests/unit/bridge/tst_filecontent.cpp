@@ -58,6 +58,7 @@ private Q_SLOTS:
         TestFolder folder;
         folder.write(QStringLiteral("file"), "1234");
         QVERIFY(!readWhole(folder.path(QStringLiteral("file")), 3));
+        QVERIFY(readWhole(folder.path(QStringLiteral("file")), 4));
     }
 
     void tellsWhyItCannotWrite()

@@ -201,6 +201,7 @@ private Q_SLOTS:
         library.writer.addResource(other, QStringLiteral("ringerToneFile"), QStringLiteral("/m/r"));
         MoodsetQueryAgent agent(library.reader);
 
+        QCOMPARE(moodset(agent.queryById(other)).resources.size(), 1);
         QCOMPARE(moodset(agent.queryById(id)).resources, QVariantMap());
     }
 

@@ -346,6 +346,7 @@ void DirectoryListingTest::unreadableDirectoryHoldsNothing()
     QCOMPARE(fileNames(folder.path(QStringLiteral("locked"))), QStringList());
     QCOMPARE(directoryPaths(folder.path(QStringLiteral("locked"))), QStringList());
     folder.setMode(QStringLiteral("locked"), 0700);
+    QCOMPARE(fileNames(folder.path(QStringLiteral("locked"))), QStringList(QStringLiteral("file")));
 }
 
 QTEST_GUILESS_MAIN(DirectoryListingTest)

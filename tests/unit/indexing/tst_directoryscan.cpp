@@ -338,9 +338,11 @@ void DirectoryScanTest::namesThatGetNoRowAnywayCostNoWarning()
     ScannedFolder test(static_cast<FileManager::DirectoryScope>(scope));
     test.folder.write(QStringLiteral("\ufeffa.jpg"));
     test.folder.writeRawName("latin\xe4.jpg");
+    DrivenFileManager manager(test.database.connection());
 
-    test.scan();
+    manager.runToIdle();
 
+    QCOMPARE(manager.watchMasks().size(), 1);
     QCOMPARE(test.fileNames(), QStringList());
 }
 
@@ -457,6 +459,7 @@ void DirectoryScanTest::watchOfALinkDoesNotFollowIt()
     QVERIFY(manager.appendDirectory(link, FileManager::AllEntries, true) != 0);
     manager.runToIdle();
     QCOMPARE(database.fileNames(link), QStringList(QStringLiteral("a.jpg")));
+    QCOMPARE(manager.watchMasks().size(), 1);
 
     folder.write(QStringLiteral("target/b.jpg"));
     manager.readEvents();
@@ -609,11 +612,15 @@ void DirectoryScanTest::unchangedFileIsLeftAlone()
     test.folder.setModified(QStringLiteral("a"), time);
     test.scan();
     test.database.exec(QStringLiteral("UPDATE file SET metadataCurrent = 1;"));
-    const LibraryDatabase::Rows before = test.database.rows(QStringLiteral("SELECT * FROM file;"));
+    const QString row = QStringLiteral("SELECT * FROM file WHERE fileName = 'a';");
+    const LibraryDatabase::Rows before = test.database.rows(row);
+    QCOMPARE(before.size(), 1);
+    test.folder.write(QStringLiteral("new"));
 
     test.scan();
 
-    QCOMPARE(test.database.rows(QStringLiteral("SELECT * FROM file;")), before);
+    QCOMPARE(test.metadataCurrent(QStringLiteral("new")), QVariant(0));
+    QCOMPARE(test.database.rows(row), before);
 }
 
 void DirectoryScanTest::changedTimeCountsEitherWay_data()
@@ -649,9 +656,12 @@ void DirectoryScanTest::sizeAloneIsNoChange()
     test.folder.write(QStringLiteral("a"), "longer than before");
     test.folder.setModified(QStringLiteral("a"), rowTime());
     test.addFileRow(QStringLiteral("a"));
+    test.folder.write(QStringLiteral("changed"));
+    test.addFileRow(QStringLiteral("changed"));
 
     test.scan();
 
+    QCOMPARE(test.metadataCurrent(QStringLiteral("changed")), QVariant(0));
     QCOMPARE(test.metadataCurrent(QStringLiteral("a")), QVariant(1));
 }
 

@@ -576,11 +576,13 @@ void ImageManagerTest::filesOfOtherTypesAreLeftAlone()
     Pictures test;
     QVERIFY(writePicture(test.folder.path(QStringLiteral("a.png")), QSize(1, 2)));
     test.addRow(QStringLiteral("a.png"), mimeType);
+    test.addPicture(QStringLiteral("b.png"), QSize(3, 4));
     ImageManager manager(test.database.connection());
 
     QVERIFY(!manager.updateMetaData());
 
-    QCOMPARE(test.imageRows(), 0);
+    QCOMPARE(test.size(QStringLiteral("b.png")), QSize(3, 4));
+    QCOMPARE(test.imageRows(), 1);
     QCOMPARE(test.pendingRows(), 1);
 }
 

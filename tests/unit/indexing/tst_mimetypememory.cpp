@@ -226,6 +226,9 @@ void MimeTypeMemoryTest::doesNotRememberWhatNoSuffixDecides()
     m_memory->typeName(QFileInfo(m_folder->path(name)));
 
     QCOMPARE(m_memory->rememberedSuffixes(), QStringList());
+    m_folder->write(QStringLiteral("b.png"));
+    m_memory->typeName(QFileInfo(m_folder->path(QStringLiteral("b.png"))));
+    QCOMPARE(m_memory->rememberedSuffixes(), QStringList(QStringLiteral("png")));
 }
 
 void MimeTypeMemoryTest::agreesForEverySuffix_data()
@@ -525,9 +528,12 @@ void MimeTypeMemoryTest::remembersAgainOnceAChangeHasSettled()
 void MimeTypeMemoryTest::packageThatIsNotInstalledSuspendsTheMemory()
 {
     MessageLog log;
-    writeUserPackage(SecondJpgType);
     m_folder->write(QStringLiteral("a.jpg"), PngContent);
     m_folder->write(QStringLiteral("b.png"));
+    m_memory->typeName(QFileInfo(m_folder->path(QStringLiteral("b.png"))));
+    QCOMPARE(m_memory->rememberedSuffixes(), QStringList(QStringLiteral("png")));
+    writeUserPackage(SecondJpgType);
+    MonotonicClock::advance(PastCheckInterval);
 
     QCOMPARE(disagreements({QStringLiteral("a.jpg"), QStringLiteral("b.png")}), QStringList());
 

@@ -199,6 +199,10 @@ private Q_SLOTS:
         QVERIFY(refresh(&model));
 
         QCOMPARE(inserted.count() + removed.count() + changed.count(), 0);
+        writer.addPhoto(photoPath(501));
+        QVERIFY(refresh(&model));
+        QCOMPARE(inserted.count(), 1);
+        QCOMPARE(model.count(), 501);
     }
 
     void aLibraryThatWasMadeAnewKeepsTheRowsOfItsFiles()

@@ -362,6 +362,27 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 0);
     }
 
+    void pathsTouchTheKeyThatTheyAreOrThatIsBelowThem_data()
+    {
+        QTest::addColumn<QByteArray>("path");
+        QTest::addColumn<bool>("touches");
+        QTest::newRow("the key") << QByteArray("/test/paths/key") << true;
+        QTest::newRow("its directory") << QByteArray("/test/paths/") << true;
+        QTest::newRow("everything") << QByteArray("/") << true;
+        QTest::newRow("shorter name") << QByteArray("/test/paths/k") << false;
+        QTest::newRow("longer name") << QByteArray("/test/paths/keys") << false;
+        QTest::newRow("directory of its name") << QByteArray("/test/paths/key/") << false;
+        QTest::newRow("another directory") << QByteArray("/test/path/") << false;
+    }
+
+    void pathsTouchTheKeyThatTheyAreOrThatIsBelowThem()
+    {
+        QFETCH(QByteArray, path);
+        QFETCH(bool, touches);
+
+        QCOMPARE(touchesKey(path, "/test/paths/key"), touches);
+    }
+
     void resetOfADirectoryNotifiesTheKeysThatHadAValue_data()
     {
         QTest::addColumn<QString>("directory");

@@ -270,6 +270,26 @@ private Q_SLOTS:
         QCOMPARE(test.failedIds(), QVector<quint32>());
     }
 
+    void endThatComesWhileNoEventIsUnderWayMeansNothingToTheNextOne()
+    {
+        ConnectedClient test;
+        // It shows that the end has arrived without an event of the client under test.
+        Ngf::Client other;
+        other.connect();
+        QTRY_VERIFY(other.isConnected());
+        QSignalSpy otherFailures(&other, &Ngf::Client::eventFailed);
+        test.service.end(7, NotFound);
+        QVERIFY(settle(&other, &test.service, &otherFailures));
+        test.service.takeCalls();
+
+        test.service.answer(Trigger, {7U});
+        test.client.play(QStringLiteral("a"));
+        QVERIFY(test.service.waitForCalls(1));
+
+        QVERIFY(test.settle());
+        QCOMPARE(test.failedIds(), QVector<quint32>());
+    }
+
     void oneEndEndsOneOfTwoEventsWithItsNumber()
     {
         ConnectedClient test;

@@ -145,6 +145,8 @@ private Q_SLOTS:
     void dateSpellingsOfCamerasAreRead_data();
     void dateSpellingsOfCamerasAreRead();
     void eachDateHasItsOwnSubSecondsAndOffset();
+    void textOfFourBytesStandsInItsEntry();
+    void entriesBeforeTheEndOfACutOffDirectoryAreRead();
     void dateStoredAsBytesIsRead();
     void firstOfTwoEqualTagsIsTaken();
     void firstOfTwoOrientationsIsTaken();
@@ -153,6 +155,7 @@ private Q_SLOTS:
     void orientationOutsideOneToEightIsInvalid_data();
     void orientationOutsideOneToEightIsInvalid();
 
+    void boxWithALongSizeIsRead();
     void xmpOfEachKindIsRead_data();
     void xmpOfEachKindIsRead();
     void firstValidXmpDateIsTaken_data();
@@ -415,6 +418,24 @@ void QuillMetadataTest::eachDateHasItsOwnSubSecondsAndOffset()
         expected);
 }
 
+void QuillMetadataTest::textOfFourBytesStandsInItsEntry()
+{
+    ExifBuilder builder;
+    builder.text(ExifBuilder::DateTimeOriginal, Date).text(ExifBuilder::SubSecTimeOriginal, "250");
+
+    compareEntries(jpegWithExif(builder.block()), moment(250), 0);
+}
+
+void QuillMetadataTest::entriesBeforeTheEndOfACutOffDirectoryAreRead()
+{
+    constexpr int directory = 8;
+    QByteArray block = exifBlock({}, 6);
+    QCOMPARE(block.mid(directory, 2), QByteArray("\x01\0", 2));
+    block[directory] = 5;
+
+    compareEntries(jpegWithExif(block), {}, 6);
+}
+
 void QuillMetadataTest::dateStoredAsBytesIsRead()
 {
     ExifBuilder builder;
@@ -500,6 +521,19 @@ void QuillMetadataTest::addKinds()
     QTest::newRow("HEIF with long numbers")
         << heifWithExif(exif, {}, HeifLayout::MediaDataLongNumbers);
     QTest::newRow("HEIF with a data box") << heifWithExif(exif, {}, HeifLayout::DataBox);
+}
+
+void QuillMetadataTest::boxWithALongSizeIsRead()
+{
+    constexpr int sizeLength = 4;
+    QByteArray content = heifWithExif(exifBlock(Date, 6), {}, HeifLayout::DataBox);
+    const int start = content.indexOf("meta") - sizeLength;
+    const auto size = qFromBigEndian<quint32>(content.constData() + start);
+    content.replace(
+        start, sizeLength + sizeLength,
+        bigEndian(quint32(1)) + "meta" + bigEndian(quint64(size) + sizeof(quint64)));
+
+    compareEntries(content, moment(), 6);
 }
 
 void QuillMetadataTest::xmpOfEachKindIsRead_data()

@@ -50,6 +50,8 @@ private Q_SLOTS:
     void anySizeIsExact();
     void anyWidthOfTheBlurIsExact_data();
     void anyWidthOfTheBlurIsExact();
+    void narrowBlursAreExact_data();
+    void narrowBlursAreExact();
     void symmetricPicturesStaySymmetric_data();
     void symmetricPicturesStaySymmetric();
     void plainPicturesStayAsTheyAre_data();
@@ -177,6 +179,30 @@ void WallpaperBlurTest::anyWidthOfTheBlurIsExact()
          {noisePicture(size), edgePicture(size, {size.width() / 3, size.height() / 2})}) {
         const BlurError error = blurError(picture, blurred(picture, passes), passes);
         QVERIFY2(error.largest <= 1.2, qPrintable(QString::number(error.largest)));
+    }
+}
+
+void WallpaperBlurTest::narrowBlursAreExact_data()
+{
+    QTest::addColumn<int>("rounds");
+    QTest::addColumn<int>("radius");
+    QTest::addColumn<double>("sigma");
+
+    QTest::newRow("8 rounds") << 8 << 1 << 0.6;
+    QTest::newRow("15 rounds") << 15 << 2 << 0.5;
+    QTest::newRow("30 rounds") << 30 << 1 << 0.4;
+    QTest::newRow("100 rounds") << 100 << 1 << 0.3;
+}
+
+void WallpaperBlurTest::narrowBlursAreExact()
+{
+    QFETCH(int, rounds);
+    QFETCH(int, radius);
+    QFETCH(double, sigma);
+
+    for (const QImage& picture :
+         {noisePicture({80, 90}), edgePicture({80, 90}, {3, 45}), samplePhoto()}) {
+        compareWithPasses(picture, {rounds, radius, sigma});
     }
 }
 
