@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: BSD-3-Clause
-# Says what a package does after an installation, and a person has to do by hand.
+# Prints what a person has to do after an installation. Packages do it by themselves.
 if(NOT "$ENV{DESTDIR}" STREQUAL "")
   return()
 endif()
@@ -10,7 +10,7 @@ set(steps
   "update-mime-database ${datadir}/mime"
   "systemctl --user daemon-reload")
 if(CMAKE_INSTALL_PREFIX MATCHES "^/usr(/local)?/?$")
-  # The programs of this project find the library without the linker's cache, others do not.
+  # Only the programs of this project find the library without the linker's cache.
   list(PREPEND steps "ldconfig")
 endif()
 list(JOIN steps "\n    " steps)

@@ -32,7 +32,7 @@ function(moodsetd_install_template template destination)
     list(APPEND CMAKE_INSTALL_MANIFEST_FILES \"\${installed}\")")
 endfunction()
 
-# Call it last: what has to be done by hand after an installation is said at its end.
+# Call it last, because it prints what a person has to do at the end of an installation.
 function(moodsetd_finish_installation)
   install(CODE "
     set(datadir \"${CMAKE_INSTALL_DATADIR}\")

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: BSD-3-Clause
-# What templates of installed files can name, for the prefix CMAKE_INSTALL_PREFIX with its
+# The variables of templates of installed files, for the prefix CMAKE_INSTALL_PREFIX with its
 # subdirectories bindir, libdir, datadir and sysconfdir:
 #   MOODSETD_BINDIR      the absolute directory of the programs
 #   MOODSETD_LIBDIR      the absolute directory of the library
