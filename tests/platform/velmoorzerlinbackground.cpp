@@ -41,6 +41,7 @@ void VelmoorZerlinBackground::darken(QImage* image) const
 }
 
 // The platform's interface passes the path by value.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void VelmoorZerlinBackground::buildBackgroundImageForPortrait(
     VelmoorZerlinBackground* background, const QImage& image, QString sourcePath,
     const QImage& applicationImage, const QRectF& rect)

@@ -28,6 +28,7 @@ QString printed(GVariant* value)
 } // namespace
 
 // The linker replaces the functions by these.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 gboolean __real_dconf_client_write_fast(
     DConfClient* client, const gchar* key, GVariant* value, GError** error);

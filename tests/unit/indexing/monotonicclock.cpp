@@ -18,6 +18,7 @@ void MonotonicClock::advance(int seconds)
 }
 
 // It must be visible to the libraries, so that it replaces the function of the C library.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 extern "C" __attribute__((visibility("default"))) int clock_gettime(
     clockid_t clock, timespec* time) noexcept
 {

@@ -37,6 +37,7 @@ QStringList notWatched(const QString& path)
 } // namespace
 
 // The linker replaces the function by this one.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 int __real_inotify_add_watch(int descriptor, const char* path, uint32_t mask);
 

@@ -22,6 +22,7 @@ QByteArrayList serviceCalls;
 } // namespace
 
 // The linker replaces the functions by these.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 int __real_profile_tracker_init();
 void __real_profile_tracker_quit();
