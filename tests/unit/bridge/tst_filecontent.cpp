@@ -6,7 +6,7 @@
 #include <QFileInfo>
 #include <QTest>
 
-/// What the first bytes of a file tell, and how files are written.
+/// Tests how files are recognised by their first bytes, and how they are written.
 class FileContentTest : public QObject
 {
     Q_OBJECT

@@ -46,7 +46,7 @@ bool isGreen(const QColor& color)
     return color.green() > 100 && color.red() < 80 && color.blue() < 80;
 }
 
-/// Directories with a thumbnail after the main one, and an orientation in that.
+/// Exif directories with a thumbnail after the main directory, and an orientation in it.
 QByteArray exifWithThumbnail(const QByteArray& thumbnail, quint16 orientation)
 {
     QByteArray block;
@@ -74,7 +74,7 @@ QByteArray exifWithThumbnail(const QByteArray& thumbnail, quint16 orientation)
 
 } // namespace
 
-/// Small pictures of files, also of those that no camera has made.
+/// Tests thumbnails of files, including files that no camera has made.
 class ThumbnailTest : public QObject
 {
     Q_OBJECT
@@ -333,7 +333,7 @@ private:
         return path;
     }
 
-    /// A file that was not changed just now.
+    /// A file that has not changed recently.
     static void makeOld(const QString& path)
     {
         QFile file(path);

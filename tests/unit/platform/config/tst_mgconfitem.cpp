@@ -20,9 +20,9 @@ QString text(const char* utf8)
     return QString::fromUtf8(utf8);
 }
 
-// Returns when all changes up to now, own and foreign, have been told of, and all items are
-// watched: the bus keeps the order. A change that comes before its item is watched shows without
-// the watch.
+// Waits until all changes up to now, by this and by other processes, are reported, and all items
+// are watched. The bus keeps the order. A change before the watch of its item is found without the
+// watch.
 bool settle()
 {
     static int count = 0;

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// What the unset keys give, at a pixel ratio of 1.
+/// The parameters if no key is set, at a pixel ratio of 1.
 constexpr BlurPasses DefaultPasses = {15, 4, 1.3};
 
 QImage blurred(const QImage& picture, const BlurPasses& passes = DefaultPasses)
@@ -172,8 +172,8 @@ void WallpaperBlurTest::anyWidthOfTheBlurIsExact()
     QFETCH(int, radius);
     QFETCH(double, sigma);
 
-    // Their mean error says nothing: of a picture that became plain, it is what one level was
-    // rounded by.
+    // Their mean error has no meaning: if a picture became plain, it is the rounding error of one
+    // level.
     const BlurPasses passes = {rounds, radius, sigma};
     for (const QImage& picture :
          {noisePicture(size), edgePicture(size, {size.width() / 3, size.height() / 2})}) {
