@@ -36,7 +36,7 @@ QString themeFolder()
     return qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/sounds/moodset");
 }
 
-/// A real feedback service, and a sound server that nobody hears.
+/// A real feedback service, and a sound server without a device.
 class Service
 {
 public:
@@ -52,7 +52,7 @@ public:
 
     bool start()
     {
-        // The theme that all others rest on; without it, no sound is found.
+        // All other themes are based on this one. Without it, no sound is found.
         const QString below =
             qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/sounds/freedesktop");
         QDir().mkpath(below + QStringLiteral("/stereo"));
@@ -65,7 +65,7 @@ public:
         }
         index.close();
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        // Otherwise it does not follow the sound theme.
+        // Otherwise, the service does not follow the sound theme.
         environment.insert(QStringLiteral("XDG_CURRENT_DESKTOP"), QStringLiteral("Phosh:GNOME"));
         m_service.setProcessEnvironment(environment);
         for (QProcess* process : {&m_service, &m_server}) {
@@ -119,7 +119,7 @@ public:
     }
 
 private:
-    /// What the service has open of the sounds.
+    /// The sounds that the service has open.
     QStringList openSounds() const
     {
         QStringList files;
@@ -149,7 +149,7 @@ bool isSet(BridgeSession* session)
 
 } // namespace
 
-/// The bridge with a real feedback service.
+/// Tests the bridge with a real feedback service.
 class BridgeFeedbackTest : public QObject
 {
     Q_OBJECT
@@ -176,8 +176,8 @@ private Q_SLOTS:
 
     void playsTheTonesOfTheProfile()
     {
-        BridgeSession session;
         Service service;
+        BridgeSession session;
         QVERIFY(service.start());
         const QString ringing = tone(session, QStringLiteral("tone-ringing.ogg"));
         const QString mail = tone(session, QStringLiteral("tone-mail.ogg"));
@@ -197,8 +197,8 @@ private Q_SLOTS:
 
     void leavesOutAToneThatCannotBePlayed()
     {
-        BridgeSession session;
         Service service;
+        BridgeSession session;
         QVERIFY(service.start());
         session.folder.write(QStringLiteral("tone.mp3"), "ID3 this is no tone");
         BridgeSession::write({{RingingKey, session.folder.path(QStringLiteral("tone.mp3"))}});
@@ -213,8 +213,8 @@ private Q_SLOTS:
 
     void playsSilenceForAToneThatIsSwitchedOff()
     {
-        BridgeSession session;
         Service service;
+        BridgeSession session;
         QVERIFY(service.start());
         BridgeSession::write(
             {{RingingKey, tone(session, QStringLiteral("tone-ringing.ogg"))},
@@ -240,9 +240,9 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, configuration);
         QFETCH(QString, silent);
+        Service service;
         BridgeSession session;
         BridgeSession::configure(configuration);
-        Service service;
         QVERIFY(service.start());
         QVERIFY(session.start());
         QVERIFY(
@@ -256,8 +256,8 @@ private Q_SLOTS:
 
     void restoresTheThemesOfTheUser()
     {
-        BridgeSession session;
         Service service;
+        BridgeSession session;
         QVERIFY(service.start());
         const QString themeKey = QStringLiteral("/org/gnome/desktop/sound/theme-name");
         BridgeSession::write(

@@ -15,13 +15,14 @@ namespace {
 const QString Plasma = QStringLiteral("plasma");
 const QString Red = QStringLiteral("#ffe02030");
 
-/// A shell with one desktop, as far as the scripts of the bridge go, and the program that sets
-/// colours.
+/// Plays a shell with one desktop, which understands the scripts of the bridge, and the program
+/// that sets colours.
 class PlayedPlasma
 {
 public:
     explicit PlayedPlasma(BridgeSession* session)
-        : m_shell(QDBusConnection::SessionBus, QStringLiteral("org.kde.plasmashell"))
+        : m_session(session)
+        , m_shell(QDBusConnection::SessionBus, QStringLiteral("org.kde.plasmashell"))
     {
         session->folder.makeDirectory(QStringLiteral("bin"));
         session->folder.write(
@@ -42,8 +43,10 @@ public:
         });
     }
 
+    /// Ends the bridge first.
     ~PlayedPlasma()
     {
+        m_session->kill();
         QFile::remove(qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/kdeglobals"));
     }
 
@@ -61,7 +64,7 @@ public:
         m_image = image;
     }
 
-    /// Lets the shell report success and show nothing, as it does for some pictures.
+    /// Makes the shell report success without showing the picture, as it does for some pictures.
     void ignorePictures() { m_ignoresPictures = true; }
 
     static QByteArray accent()
@@ -85,6 +88,7 @@ private:
         return QString();
     }
 
+    BridgeSession* const m_session;
     QMutex m_mutex;
     QString m_image = QStringLiteral("file:///mine.png");
     std::atomic<bool> m_ignoresPictures = false;
@@ -93,7 +97,7 @@ private:
 
 } // namespace
 
-/// The bridge with a shell of Plasma that is played.
+/// Tests the bridge with a played shell of Plasma.
 class BridgePlasmaTest : public QObject
 {
     Q_OBJECT
@@ -140,7 +144,7 @@ private Q_SLOTS:
         QVERIFY(plasma.shell().appear());
         QVERIFY(session.start());
         BridgeSession::write(
-            {{BridgeSession::wallpaperKey, session.picture(QStringLiteral("a.png"), Qt::red)}});
+            {{BridgeSession::WallpaperKey, session.picture(QStringLiteral("a.png"), Qt::red)}});
         QVERIFY(waitUntil([&] { return plasma.image() != QStringLiteral("file:///mine.png"); }));
 
         QVERIFY2(session.run({QStringLiteral("--restore")}) == 0, qPrintable(session.output()));
@@ -150,18 +154,18 @@ private Q_SLOTS:
 
     void doesNotKeepOtherShellsWaiting()
     {
+        PlayedService gnome(QDBusConnection::SessionBus, QStringLiteral("org.gnome.Shell"));
         BridgeSession session;
         PlayedPlasma plasma(&session);
         plasma.shell().answerLater(QStringLiteral("evaluateScript"));
         QVERIFY(plasma.shell().appear());
-        PlayedService gnome(QDBusConnection::SessionBus, QStringLiteral("org.gnome.Shell"));
         QVERIFY(gnome.appear());
         QVERIFY(session.start());
 
         BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Qt::red), Red);
 
         QVERIFY(waitUntil([] {
-            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("red");
+            return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("red");
         }));
         QVERIFY(session.waitForFailure(Plasma, QStringLiteral("It did not answer within 5 s.")));
         QCOMPARE(

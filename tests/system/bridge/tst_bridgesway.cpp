@@ -21,7 +21,7 @@ bool shows(const HeadlessSway& sway, const QColor& color)
     return isShown;
 }
 
-/// Whether the adapter has set something, and has seen that it is set.
+/// Whether the adapter has set something, and has checked it.
 bool isSettled(BridgeSession* session)
 {
     return session->waitForStatus(Sway, [](const QJsonObject& status) {
@@ -32,7 +32,7 @@ bool isSettled(BridgeSession* session)
 
 } // namespace
 
-/// The bridge with a real sway.
+/// Tests the bridge with a real sway.
 class BridgeSwayTest : public QObject
 {
     Q_OBJECT
@@ -49,7 +49,7 @@ private Q_SLOTS:
     void showsThePictureAgainAfterAReload()
     {
         HeadlessSway sway;
-        BridgeSession session; // ends first
+        BridgeSession session;
         QVERIFY(sway.start());
         QVERIFY(session.start());
         BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Red), Blue);
@@ -65,7 +65,7 @@ private Q_SLOTS:
     void showsThePictureOnASwayThatStartsAgain()
     {
         HeadlessSway sway;
-        BridgeSession session; // ends first
+        BridgeSession session;
         BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Green), Blue);
         QVERIFY(session.start());
         QVERIFY(sway.start());
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QVERIFY(sway.start());
 
         QVERIFY(shows(sway, Green));
-        // Sway may have gone while the bridge asked it for something.
+        // Sway may have ended while the bridge was calling it.
         for (const QString& warning : session.takeWarnings()) {
             QVERIFY2(warning.startsWith(QLatin1String("sway: ")), qPrintable(warning));
         }
@@ -88,7 +88,7 @@ private Q_SLOTS:
     void restoresTheBackgroundOfTheUser()
     {
         HeadlessSway sway;
-        BridgeSession session; // ends first
+        BridgeSession session;
         QVERIFY(sway.start("output * bg #14a03c solid_color\n"));
         QVERIFY(shows(sway, Green));
         QVERIFY(session.start());
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QFETCH(QString, name);
         QFETCH(bool, isTaken);
         HeadlessSway sway;
-        BridgeSession session; // ends first
+        BridgeSession session;
         QVERIFY(sway.start());
         session.folder.makeDirectory(name);
         session.setEnvironment(QStringLiteral("XDG_DATA_HOME"), session.folder.path(name));
@@ -137,7 +137,7 @@ private Q_SLOTS:
     void tellsThatThePainterIsMissing()
     {
         HeadlessSway sway;
-        BridgeSession session; // ends first
+        BridgeSession session;
         QVERIFY(sway.start("swaybg_command /bin/true\n"));
         QVERIFY(session.start());
 

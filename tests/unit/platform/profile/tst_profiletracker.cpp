@@ -20,7 +20,7 @@ QByteArray line(const char* kind, const char* profile, const char* key, const ch
         + (value != nullptr ? QByteArray(value) : QByteArray("null"));
 }
 
-// Registered for all three kinds, notes what it is called with.
+// A listener for all three kinds of changes, which records its calls.
 class Recorder
 {
 public:
@@ -66,7 +66,7 @@ private:
     QByteArrayList m_calls;
 };
 
-// A change of another process, after all of this one's.
+// Makes a change in another process, after all changes of this process.
 void dconf(const char* command, const char* path, const char* argument = nullptr)
 {
     MGConfItem::sync();
@@ -78,15 +78,30 @@ void dconf(const char* command, const char* path, const char* argument = nullptr
     runDconf(arguments);
 }
 
-// Returns when all changes up to now have been told of: the bus keeps the order. The last call is
-// that of this function's own change.
+// Starts the tracker, and waits until its watch is active, which the store announces.
+bool startTracker()
+{
+    const QSignalSpy changes(&DconfStore::instance(), &DconfStore::changed);
+    profile_tracker_init();
+    return QTest::qWaitFor(
+        [&] { return changes.contains(QVariantList{QByteArray("/com/zavro/profile/")}); });
+}
+
+// Waits until all changes up to now are reported, because the bus keeps the order. The last report
+// is that of a change by this function. The value alone proves nothing, because a comparison for an
+// earlier change reads it, too, and the report of this change may still have to come.
 bool settle(const Recorder& recorder)
 {
     static int count = 0;
     const QByteArray number = QByteArray::number(++count);
+    const QSignalSpy changes(&DconfStore::instance(), &DconfStore::changed);
     dconf("write", "fence/fence", ("'" + number + "'").constData());
-    return QTest::qWaitFor(
-        [&] { return recorder.calls().contains(line("change", "fence", "fence", number)); });
+    const bool isTold = QTest::qWaitFor([&] {
+        return changes.contains(QVariantList{QByteArray("/com/zavro/profile/fence/fence")})
+            && recorder.calls().contains(line("change", "fence", "fence", number));
+    });
+    QCoreApplication::processEvents();
+    return isTold;
 }
 
 } // namespace
@@ -100,7 +115,7 @@ private Q_SLOTS:
     {
         MGConfItem::sync();
         runDconf({QStringLiteral("reset"), QStringLiteral("-f"), QStringLiteral("/com/")});
-        profile_tracker_init();
+        QVERIFY(startTracker());
     }
 
     void cleanup() { profile_tracker_quit(); }
@@ -298,7 +313,7 @@ private Q_SLOTS:
         profile_tracker_quit();
         QCoreApplication::processEvents();
         dconf("write", "silent/sms.alert.tone", "'/b.ogg'");
-        profile_tracker_init();
+        QVERIFY(startTracker());
 
         QVERIFY(settle(recorder));
         QCOMPARE(recorder.calls().size(), 1);
@@ -340,7 +355,7 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(recorder.calls(), QByteArrayList());
 
-        // So the store announces that a watch is settled.
+        // This is how the store announces that a watch is active.
         Q_EMIT store.changed("/com/zavro/profile/");
 
         QTRY_COMPARE(recorder.calls(), QByteArrayList{line("change", "silent", Tone, "/b.ogg")});
@@ -354,7 +369,7 @@ private Q_SLOTS:
         profile_tracker_quit();
         profile_set_value("silent", Tone, "/a.ogg");
         QCoreApplication::processEvents();
-        profile_tracker_init();
+        QVERIFY(startTracker());
 
         QVERIFY(settle(recorder));
         QCOMPARE(recorder.calls().size(), 1);
