@@ -9,7 +9,7 @@
 namespace {
 
 /// More would test the machine's memory.
-constexpr qint64 MaximalPixels = 1024 * 1024;
+constexpr qint64 MaximalPixels = qint64(1024) * 1024;
 
 qint64 pixelCount(const QSize& size)
 {

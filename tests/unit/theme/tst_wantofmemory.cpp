@@ -2,6 +2,7 @@
 #include "addresslimit.h"
 #include "decompressionbomb.h"
 #include "encodedpicture.h"
+#include "imaging/wallpaperfile.h"
 #include "messagelog.h"
 #include "paintedpicture.h"
 #include "testfolder.h"
@@ -147,6 +148,22 @@ private Q_SLOTS:
         QCOMPARE(
             log.takeMessages(),
             QStringList({QStringLiteral("Corrupt JPEG data: premature end of data segment")}));
+    }
+
+    void wallpaperIsWrittenWithoutMemoryForACopy()
+    {
+        const MessageLog log;
+        const TestFolder folder;
+        const QString path = folder.path(QStringLiteral("a.jpg"));
+        QImage image(QSize(4096, 4096), QImage::Format_RGB32);
+        image.fill(Qt::darkGreen);
+
+        {
+            const AddressLimit limit(image.sizeInBytes() / 2);
+            QCOMPARE(writeWallpaper(image, path), QString());
+        }
+
+        QCOMPARE(PictureReader(path).size(), image.size());
     }
 
     void fileLargerThanMemoryIsOneMorePictureThatCannotBeRead()
