@@ -71,7 +71,7 @@ private:
         timeOn(CLOCK_PROCESS_CPUTIME_ID), timeOn(CLOCK_THREAD_CPUTIME_ID), timeOn(CLOCK_MONOTONIC)};
 };
 
-/// The user's library of one kind, which models find in the place of the daemon's.
+/// A library with one kind of records, which models find instead of the daemon's library.
 class Library
 {
 public:

@@ -10,7 +10,10 @@ target_compile_options(moodsetd-settings INTERFACE
   -Wnon-virtual-dtor -Wnull-dereference -Woverloaded-virtual -Wshadow -Wundef
   $<$<BOOL:${MOODSETD_WERROR}>:-Werror>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  target_compile_options(moodsetd-settings INTERFACE -Wno-unknown-warning-option)
+  target_compile_options(moodsetd-settings INTERFACE
+    -Wno-unknown-warning-option
+    # Qt's macros for logging leave their arguments out.
+    -Wno-gnu-zero-variadic-macro-arguments)
 endif()
 target_compile_definitions(moodsetd-settings INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH

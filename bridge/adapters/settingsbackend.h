@@ -48,6 +48,7 @@ public:
 
 public Q_SLOTS:
     // The interface prescribes these names.
+    // NOLINTBEGIN(readability-identifier-naming)
     QDBusVariant Read(
         const QString& namespaceName, const QString& key, const QDBusMessage& message);
     PortalSettings ReadAll(const QStringList& namespaces);

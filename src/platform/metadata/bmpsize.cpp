@@ -43,6 +43,9 @@ std::optional<QSize> bmpSize(WindowedFile& file)
     ByteReader reader(
         file.read(fileHeaderSize, longestHeaderSize), ByteReader::Order::LittleEndian);
     const quint32 headerSize = reader.u32();
+    if (!isHeaderSize(headerSize)) {
+        return {};
+    }
     const bool isOld = headerSize == oldHeaderSize;
     const auto side = [&] { return isOld ? qint16(reader.u16()) : qint32(reader.u32()); };
     const qint64 width = side();
@@ -52,8 +55,7 @@ std::optional<QSize> bmpSize(WindowedFile& file)
     const quint32 compression = isOld ? quint32(Plain) : reader.u32();
     reader.take(int(headerSize) - reader.position());
     const bool hasSides = width > 0 && height > 0 && width * height <= maximumPixels;
-    if (!reader.isGood() || !isHeaderSize(headerSize) || planes != 1
-        || !isPossiblePixel(compression, bits) || !hasSides) {
+    if (!reader.isGood() || planes != 1 || !isPossiblePixel(compression, bits) || !hasSides) {
         return {};
     }
     return QSize(int(width), int(height));

@@ -2,6 +2,7 @@
 #include "picturereader.h"
 
 #include "boundedfile.h"
+#include "pngchunks.h"
 
 #include <QBuffer>
 #include <QByteArray>
@@ -75,8 +76,17 @@ void PictureReader::openPicture()
     m_reader.setDevice(m_device.get());
 }
 
+/// Whether the decoder would take memory for what the picture does not have.
+bool PictureReader::claimsTooMuch(PngChunks chunks, qint64 limit) const
+{
+    return m_format == PictureFormat::Png && hasOverlongChunk(m_device.get(), chunks, limit);
+}
+
 QSize PictureReader::size() const
 {
+    if (claimsTooMuch(PngChunks::BeforePixels, HeaderLimit)) {
+        return {};
+    }
     QSize size = answer(QSize(), [&] { return m_reader.size(); });
     if (m_format == PictureFormat::Bmp) {
         size.setHeight(heightOfRows(size.height()));
@@ -88,6 +98,9 @@ QImage PictureReader::read()
 {
     if (m_file) {
         m_file->allow(PictureLimit);
+    }
+    if (claimsTooMuch(PngChunks::All, PictureLimit)) {
+        return {};
     }
     return answer(QImage(), [&] { return m_reader.read(); });
 }

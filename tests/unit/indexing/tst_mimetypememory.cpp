@@ -106,8 +106,8 @@ class MimeTypeMemoryTest : public QObject
 {
     Q_OBJECT
 
-    /// The names of files in the test's folder for which the memory's first, second or third answer
-    /// is not the database's.
+    /// The names of files in the test directory for which the first, second or third answer of the
+    /// memory differs from that of the database.
     QStringList disagreements(const QStringList& names);
 
     QScopedPointer<TestFolder> m_folder;

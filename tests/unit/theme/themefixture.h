@@ -71,7 +71,7 @@ public:
     /// The path of a wallpaper that is made from `source`; `suffix` is "hp.jpg" or "ap.jpg".
     static QString wallpaper(const QString& source, const QString& suffix);
 
-    /// The registry's.
+    /// The manager of the registry.
     static MoodsetManager& moodsets();
 
 private:

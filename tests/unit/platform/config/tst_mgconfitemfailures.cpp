@@ -301,6 +301,30 @@ private Q_SLOTS:
         QCOMPARE(process.exitCode(), 0);
     }
 
+    void fewDescriptorsRefuseAWriteButDoNotEndTheProcess()
+    {
+        // From the fewest with which a process of Qt comes as far as to the write.
+        const QVector<int> limits{9, 10, 11, 12, 14, 24};
+        int refused = 0;
+        for (const int limit : limits) {
+            const QString value = QString::number(limit);
+            QProcess process;
+            process.start(
+                text("prlimit"),
+                {text("--nofile=") + value, text(ITEM_PROCESS), text("set"),
+                 text("/few/descriptors"), value});
+            QVERIFY(process.waitForFinished());
+
+            QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(process.exitCode(), 0);
+            const bool isRefused =
+                process.readAllStandardError().contains("Too few file descriptors are left");
+            QCOMPARE(stored("/few/descriptors") == "'" + value.toUtf8() + "'", !isRefused);
+            refused += isRefused ? 1 : 0;
+        }
+        QVERIFY(refused > 0 && refused < limits.size());
+    }
+
     void runtimeFolderHoldsTheBusThatTheEnvironmentDoesNotName()
     {
         const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
@@ -343,6 +367,8 @@ private Q_SLOTS:
         ItemProcess process(SessionBus::address());
         process.run({text("follow"), text("/bus-death/key"), text("x")});
         QTRY_COMPARE(process.lines(), QList<QByteArray>({"", "x", ""}));
+        // It notices the value before it is on the bus.
+        QTRY_COMPARE(stored("/bus-death/key"), QByteArray("'x'"));
 
         bus.end();
 

@@ -14,6 +14,7 @@
 #include <QTest>
 
 #include <limits>
+#include <sys/resource.h>
 
 namespace {
 
@@ -45,6 +46,14 @@ QByteArray paddedJpeg(qint64 padding)
     return encodedPicture(quadrantPicture(Size), "jpeg")
         .insert(startOfImage, QByteArray(int(padding), '\0'))
         .insert(startOfImage, QByteArray("\xff\xfe\0\x02", 4));
+}
+
+/// The peak of this process's memory in KiB.
+long peakMemory()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
 }
 
 } // namespace
@@ -288,6 +297,51 @@ private Q_SLOTS:
 
         QCOMPARE(reader.size(), QSize(64, 64));
         QCOMPARE(quadrants(reader.read()), QStringLiteral("RGWB"));
+    }
+
+    // The decoder would take memory for all of it, and then find that it is cut off.
+    void chunkThatClaimsGigabytesTakesNoMemory_data()
+    {
+        QTest::addColumn<char>("place");
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("before the pixels") << char('H') << QSize();
+        QTest::newRow("after the pixels") << char('E') << Size;
+    }
+
+    void chunkThatClaimsGigabytesTakesNoMemory()
+    {
+        QFETCH(char, place);
+        QFETCH(QSize, size);
+        const MessageLog log;
+        QByteArray bytes = encodedPicture(quadrantPicture(Size), "png");
+        constexpr int headerEnd = 33;
+        constexpr int lastChunk = 12;
+        const int offset = place == 'H' ? headerEnd : bytes.size() - lastChunk;
+        bytes.insert(offset, bigEndian(quint32(0x60000000)) + QByteArrayLiteral("zTXta\0\0"));
+        m_folder.write(Name, bytes);
+        PictureReader reader(path());
+        PictureReader inMemory(bytes);
+        const long peak = peakMemory();
+
+        for (PictureReader* const each : {&reader, &inMemory}) {
+            QCOMPARE(each->size(), size);
+            QVERIFY(each->read().isNull());
+        }
+        constexpr long kibOfChunk = 0x60000000 / 1024;
+        QVERIFY2(peakMemory() - peak < kibOfChunk / 8, "the chunk's length has been allocated");
+    }
+
+    void pixelsThatAreCutOffAreLeftToTheDecoder()
+    {
+        MessageLog log;
+        constexpr int end = 20;
+        const QByteArray bytes = encodedPicture(quadrantPicture(Size), "png").chopped(end);
+        PictureReader reader(bytes);
+
+        QCOMPARE(reader.size(), Size);
+        QCOMPARE(reader.read(), QImage::fromData(bytes, "png"));
+        // What decoders say is not ours to choose.
+        log.takeMessages();
     }
 
     void startOfAnEndlessFileGivesNone_data() { addStartsOfPictures(); }
