@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "adapterdriver.h"
 
+#include "oneline.h"
+
 #include <QDateTime>
 #include <QDebug>
 #include <QPointer>
@@ -127,7 +129,9 @@ void AdapterDriver::startRunIfNeeded()
 bool AdapterDriver::isPlanSet(const QJsonObject& plan) const
 {
     const AdapterState state = m_state->adapters.value(m_adapter->name());
-    if (state.time.isEmpty() || state.failure != m_adapter->shortfall(*m_appearance)) {
+    // Of a run that was interrupted, the record tells what was to be set, not what is.
+    if (state.time.isEmpty() || !state.record.earlier.isEmpty()
+        || state.failure != m_adapter->shortfall(*m_appearance)) {
         return false;
     }
     QJsonObject both = state.record.set;
@@ -201,7 +205,7 @@ void AdapterDriver::finish(const QString& failure)
     m_isRunning = false;
     m_isVerifying = false;
     if (!failure.isEmpty() && failure != state().failure) {
-        qWarning().noquote() << m_adapter->name() + QStringLiteral(": ") + failure;
+        qWarning().noquote() << oneLine(m_adapter->name() + QStringLiteral(": ") + failure);
     }
     state().failure = failure;
     Q_EMIT stateChanged();

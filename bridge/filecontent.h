@@ -11,6 +11,9 @@ class QIODevice;
 /// The content of a regular file of at most `largest` bytes; nothing for any other.
 std::optional<QByteArray> readWhole(const QString& path, qint64 largest);
 
+/// Tells one state of a file from another; empty if there is no file.
+QString fileStamp(const QString& path);
+
 /// The URI of a file as shells take it: always with "file:///", and percent-encoded.
 QString fileUri(const QString& path);
 
@@ -24,7 +27,7 @@ QString writeWhole(const QString& path, const QByteArray& content);
 QString writeAll(QIODevice* file, const char* data, qint64 length);
 
 /// The suffix for a picture that every shell can show, "jpg" or "png" by the first bytes of the
-/// file; empty for any other file.
+/// file; empty for any other file, and for one of more than 64 MiB.
 QString pictureSuffix(const QString& path);
 
 /// Whether the first bytes of a file say that it is WAV or Ogg Vorbis.

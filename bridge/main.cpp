@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bridge.h"
+#include "oneline.h"
 #include "portalsconf.h"
 #include "restoration.h"
 #include "statusreport.h"
@@ -14,6 +15,9 @@
 #include <QJsonDocument>
 #include <QLockFile>
 #include <QTextStream>
+
+#include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -45,7 +49,7 @@ bool isRunning()
 
 int fail(const QString& text)
 {
-    QTextStream(stderr) << "moodset-bridge: " << text << '\n';
+    QTextStream(stderr) << "moodset-bridge: " << oneLine(text) << '\n';
     return 1;
 }
 
@@ -94,7 +98,8 @@ int restore()
         failures.append(storeFailure);
     }
     if (!failures.isEmpty()) {
-        return fail(failures.join(QStringLiteral("\nmoodset-bridge: ")));
+        std::for_each(failures.begin(), failures.end(), &fail);
+        return EXIT_FAILURE;
     }
     QTextStream(stdout)
         << "Your own settings are back, and moodset-bridge has ended until your next login.\n"

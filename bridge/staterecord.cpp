@@ -2,6 +2,7 @@
 #include "staterecord.h"
 
 #include "filecontent.h"
+#include "oneline.h"
 
 #include <QDebug>
 #include <QFile>
@@ -71,8 +72,8 @@ void StateRecord::setAside() const
     const QString aside = m_path + QStringLiteral(".damaged");
     static_cast<void>(QFile::remove(aside)); // an older one
     static_cast<void>(QFile::rename(m_path, aside)); // it is overwritten otherwise
-    qWarning().noquote()
-        << QStringLiteral("The state file is damaged and was set aside: %1").arg(m_path);
+    qWarning().noquote() << oneLine(
+        QStringLiteral("The state file is damaged and was set aside: %1").arg(m_path));
 }
 
 QByteArray StateRecord::content() const

@@ -201,7 +201,11 @@ void PlasmaAdapter::verify(const QJsonObject& plan, const Done& done)
         return;
     }
     constexpr int settleMs = 1000;
-    QTimer::singleShot(settleMs, this, [this, plan, done] {
+    const int round = m_round;
+    QTimer::singleShot(settleMs, this, [this, round, plan, done] {
+        if (round != m_round) {
+            return;
+        }
         if (hasAccent(plan)) {
             verifyPicture(plan, done);
         } else {
@@ -299,8 +303,12 @@ void PlasmaAdapter::runScript(const QString& script, const ScriptDone& done)
     call.setAutoStartService(false);
     auto* const watcher = new QDBusPendingCallWatcher(
         QDBusConnection::sessionBus().asyncCall(call, 2 * limitMs()), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, done] {
+    const int round = m_round;
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, round, watcher, done] {
         watcher->deleteLater();
+        if (round != m_round) {
+            return;
+        }
         if (watcher->isError()) {
             done({}, QStringLiteral("The shell refuses: %1").arg(watcher->error().message()));
         } else {
@@ -309,7 +317,9 @@ void PlasmaAdapter::runScript(const QString& script, const ScriptDone& done)
     });
 }
 
+// What was asked for before would go on with the next step when the shell answers at last.
 void PlasmaAdapter::abandon()
 {
+    ++m_round;
     m_tool.end();
 }

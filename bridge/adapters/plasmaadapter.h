@@ -43,6 +43,7 @@ private:
     const QString m_picturesUri;
     BusPresence m_shell;
     HookProcess m_tool;
+    int m_round = 0; ///< tells an answer that came too late from that of the present step
 };
 
 /// A text as a literal of JavaScript, whatever is in it.
