@@ -53,8 +53,8 @@ public:
     /// The time limit of each operation, in milliseconds.
     virtual int limitMs() const { return 5000; }
 
-    /// Whether an operation that did not end in time is tried again: a shell may have its name long
-    /// before it answers.
+    /// Whether an operation that did not end in time, or whose result was not to be seen, is tried
+    /// again: a shell may have its name long before it answers.
     virtual bool isTriedAgain() const { return true; }
 
     /// Starts to follow whether the shell is there.

@@ -11,7 +11,8 @@
 
 namespace {
 
-/// How often, and how long after, a shell is asked again that did not answer in time.
+/// How often, and how long after, a shell is asked again that did not answer in time, or does not
+/// have what was set.
 constexpr int Retries = 3;
 constexpr int RetryMs = 5000;
 
@@ -34,9 +35,7 @@ AdapterDriver::AdapterDriver(
     m_limit.setSingleShot(true);
     connect(&m_limit, &QTimer::timeout, this, [this] {
         giveUp(QStringLiteral("It did not answer within %1 s.").arg(m_adapter->limitMs() / 1000.0));
-        if (m_adapter->isTriedAgain() && m_retriesLeft-- > 0) {
-            m_retry.start();
-        }
+        retryLater();
     });
     m_retry.setSingleShot(true);
     m_retry.setInterval(RetryMs);
@@ -187,14 +186,24 @@ void AdapterDriver::verify()
 
 void AdapterDriver::conclude()
 {
+    m_isVerifying = false;
     state().time = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
     state().record.earlier = QJsonObject();
     finish(m_adapter->shortfall(*m_appearance));
 }
 
+void AdapterDriver::retryLater()
+{
+    if (m_adapter->isTriedAgain() && m_retriesLeft > 0) {
+        --m_retriesLeft;
+        m_retry.start();
+    }
+}
+
 void AdapterDriver::giveUp(const QString& reason)
 {
     m_adapter->abandon();
+    m_isVerifying = false;
     finish(reason);
 }
 
@@ -203,7 +212,10 @@ void AdapterDriver::finish(const QString& failure)
     ++m_step;
     m_limit.stop();
     m_isRunning = false;
-    m_isVerifying = false;
+    // While a shell starts, its programs may write over each other's settings.
+    if (std::exchange(m_isVerifying, false)) {
+        retryLater();
+    }
     if (!failure.isEmpty() && failure != state().failure) {
         qWarning().noquote() << oneLine(m_adapter->name() + QStringLiteral(": ") + failure);
     }

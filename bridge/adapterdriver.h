@@ -52,6 +52,7 @@ private:
     /// Ends a run that is of no use any more, without a word.
     void interrupt();
     void giveUp(const QString& reason);
+    void retryLater();
     /// Ends a run. After a failure, the next look tries again, and a shell that comes back.
     void finish(const QString& failure);
     Adapter::Done then(void (AdapterDriver::*next)());
