@@ -4,6 +4,7 @@
 #include "portalsconf.h"
 #include "restoration.h"
 #include "statusreport.h"
+#include "storetexts.h"
 
 #include <mgconfitem.h>
 
@@ -79,6 +80,7 @@ int restore()
         && lock.error() == QLockFile::LockFailedError) {
         return fail(QStringLiteral("The running moodset-bridge does not end."));
     }
+    StoreTexts::settle();
     StateRecord state(folder.state());
     Restoration restoration(
         makeAdapters(BridgeConfiguration::read(BridgeConfiguration::userFile()), folder.pictures()),

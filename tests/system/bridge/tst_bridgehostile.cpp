@@ -14,6 +14,7 @@
 #include <QLocalSocket>
 #include <QProcess>
 #include <QTest>
+#include <QTimer>
 #include <QUrl>
 
 #include <memory>
@@ -252,7 +253,6 @@ private Q_SLOTS:
 
         BridgeSession::setLook(picture, Red);
 
-        QVERIFY(plasma.waitForCalls(1));
         QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
         QVERIFY(hasAccent(QStringLiteral("red")));
         const QString late = QStringLiteral("It did not answer within 5 s.");
@@ -395,6 +395,41 @@ private Q_SLOTS:
         QVERIFY(hasAccent(QStringLiteral("green")));
         QVERIFY(waitUntil([] { return BridgeSession::copies().size() == 1; }));
         QCOMPARE(session.run({QStringLiteral("--restore")}), 0);
+        QCOMPARE(
+            BridgeSession::stored(BridgeSession::pictureUriKey),
+            QStringLiteral("file:///mine.png"));
+    }
+
+    void restoresWhatAKilledBridgeWasAboutToStore()
+    {
+        BridgeSession session;
+        GnomeShell shell;
+        QVERIFY(shell.appear());
+        BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///mine.png")}});
+        const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
+        BridgeSession::setLook(picture, Red);
+        QVERIFY(session.start());
+        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
+        const QString first = BridgeSession::stored(BridgeSession::pictureUriKey);
+        {
+            PausedDconfService paused;
+            QVERIFY(paused.isPaused());
+            session.picture(QStringLiteral("b.png"), Qt::green);
+            session.folder.rename(QStringLiteral("b.png"), QStringLiteral("a.png"));
+            QVERIFY(session.waitForStatus(Gnome, [&first](const QJsonObject& status) {
+                const QJsonObject set = status.value(QStringLiteral("set")).toObject();
+                return set.value(BridgeSession::pictureUriKey) != first;
+            }));
+            session.kill();
+            constexpr int pauseMs = 300;
+            QTimer timer;
+            timer.setSingleShot(true);
+            QObject::connect(&timer, &QTimer::timeout, this, [&paused] { paused.resume(); });
+            timer.start(pauseMs);
+
+            QCOMPARE(session.run({QStringLiteral("--restore")}), 0);
+        }
+
         QCOMPARE(
             BridgeSession::stored(BridgeSession::pictureUriKey),
             QStringLiteral("file:///mine.png"));
