@@ -57,8 +57,8 @@ class BridgeTest : public QObject
 private Q_SLOTS:
     void handsOnPictureAndAccent()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
@@ -97,11 +97,11 @@ private Q_SLOTS:
 
     void givesALateShellTheLook()
     {
+        Shell shell;
         BridgeSession session;
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
         QVERIFY(session.start());
-        Shell shell;
 
         QVERIFY(shell.appear());
 
@@ -110,8 +110,8 @@ private Q_SLOTS:
 
     void handsOutARewrittenPictureUnderAFreshName()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -131,8 +131,8 @@ private Q_SLOTS:
 
     void keepsThePictureWhenColoursChange()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -150,8 +150,8 @@ private Q_SLOTS:
 
     void keepsTheCopyOfAPictureThatIsDeleted()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -171,8 +171,8 @@ private Q_SLOTS:
 
     void showsTheApplicationWallpaperForAForeignFormat()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
         const QString second = session.picture(QStringLiteral("second.jpg"), Qt::red);
@@ -198,8 +198,8 @@ private Q_SLOTS:
     void copesWithOddNames()
     {
         QFETCH(QString, name);
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
         const QString picture = session.picture(name, Qt::blue);
@@ -215,8 +215,8 @@ private Q_SLOTS:
 
     void appliesOnlyTheLastOfABurst()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString first = session.picture(QStringLiteral("a.png"), Qt::red);
         const QString last = session.picture(QStringLiteral("b.png"), Qt::green);
@@ -245,8 +245,8 @@ private Q_SLOTS:
 
     void restoresWhatTheUserHad()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///mine.png")}});
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
@@ -266,8 +266,8 @@ private Q_SLOTS:
 
     void restoreLeavesWhatTheUserHasChangedSince()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -284,8 +284,8 @@ private Q_SLOTS:
 
     void aStartKeepsWhatTheUserHasChosenMeanwhile()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -304,8 +304,8 @@ private Q_SLOTS:
 
     void startsAnewWithADamagedState()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QDir().mkpath(BridgeSession::dataFolder());
         QFile state(BridgeSession::dataFolder() + QStringLiteral("/state.json"));
@@ -327,8 +327,8 @@ private Q_SLOTS:
 
     void tellsThatADataFolderCannotBeWritten()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         session.folder.makeDirectory(QStringLiteral("data"));
         session.folder.setMode(QStringLiteral("data"), 0500);
@@ -355,8 +355,8 @@ private Q_SLOTS:
 
     void keepsTheOldPictureOnAFullDisk()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString disk = qEnvironmentVariable("PRIVATE_MACHINE_SMALL_DISK");
         session.setEnvironment(QStringLiteral("XDG_DATA_HOME"), disk);
@@ -384,8 +384,8 @@ private Q_SLOTS:
     void restoresAfterAKillAtAnyTime()
     {
         constexpr int kills = 12;
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///mine.png")}});
         for (int i = 0; i < kills; ++i) {
@@ -407,8 +407,8 @@ private Q_SLOTS:
 
     void tellsThatTheStoreHasNotKeptAValue()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
