@@ -126,6 +126,15 @@ int follow()
                 QCoreApplication::quit();
             }
         });
+    // Without its bus it can do nothing. The library of the store ends it, too, but not as long as
+    // that has not reached the bus.
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.connect(
+        QString(), QString(), QStringLiteral("org.freedesktop.DBus.Local"),
+        QStringLiteral("Disconnected"), qApp, SLOT(quit()));
+    if (!bus.isConnected()) {
+        return fail(QStringLiteral("The session bus has gone."));
+    }
     Bridge bridge(BridgeConfiguration::read(BridgeConfiguration::userFile()), folder);
     bridge.start();
     return QCoreApplication::exec();
