@@ -265,6 +265,34 @@ private Q_SLOTS:
             QStringList({QStringLiteral("plasma: ") + late, QStringLiteral("sway: ") + late}));
     }
 
+    void servesAShellThatGoesInTheMiddleAndComesBack()
+    {
+        PlasmaShell plasma;
+        BridgeSession session;
+        plasma.answerLater(QStringLiteral("evaluateScript"));
+        QVERIFY(plasma.appear());
+        QVERIFY(session.start());
+        BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Qt::red), Red);
+        QStringList calls;
+        const auto isCalled = [&] {
+            calls += plasma.takeCalls();
+            return calls.join(QLatin1Char(' ')).contains(QStringLiteral("evaluateScript"));
+        };
+        QVERIFY(waitUntil(isCalled));
+
+        plasma.vanish();
+
+        QVERIFY(session.waitForStatus(Plasma, [](const QJsonObject& status) {
+            return !status.value(QStringLiteral("present")).toBool()
+                && !status.value(QStringLiteral("failure")).toString().isEmpty();
+        }));
+        QCOMPARE(session.takeWarnings().size(), 1);
+        calls.clear();
+        QVERIFY(plasma.appear());
+        QVERIFY(waitUntil(isCalled));
+        session.kill();
+    }
+
     void tellsWhyAShellRefuses()
     {
         PlasmaShell plasma;
