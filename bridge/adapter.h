@@ -3,9 +3,11 @@
 
 #include "appearance.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QObject>
 
+#include <algorithm>
 #include <functional>
 
 /// What an adapter has done so far; kept in the state file.
@@ -17,14 +19,19 @@ struct AdapterRecord
     QJsonObject saved;
     /// What the adapter has set, or was about to set when it was interrupted.
     QJsonObject set;
-    /// What it had set before that. Both count as set by the adapter.
-    QJsonObject earlier;
+    /// What it had set before that, the last one last, as long as it may be what is in place: the
+    /// process may have been killed, and a service may not have come to the newest yet. All count
+    /// as set by the adapter.
+    QJsonArray earlier;
 
     /// Whether `value` is what the adapter has set under this name.
     bool isOwn(const QString& name, const QJsonValue& value) const
     {
-        return (set.contains(name) && set.value(name) == value)
-            || (earlier.contains(name) && earlier.value(name) == value);
+        const auto has = [&](const QJsonValue& values) {
+            const QJsonObject object = values.toObject();
+            return object.contains(name) && object.value(name) == value;
+        };
+        return has(set) || std::any_of(earlier.begin(), earlier.end(), has);
     }
 };
 

@@ -15,6 +15,10 @@ namespace {
 /// have what was set.
 constexpr int Retries = 3;
 constexpr int RetryMs = 5000;
+/// After this time, what was set has left this process, and what was set before it is past.
+constexpr int SettlingMs = 500;
+/// How much of what was set before is kept, while one run after the other is interrupted.
+constexpr int MostEarlier = 16;
 
 void overlay(QJsonObject* values, const QJsonObject& newer)
 {
@@ -40,6 +44,13 @@ AdapterDriver::AdapterDriver(
     m_retry.setSingleShot(true);
     m_retry.setInterval(RetryMs);
     connect(&m_retry, &QTimer::timeout, this, &AdapterDriver::startRunIfNeeded);
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(SettlingMs);
+    connect(&m_settling, &QTimer::timeout, this, [this] {
+        this->state().record.earlier = QJsonArray();
+        Q_EMIT stateChanged();
+        Q_EMIT rested();
+    });
 }
 
 void AdapterDriver::start()
@@ -129,7 +140,7 @@ bool AdapterDriver::isPlanSet(const QJsonObject& plan) const
 {
     const AdapterState state = m_state->adapters.value(m_adapter->name());
     // Of a run that was interrupted, the record tells what was to be set, not what is.
-    if (state.time.isEmpty() || !state.record.earlier.isEmpty()
+    if (state.time.isEmpty() || state.isUnfinished
         || state.failure != m_adapter->shortfall(*m_appearance)) {
         return false;
     }
@@ -166,10 +177,15 @@ void AdapterDriver::apply(const QJsonObject& saved)
 {
     AdapterRecord& record = state().record;
     record.saved = saved;
-    if (record.earlier.isEmpty()) {
-        record.earlier = record.set;
+    if (!record.set.isEmpty() && !record.earlier.contains(record.set)) {
+        record.earlier.append(record.set);
+    }
+    if (record.earlier.size() > MostEarlier) {
+        record.earlier.removeFirst();
     }
     overlay(&record.set, m_plan);
+    state().isUnfinished = true;
+    m_settling.stop();
     const QString failure = m_state->store();
     if (!failure.isEmpty() && !saved.isEmpty()) {
         finish(failure);
@@ -188,7 +204,8 @@ void AdapterDriver::conclude()
 {
     m_isVerifying = false;
     state().time = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
-    state().record.earlier = QJsonObject();
+    state().isUnfinished = false;
+    m_settling.start();
     finish(m_adapter->shortfall(*m_appearance));
 }
 

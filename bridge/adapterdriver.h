@@ -65,6 +65,7 @@ private:
     QJsonObject m_plan;
     QTimer m_limit;
     QTimer m_retry;
+    QTimer m_settling;
     int m_retriesLeft = 0;
     quint64 m_step =
         0; ///< tells the answer of a step that was given up from that of the present one

@@ -19,7 +19,8 @@ AdapterState stateFromJson(const QJsonObject& object)
     AdapterState state;
     state.record.saved = object.value(QLatin1String("saved")).toObject();
     state.record.set = object.value(QLatin1String("set")).toObject();
-    state.record.earlier = object.value(QLatin1String("earlier")).toObject();
+    state.record.earlier = object.value(QLatin1String("earlier")).toArray();
+    state.isUnfinished = object.value(QLatin1String("unfinished")).toBool();
     state.setting = object.value(QLatin1String("enabled")).toString();
     state.isPresent = object.value(QLatin1String("present")).toBool();
     state.time = object.value(QLatin1String("time")).toString();
@@ -33,6 +34,7 @@ QJsonObject toJson(const AdapterState& state)
         {QStringLiteral("saved"), state.record.saved},
         {QStringLiteral("set"), state.record.set},
         {QStringLiteral("earlier"), state.record.earlier},
+        {QStringLiteral("unfinished"), state.isUnfinished},
         {QStringLiteral("enabled"), state.setting},
         {QStringLiteral("present"), state.isPresent},
         {QStringLiteral("time"), state.time},

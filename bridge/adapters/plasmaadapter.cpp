@@ -61,6 +61,12 @@ QString settingsText(const QString& hex)
     return color ? color->rgb().remove(QLatin1Char(' ')) : QString();
 }
 
+/// The reverse, of the three numbers.
+QString hexOf(const QStringList& parts)
+{
+    return Argb{255, parts.at(0).toInt(), parts.at(1).toInt(), parts.at(2).toInt()}.hex();
+}
+
 /// Whether the settings have the accent colour of the plan, if it has one.
 bool hasAccent(const QJsonObject& plan)
 {
@@ -141,8 +147,8 @@ void PlasmaAdapter::save(const QJsonObject& plan, const AdapterRecord& record, c
         }
         saved.insert(Wallpapers, wallpapers);
         const QString accent = currentAccent();
-        const bool isOwn = accent == settingsText(record.set.value(AccentColor).toString())
-            || accent == settingsText(record.earlier.value(AccentColor).toString());
+        const QStringList parts = accent.split(QLatin1Char(','));
+        const bool isOwn = parts.size() == 3 && record.isOwn(AccentColor, hexOf(parts));
         if (!saved.contains(AccentColor) || !isOwn) {
             saved.insert(AccentColor, accent);
         }
@@ -279,8 +285,7 @@ void PlasmaAdapter::restoreAccent(const AdapterRecord& record, const Done& done)
     }
     const QStringList parts = saved.split(QLatin1Char(','));
     if (parts.size() == 3) {
-        const Argb color{255, parts.at(0).toInt(), parts.at(1).toInt(), parts.at(2).toInt()};
-        applyAccent(color.hex(), done);
+        applyAccent(hexOf(parts), done);
         return;
     }
     const QString writer = QStandardPaths::findExecutable(QStringLiteral("kwriteconfig6")).isEmpty()

@@ -8,6 +8,7 @@
 #include <QDBusError>
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocalServer>
@@ -372,7 +373,8 @@ private Q_SLOTS:
         QJsonObject adapters = root.value(QStringLiteral("adapters")).toObject();
         QJsonObject gnome = adapters.value(Gnome).toObject();
         QJsonObject set = gnome.value(QStringLiteral("set")).toObject();
-        gnome.insert(QStringLiteral("earlier"), set);
+        gnome.insert(QStringLiteral("earlier"), QJsonArray{set});
+        gnome.insert(QStringLiteral("unfinished"), true);
         set.insert(BridgeSession::accentKey, QStringLiteral("green"));
         gnome.insert(QStringLiteral("set"), set);
         adapters.insert(Gnome, gnome);
