@@ -72,7 +72,7 @@ void AdapterDriver::hand(const Appearance& appearance)
     m_appearance = appearance;
     m_retriesLeft = Retries;
     if (m_isVerifying) {
-        // What it looks for is past.
+        // The step that it waits for is over.
         interrupt();
     }
     m_isStale = m_isRunning;
@@ -172,7 +172,7 @@ void AdapterDriver::run(const QJsonObject& plan)
         });
 }
 
-// What the user had has to be on the disk before it is replaced.
+// The user's values must be on the disk before they are replaced.
 void AdapterDriver::apply(const QJsonObject& saved)
 {
     AdapterRecord& record = state().record;

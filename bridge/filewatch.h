@@ -12,7 +12,7 @@ class FileWatch : public QObject
 public:
     explicit FileWatch(QObject* parent = nullptr);
 
-    /// Follows these files in place of the former ones. They need not exist.
+    /// Follows these files instead of the former ones. They need not exist.
     void follow(const QStringList& files);
 
 Q_SIGNALS:

@@ -18,8 +18,8 @@ QColor middleOf(const QString& path)
 
 } // namespace
 
-/// The way from a call of the daemon to the shells, with the real daemon. Its session is the
-/// process's own, so that there is one in each test program.
+/// Tests the way from a call of the real daemon to the shells. The session is that of the process,
+/// so a test program has only one.
 class BridgeDaemonTest : public QObject
 {
     Q_OBJECT
@@ -41,13 +41,13 @@ private Q_SLOTS:
 
         QVERIFY(ThemeSession::set(red));
 
-        const QColor color = middleOf(BridgeSession::stored(BridgeSession::wallpaperKey));
+        const QColor color = middleOf(BridgeSession::stored(BridgeSession::WallpaperKey));
         QVERIFY(color.isValid());
         QVERIFY(waitUntil([&] {
-            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("red");
+            return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("red");
         }));
         QCOMPARE(
-            middleOf(QUrl(BridgeSession::stored(BridgeSession::pictureUriKey)).toLocalFile()),
+            middleOf(QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile()),
             color);
         if (hasSway) {
             QVERIFY(waitUntil([&] { return isClose(sway.middle(), color); }));
@@ -58,9 +58,9 @@ private Q_SLOTS:
         other.fill(Qt::blue);
         QVERIFY(other.save(red));
         QVERIFY(ThemeSession::set(red));
-        const QColor second = middleOf(BridgeSession::stored(BridgeSession::wallpaperKey));
+        const QColor second = middleOf(BridgeSession::stored(BridgeSession::WallpaperKey));
         QVERIFY(waitUntil([&] {
-            return middleOf(QUrl(BridgeSession::stored(BridgeSession::pictureUriKey)).toLocalFile())
+            return middleOf(QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile())
                 == second;
         }));
 
@@ -72,11 +72,11 @@ private Q_SLOTS:
             QVERIFY(ThemeSession::set(i % 2 == 0 ? red : green));
         }
         QVERIFY(waitUntil([&] {
-            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("green");
+            return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("green");
         }));
-        const QColor last = middleOf(BridgeSession::stored(BridgeSession::wallpaperKey));
+        const QColor last = middleOf(BridgeSession::stored(BridgeSession::WallpaperKey));
         QVERIFY(waitUntil([&] {
-            return middleOf(QUrl(BridgeSession::stored(BridgeSession::pictureUriKey)).toLocalFile())
+            return middleOf(QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile())
                 == last;
         }));
     }

@@ -43,14 +43,14 @@ QByteArray contentOf(const QString& path)
 
 bool showsCopyOf(const QString& path)
 {
-    const QString copy = QUrl(BridgeSession::stored(BridgeSession::pictureUriKey)).toLocalFile();
+    const QString copy = QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile();
     const QByteArray content = contentOf(path);
     return !copy.isEmpty() && !content.isEmpty() && contentOf(copy) == content;
 }
 
 bool hasAccent(const QString& name)
 {
-    return waitUntil([&] { return BridgeSession::stored(BridgeSession::accentKey) == name; });
+    return waitUntil([&] { return BridgeSession::stored(BridgeSession::AccentKey) == name; });
 }
 
 class GnomeShell : public PlayedService
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QVERIFY(session.waitForFailure(
             Gnome, QStringLiteral("is no JPEG or PNG picture of up to 64 MiB")));
         QVERIFY(hasAccent(QStringLiteral("red")));
-        QCOMPARE(BridgeSession::stored(BridgeSession::pictureUriKey), QString());
+        QCOMPARE(BridgeSession::stored(BridgeSession::PictureUriKey), QString());
         QCOMPARE(BridgeSession::copies(), QStringList());
         const QStringList warnings = session.takeWarnings();
         QVERIFY2(warnings.size() == 1, qPrintable(warnings.join(QLatin1Char('|'))));
@@ -375,7 +375,7 @@ private Q_SLOTS:
         QJsonObject set = gnome.value(QStringLiteral("set")).toObject();
         gnome.insert(QStringLiteral("earlier"), QJsonArray{set});
         gnome.insert(QStringLiteral("unfinished"), true);
-        set.insert(BridgeSession::accentKey, QStringLiteral("green"));
+        set.insert(BridgeSession::AccentKey, QStringLiteral("green"));
         gnome.insert(QStringLiteral("set"), set);
         adapters.insert(Gnome, gnome);
         root.insert(QStringLiteral("adapters"), adapters);
@@ -383,7 +383,7 @@ private Q_SLOTS:
         QVERIFY(state.open(QIODevice::WriteOnly));
         state.write(QJsonDocument(root).toJson());
         state.close();
-        BridgeSession::write({{BridgeSession::highlightKey, Green}});
+        BridgeSession::write({{BridgeSession::HighlightKey, Green}});
 
         QVERIFY(session.start());
 
@@ -396,7 +396,7 @@ private Q_SLOTS:
         GnomeShell shell;
         BridgeSession session;
         QVERIFY(shell.appear());
-        BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///mine.png")}});
+        BridgeSession::write({{BridgeSession::PictureUriKey, QStringLiteral("file:///mine.png")}});
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         const QString other = session.picture(QStringLiteral("b.png"), Qt::green);
         for (int i = 0; i < kills; ++i) {
@@ -409,7 +409,7 @@ private Q_SLOTS:
                  QStringLiteral("while [ -e '%4' ]; do dconf write %1 \"'%2'\"; dconf write %1 "
                                 "\"'%3'\"; done")
                      .arg(
-                         BridgeSession::wallpaperKey, picture, other,
+                         BridgeSession::WallpaperKey, picture, other,
                          session.folder.path(QStringLiteral("go on")))});
             QTest::qWait(17 * i); // the moment of the kill
             session.kill();
@@ -428,7 +428,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([] { return BridgeSession::copies().size() == 1; }));
         QCOMPARE(session.run({QStringLiteral("--restore")}), 0);
         QCOMPARE(
-            BridgeSession::stored(BridgeSession::pictureUriKey),
+            BridgeSession::stored(BridgeSession::PictureUriKey),
             QStringLiteral("file:///mine.png"));
     }
 
@@ -437,12 +437,12 @@ private Q_SLOTS:
         GnomeShell shell;
         BridgeSession session;
         QVERIFY(shell.appear());
-        BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///mine.png")}});
+        BridgeSession::write({{BridgeSession::PictureUriKey, QStringLiteral("file:///mine.png")}});
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
         QVERIFY(session.start());
         QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
-        const QString first = BridgeSession::stored(BridgeSession::pictureUriKey);
+        const QString first = BridgeSession::stored(BridgeSession::PictureUriKey);
         {
             PausedDconfService paused;
             QVERIFY(paused.isPaused());
@@ -450,7 +450,7 @@ private Q_SLOTS:
             session.folder.rename(QStringLiteral("b.png"), QStringLiteral("a.png"));
             QVERIFY(session.waitForStatus(Gnome, [&first](const QJsonObject& status) {
                 const QJsonObject set = status.value(QStringLiteral("set")).toObject();
-                return set.value(BridgeSession::pictureUriKey) != first;
+                return set.value(BridgeSession::PictureUriKey) != first;
             }));
             session.kill();
             constexpr int pauseMs = 300;
@@ -463,7 +463,7 @@ private Q_SLOTS:
         }
 
         QCOMPARE(
-            BridgeSession::stored(BridgeSession::pictureUriKey),
+            BridgeSession::stored(BridgeSession::PictureUriKey),
             QStringLiteral("file:///mine.png"));
     }
 
@@ -484,7 +484,7 @@ private Q_SLOTS:
                 QStringLiteral("sh"),
                 {QStringLiteral("-c"),
                  QStringLiteral("for i in 0 1 2 3 4; do dconf write %1 \"'%2'\"; done")
-                     .arg(BridgeSession::wallpaperKey, i % 2 == 0 ? picture : other)});
+                     .arg(BridgeSession::WallpaperKey, i % 2 == 0 ? picture : other)});
         }
         for (int i = 0; i < changes; ++i) {
             BridgeSession::setLook(i % 2 == 0 ? other : picture, i % 2 == 0 ? Green : Red);
@@ -517,7 +517,7 @@ private Q_SLOTS:
                  .arg(session.folder.path(QStringLiteral("noise")))});
         QVERIFY(noise.waitForStarted());
 
-        BridgeSession::write({{BridgeSession::highlightKey, Green}});
+        BridgeSession::write({{BridgeSession::HighlightKey, Green}});
 
         QVERIFY(hasAccent(QStringLiteral("green")));
         noise.kill();
@@ -548,7 +548,7 @@ private Q_SLOTS:
         QVERIFY2(
             warnings.join(QLatin1Char('|')).contains(QStringLiteral("No space left")),
             qPrintable(warnings.join(QLatin1Char('|'))));
-        QCOMPARE(BridgeSession::stored(BridgeSession::accentKey), QString());
+        QCOMPARE(BridgeSession::stored(BridgeSession::AccentKey), QString());
 
         QVERIFY(filler.remove());
         BridgeSession::setLook(picture, Green);
