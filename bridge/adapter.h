@@ -3,9 +3,11 @@
 
 #include "appearance.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QObject>
 
+#include <algorithm>
 #include <functional>
 
 /// The record of what an adapter has set. The state file keeps it.
@@ -17,14 +19,19 @@ struct AdapterRecord
     QJsonObject saved;
     /// The values that the adapter has set, or was setting when it was interrupted.
     QJsonObject set;
-    /// The values that it had set before. Both count as set by the adapter.
-    QJsonObject earlier;
+    /// What it had set before that, the last one last, as long as it may be what is in place: the
+    /// process may have been killed, and a service may not have come to the newest yet. All count
+    /// as set by the adapter.
+    QJsonArray earlier;
 
     /// Whether the adapter has set `value` under this name.
     bool isOwn(const QString& name, const QJsonValue& value) const
     {
-        return (set.contains(name) && set.value(name) == value)
-            || (earlier.contains(name) && earlier.value(name) == value);
+        const auto has = [&](const QJsonValue& values) {
+            const QJsonObject object = values.toObject();
+            return object.contains(name) && object.value(name) == value;
+        };
+        return has(set) || std::any_of(earlier.begin(), earlier.end(), has);
     }
 };
 
@@ -54,8 +61,8 @@ public:
     /// The time limit of each operation, in milliseconds.
     virtual int limitMs() const { return 5000; }
 
-    /// Whether an operation that did not end in time is tried again. A shell may have its name long
-    /// before it answers.
+    /// Whether an operation that did not end in time, or whose result was not to be seen, is tried
+    /// again: a shell may have its name long before it answers.
     virtual bool isTriedAgain() const { return true; }
 
     /// Starts to follow whether the shell runs.

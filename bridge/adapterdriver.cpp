@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "adapterdriver.h"
 
+#include "oneline.h"
+
 #include <QDateTime>
 #include <QDebug>
 #include <QPointer>
@@ -9,9 +11,14 @@
 
 namespace {
 
-/// If a shell has not answered in time, it is asked again this many times, after this pause.
+/// How often, and how long after, a shell is asked again that did not answer in time, or does not
+/// have what was set.
 constexpr int Retries = 3;
 constexpr int RetryMs = 5000;
+/// After this time, what was set has left this process, and what was set before it is past.
+constexpr int SettlingMs = 500;
+/// How much of what was set before is kept, while one run after the other is interrupted.
+constexpr int MostEarlier = 16;
 
 void overlay(QJsonObject* values, const QJsonObject& newer)
 {
@@ -32,13 +39,18 @@ AdapterDriver::AdapterDriver(
     m_limit.setSingleShot(true);
     connect(&m_limit, &QTimer::timeout, this, [this] {
         giveUp(QStringLiteral("It did not answer within %1 s.").arg(m_adapter->limitMs() / 1000.0));
-        if (m_adapter->isTriedAgain() && m_retriesLeft-- > 0) {
-            m_retry.start();
-        }
+        retryLater();
     });
     m_retry.setSingleShot(true);
     m_retry.setInterval(RetryMs);
     connect(&m_retry, &QTimer::timeout, this, &AdapterDriver::startRunIfNeeded);
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(SettlingMs);
+    connect(&m_settling, &QTimer::timeout, this, [this] {
+        this->state().record.earlier = QJsonArray();
+        Q_EMIT stateChanged();
+        Q_EMIT rested();
+    });
 }
 
 void AdapterDriver::start()
@@ -127,7 +139,9 @@ void AdapterDriver::startRunIfNeeded()
 bool AdapterDriver::isPlanSet(const QJsonObject& plan) const
 {
     const AdapterState state = m_state->adapters.value(m_adapter->name());
-    if (state.time.isEmpty() || state.failure != m_adapter->shortfall(*m_appearance)) {
+    // Of a run that was interrupted, the record tells what was to be set, not what is.
+    if (state.time.isEmpty() || state.isUnfinished
+        || state.failure != m_adapter->shortfall(*m_appearance)) {
         return false;
     }
     QJsonObject both = state.record.set;
@@ -163,10 +177,15 @@ void AdapterDriver::apply(const QJsonObject& saved)
 {
     AdapterRecord& record = state().record;
     record.saved = saved;
-    if (record.earlier.isEmpty()) {
-        record.earlier = record.set;
+    if (!record.set.isEmpty() && !record.earlier.contains(record.set)) {
+        record.earlier.append(record.set);
+    }
+    if (record.earlier.size() > MostEarlier) {
+        record.earlier.removeFirst();
     }
     overlay(&record.set, m_plan);
+    state().isUnfinished = true;
+    m_settling.stop();
     const QString failure = m_state->store();
     if (!failure.isEmpty() && !saved.isEmpty()) {
         finish(failure);
@@ -183,14 +202,25 @@ void AdapterDriver::verify()
 
 void AdapterDriver::conclude()
 {
+    m_isVerifying = false;
     state().time = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
-    state().record.earlier = QJsonObject();
+    state().isUnfinished = false;
+    m_settling.start();
     finish(m_adapter->shortfall(*m_appearance));
+}
+
+void AdapterDriver::retryLater()
+{
+    if (m_adapter->isTriedAgain() && m_retriesLeft > 0) {
+        --m_retriesLeft;
+        m_retry.start();
+    }
 }
 
 void AdapterDriver::giveUp(const QString& reason)
 {
     m_adapter->abandon();
+    m_isVerifying = false;
     finish(reason);
 }
 
@@ -199,9 +229,12 @@ void AdapterDriver::finish(const QString& failure)
     ++m_step;
     m_limit.stop();
     m_isRunning = false;
-    m_isVerifying = false;
+    // While a shell starts, its programs may write over each other's settings.
+    if (std::exchange(m_isVerifying, false)) {
+        retryLater();
+    }
     if (!failure.isEmpty() && failure != state().failure) {
-        qWarning().noquote() << m_adapter->name() + QStringLiteral(": ") + failure;
+        qWarning().noquote() << oneLine(m_adapter->name() + QStringLiteral(": ") + failure);
     }
     state().failure = failure;
     Q_EMIT stateChanged();

@@ -52,8 +52,8 @@ private:
     /// Ends a run that is not needed any more, without a message.
     void interrupt();
     void giveUp(const QString& reason);
-    /// Ends a run. After a failure, the adapter tries again when a look arrives or the shell comes
-    /// back.
+    void retryLater();
+    /// Ends a run. After a failure, the next look tries again, and a shell that comes back.
     void finish(const QString& failure);
     Adapter::Done then(void (AdapterDriver::*next)());
     AdapterState& state() { return m_state->adapters[m_adapter->name()]; }
@@ -65,6 +65,7 @@ private:
     QJsonObject m_plan;
     QTimer m_limit;
     QTimer m_retry;
+    QTimer m_settling;
     int m_retriesLeft = 0;
     quint64 m_step =
         0; ///< distinguishes the answer of the current step from that of a cancelled one

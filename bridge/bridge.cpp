@@ -8,6 +8,7 @@
 #include "adapters/portaladapter.h"
 #include "adapters/swayadapter.h"
 #include "filecontent.h"
+#include "oneline.h"
 
 #include <QDebug>
 #include <QJsonDocument>
@@ -56,11 +57,19 @@ Bridge::Bridge(
     connect(&m_soundKeys, &ChangeGroup::changed, this, &Bridge::handleSound);
     // If a picture is applied again, its wallpaper is replaced, but no key changes.
     connect(&m_wallpapers, &FileWatch::touched, &m_lookKeys, &ChangeGroup::touch);
+    QStringList names;
     for (std::unique_ptr<Adapter>& adapter : makeAdapters(configuration, folder.pictures())) {
+        names.append(adapter->name());
         const AdapterSetting setting = configuration.adapter(adapter->name());
         m_drivers.push_back(std::make_unique<AdapterDriver>(std::move(adapter), setting, &m_state));
         connect(m_drivers.back().get(), &AdapterDriver::stateChanged, this, &Bridge::storeSoon);
         connect(m_drivers.back().get(), &AdapterDriver::rested, this, &Bridge::handleRest);
+    }
+    const QStringList configured = configuration.adapters.keys();
+    for (const QString& name : configured) {
+        if (!names.contains(name)) {
+            qWarning() << "The configuration names no adapter of the bridge:" << name;
+        }
     }
 }
 
@@ -146,7 +155,7 @@ void Bridge::store()
     m_willStore = false;
     const QString failure = m_state.store();
     if (!failure.isEmpty() && failure != m_storeFailure) {
-        qWarning().noquote() << failure;
+        qWarning().noquote() << oneLine(failure);
     }
     m_storeFailure = failure;
 }

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bridgeconfiguration.h"
 
+#include "filecontent.h"
+
 #include <QDebug>
 #include <QDir>
+#include <QFile>
 #include <QSettings>
 #include <QStandardPaths>
 
@@ -89,6 +92,12 @@ QString BridgeConfiguration::userFile()
 BridgeConfiguration BridgeConfiguration::read(const QString& path)
 {
     BridgeConfiguration configuration;
+    // The class below would wait for a FIFO, and read a device without end.
+    constexpr qint64 largest = qint64(1024) * 1024;
+    if (QFile::exists(path) && !readWhole(path, largest)) {
+        qWarning() << "The configuration cannot be read:" << path;
+        return configuration;
+    }
     QSettings file(path, QSettings::IniFormat);
     file.setIniCodec("UTF-8");
     if (file.status() != QSettings::NoError) {

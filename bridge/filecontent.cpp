@@ -5,17 +5,11 @@
 #include <regularfile.h>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QUrl>
 
-namespace {
-
-QByteArray firstBytes(const QString& path, int length)
-{
-    return RegularFile(path).read(0, length).value_or(QByteArray());
-}
-
-} // namespace
+#include <sys/stat.h>
 
 std::optional<QByteArray> readWhole(const QString& path, qint64 largest)
 {
@@ -24,6 +18,19 @@ std::optional<QByteArray> readWhole(const QString& path, qint64 largest)
         return std::nullopt;
     }
     return file.read(0, int(file.size()));
+}
+
+QString fileStamp(const QString& path)
+{
+    struct stat status = {};
+    if (stat(QFile::encodeName(path).constData(), &status) != 0) {
+        return {};
+    }
+    return QStringLiteral("%1 %2 %3.%4")
+        .arg(quint64(status.st_ino))
+        .arg(qint64(status.st_size))
+        .arg(qint64(status.st_mtim.tv_sec))
+        .arg(qint64(status.st_mtim.tv_nsec));
 }
 
 QString fileUri(const QString& path)
@@ -43,7 +50,12 @@ QString writeWhole(const QString& path, const QByteArray& content)
 
 QString pictureSuffix(const QString& path)
 {
-    const QByteArray bytes = firstBytes(path, 8);
+    constexpr qint64 largest = qint64(64) * 1024 * 1024;
+    const RegularFile file(path);
+    if (file.size() > largest) {
+        return {};
+    }
+    const QByteArray bytes = file.read(0, 8).value_or(QByteArray());
     if (bytes.startsWith("\xff\xd8\xff")) {
         return QStringLiteral("jpg");
     }
@@ -54,7 +66,7 @@ bool isPlayableTone(const QString& path)
 {
     // In front of the first packet, an Ogg page has 27 bytes and a table with one segment.
     constexpr int packetOffset = 28;
-    const QByteArray bytes = firstBytes(path, packetOffset + 7);
+    const QByteArray bytes = RegularFile(path).read(0, packetOffset + 7).value_or(QByteArray());
     return (bytes.startsWith("RIFF") && bytes.mid(8, 4) == "WAVE")
         || (bytes.startsWith("OggS") && bytes.mid(packetOffset) == "\x01vorbis");
 }

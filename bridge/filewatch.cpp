@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "filewatch.h"
 
+#include "filecontent.h"
+
 #include <QFileInfo>
 
 FileWatch::FileWatch(QObject* parent)
     : QObject(parent)
 {
-    const auto tell = [this] {
-        watchAgain();
-        Q_EMIT touched();
-    };
-    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, tell);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, tell);
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &FileWatch::compare);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &FileWatch::compare);
 }
 
 void FileWatch::follow(const QStringList& files)
@@ -20,6 +18,7 @@ void FileWatch::follow(const QStringList& files)
         return;
     }
     m_files = files;
+    m_stamps = stamps();
     const QStringList watched = m_watcher.files() + m_watcher.directories();
     if (!watched.isEmpty()) {
         m_watcher.removePaths(watched);
@@ -27,8 +26,28 @@ void FileWatch::follow(const QStringList& files)
     watchAgain();
 }
 
-// When another file takes the name of a watched file, the watch stays on the old file. The watch of
-// the directory reports the new file.
+// Most of what happens in a directory concerns other files.
+void FileWatch::compare()
+{
+    watchAgain();
+    const QStringList now = stamps();
+    if (now != m_stamps) {
+        m_stamps = now;
+        Q_EMIT touched();
+    }
+}
+
+QStringList FileWatch::stamps() const
+{
+    QStringList stamps;
+    for (const QString& file : m_files) {
+        stamps.append(fileStamp(file));
+    }
+    return stamps;
+}
+
+// The watch of a file goes with the file when another one takes its name. That of its directory
+// tells of the other one.
 void FileWatch::watchAgain()
 {
     for (const QString& file : m_files) {

@@ -5,7 +5,7 @@
 #include <QObject>
 #include <QStringList>
 
-/// Reports that one of some files may have been written, replaced or made. Main thread only.
+/// Tells that one of some files has been written, replaced, made or removed. Main thread only.
 class FileWatch : public QObject
 {
     Q_OBJECT
@@ -19,8 +19,11 @@ Q_SIGNALS:
     void touched();
 
 private:
+    void compare();
+    QStringList stamps() const;
     void watchAgain();
 
     QStringList m_files;
+    QStringList m_stamps; ///< in the order of the files
     QFileSystemWatcher m_watcher;
 };

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bridge.h"
+#include "oneline.h"
 #include "portalsconf.h"
 #include "restoration.h"
 #include "statusreport.h"
+#include "storetexts.h"
 
 #include <mgconfitem.h>
 
@@ -14,6 +16,9 @@
 #include <QJsonDocument>
 #include <QLockFile>
 #include <QTextStream>
+
+#include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -45,7 +50,7 @@ bool isRunning()
 
 int fail(const QString& text)
 {
-    QTextStream(stderr) << "moodset-bridge: " << text << '\n';
+    QTextStream(stderr) << "moodset-bridge: " << oneLine(text) << '\n';
     return 1;
 }
 
@@ -75,6 +80,7 @@ int restore()
         && lock.error() == QLockFile::LockFailedError) {
         return fail(QStringLiteral("The running moodset-bridge does not end."));
     }
+    StoreTexts::settle();
     StateRecord state(folder.state());
     Restoration restoration(
         makeAdapters(BridgeConfiguration::read(BridgeConfiguration::userFile()), folder.pictures()),
@@ -94,7 +100,8 @@ int restore()
         failures.append(storeFailure);
     }
     if (!failures.isEmpty()) {
-        return fail(failures.join(QStringLiteral("\nmoodset-bridge: ")));
+        std::for_each(failures.begin(), failures.end(), &fail);
+        return EXIT_FAILURE;
     }
     QTextStream(stdout)
         << "Your own settings are back, and moodset-bridge has ended until your next login.\n"
@@ -119,6 +126,15 @@ int follow()
                 QCoreApplication::quit();
             }
         });
+    // Without its bus it can do nothing. The library of the store ends it, too, but not as long as
+    // that has not reached the bus.
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.connect(
+        QString(), QString(), QStringLiteral("org.freedesktop.DBus.Local"),
+        QStringLiteral("Disconnected"), qApp, SLOT(quit()));
+    if (!bus.isConnected()) {
+        return fail(QStringLiteral("The session bus has gone."));
+    }
     Bridge bridge(BridgeConfiguration::read(BridgeConfiguration::userFile()), folder);
     bridge.start();
     return QCoreApplication::exec();

@@ -12,7 +12,6 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include <sys/stat.h>
 #include <vector>
 
 namespace {
@@ -20,22 +19,6 @@ namespace {
 const QString SourceKey = QStringLiteral("source");
 const QString StampKey = QStringLiteral("stamp");
 const QString CopyKey = QStringLiteral("copy");
-
-/// A text that changes when the file changes; empty if there is no file.
-QString stampOf(const QString& path)
-{
-    struct stat status
-    {
-    };
-    if (stat(QFile::encodeName(path).constData(), &status) != 0) {
-        return {};
-    }
-    return QStringLiteral("%1 %2 %3.%4")
-        .arg(quint64(status.st_ino))
-        .arg(qint64(status.st_size))
-        .arg(qint64(status.st_mtim.tv_sec))
-        .arg(qint64(status.st_mtim.tv_nsec));
-}
 
 /// Returns what went wrong, or an empty text.
 QString copyContent(const RegularFile& source, QSaveFile* target)
@@ -67,7 +50,7 @@ PictureCopies::PictureCopies(const QString& directory, const QJsonObject& last)
 
 PictureCopies::Copy PictureCopies::copyOf(const QString& source)
 {
-    const QString stamp = stampOf(source);
+    const QString stamp = fileStamp(source);
     const QString lastCopy = m_last.value(CopyKey).toString();
     if (m_last.value(SourceKey) == source && QFile::exists(lastCopy)
         && (stamp.isEmpty() || m_last.value(StampKey) == stamp)) {
@@ -75,7 +58,10 @@ PictureCopies::Copy PictureCopies::copyOf(const QString& source)
     }
     const QString suffix = pictureSuffix(source);
     if (suffix.isEmpty()) {
-        return {{}, QStringLiteral("The wallpaper is no JPEG or PNG picture: %1").arg(source)};
+        return {
+            {},
+            QStringLiteral("The wallpaper is no JPEG or PNG picture of up to 64 MiB: %1")
+                .arg(source)};
     }
     Copy copy = makeCopy(source, suffix);
     if (copy.problem.isEmpty()) {

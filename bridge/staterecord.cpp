@@ -2,6 +2,7 @@
 #include "staterecord.h"
 
 #include "filecontent.h"
+#include "oneline.h"
 
 #include <QDebug>
 #include <QFile>
@@ -18,7 +19,8 @@ AdapterState stateFromJson(const QJsonObject& object)
     AdapterState state;
     state.record.saved = object.value(QLatin1String("saved")).toObject();
     state.record.set = object.value(QLatin1String("set")).toObject();
-    state.record.earlier = object.value(QLatin1String("earlier")).toObject();
+    state.record.earlier = object.value(QLatin1String("earlier")).toArray();
+    state.isUnfinished = object.value(QLatin1String("unfinished")).toBool();
     state.setting = object.value(QLatin1String("enabled")).toString();
     state.isPresent = object.value(QLatin1String("present")).toBool();
     state.time = object.value(QLatin1String("time")).toString();
@@ -32,6 +34,7 @@ QJsonObject toJson(const AdapterState& state)
         {QStringLiteral("saved"), state.record.saved},
         {QStringLiteral("set"), state.record.set},
         {QStringLiteral("earlier"), state.record.earlier},
+        {QStringLiteral("unfinished"), state.isUnfinished},
         {QStringLiteral("enabled"), state.setting},
         {QStringLiteral("present"), state.isPresent},
         {QStringLiteral("time"), state.time},
@@ -69,10 +72,10 @@ void StateRecord::read(const QByteArray& content)
 void StateRecord::setAside() const
 {
     const QString aside = m_path + QStringLiteral(".damaged");
-    static_cast<void>(QFile::remove(aside)); // an older damaged file
-    static_cast<void>(QFile::rename(m_path, aside)); // if this fails, the file is overwritten
-    qWarning().noquote()
-        << QStringLiteral("The state file is damaged and was set aside: %1").arg(m_path);
+    static_cast<void>(QFile::remove(aside)); // an older one
+    static_cast<void>(QFile::rename(m_path, aside)); // it is overwritten otherwise
+    qWarning().noquote() << oneLine(
+        QStringLiteral("The state file is damaged and was set aside: %1").arg(m_path));
 }
 
 QByteArray StateRecord::content() const

@@ -11,6 +11,7 @@
 struct AdapterState
 {
     AdapterRecord record;
+    bool isUnfinished = false; ///< what the record tells as set was to be set, and may not be
     QString setting; ///< "auto", "on" or "off"
     bool isPresent = false;
     QString time; ///< the time of the last success, as ISO 8601 in UTC, or an empty text

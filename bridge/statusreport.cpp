@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "statusreport.h"
 
+#include "oneline.h"
+
 #include <QJsonArray>
 #include <QTextStream>
 
@@ -12,17 +14,6 @@ QString presence(const AdapterState& state, bool isRunning)
         return {};
     }
     return state.isPresent ? QStringLiteral(", present") : QStringLiteral(", not present");
-}
-
-/// Makes one line of any text.
-QString oneLine(QString text)
-{
-    for (QChar& character : text) {
-        if (!character.isPrint()) {
-            character = QLatin1Char('?');
-        }
-    }
-    return text;
 }
 
 } // namespace

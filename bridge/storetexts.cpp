@@ -4,6 +4,9 @@
 #include <dconfstore.h>
 #include <gvariantconversion.h>
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+
 namespace {
 
 bool isKey(const QString& name)
@@ -22,6 +25,17 @@ QJsonValue toJson(const GVariantPointer& value)
 QJsonValue StoreTexts::userValue(const QString& key)
 {
     return toJson(DconfStore::instance().readUserValue(key.toUtf8()));
+}
+
+// The service answers in the order in which it is asked. This call changes nothing.
+void StoreTexts::settle()
+{
+    constexpr int limitMs = 5000;
+    const QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("ca.desrt.dconf"), QStringLiteral("/ca/desrt/dconf/Writer/user"),
+        QStringLiteral("ca.desrt.dconf.Writer"), QStringLiteral("Init"));
+    // Without an answer, the store is as settled as it gets.
+    static_cast<void>(QDBusConnection::sessionBus().call(call, QDBus::Block, limitMs));
 }
 
 QString StoreTexts::write(const QJsonObject& values)

@@ -16,6 +16,10 @@ namespace StoreTexts {
 /// The user's own value; null if there is none, or if it is not a text.
 QJsonValue userValue(const QString& key);
 
+/// Waits, for a few seconds at most, until the store has dealt with what other processes have asked
+/// of it before, also those that have been killed since.
+void settle();
+
 /// Sets the values in one step, and clears those that are null. Returns what went wrong, or an
 /// empty text.
 QString write(const QJsonObject& values);

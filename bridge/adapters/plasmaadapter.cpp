@@ -61,6 +61,12 @@ QString settingsText(const QString& hex)
     return color ? color->rgb().remove(QLatin1Char(' ')) : QString();
 }
 
+/// The reverse, of the three numbers.
+QString hexOf(const QStringList& parts)
+{
+    return Argb{255, parts.at(0).toInt(), parts.at(1).toInt(), parts.at(2).toInt()}.hex();
+}
+
 /// Whether the settings have the accent colour of the plan, if it has one.
 bool hasAccent(const QJsonObject& plan)
 {
@@ -141,8 +147,8 @@ void PlasmaAdapter::save(const QJsonObject& plan, const AdapterRecord& record, c
         }
         saved.insert(Wallpapers, wallpapers);
         const QString accent = currentAccent();
-        const bool isOwn = accent == settingsText(record.set.value(AccentColor).toString())
-            || accent == settingsText(record.earlier.value(AccentColor).toString());
+        const QStringList parts = accent.split(QLatin1Char(','));
+        const bool isOwn = parts.size() == 3 && record.isOwn(AccentColor, hexOf(parts));
         if (!saved.contains(AccentColor) || !isOwn) {
             saved.insert(AccentColor, accent);
         }
@@ -201,7 +207,11 @@ void PlasmaAdapter::verify(const QJsonObject& plan, const Done& done)
         return;
     }
     constexpr int settleMs = 1000;
-    QTimer::singleShot(settleMs, this, [this, plan, done] {
+    const int round = m_round;
+    QTimer::singleShot(settleMs, this, [this, round, plan, done] {
+        if (round != m_round) {
+            return;
+        }
         if (hasAccent(plan)) {
             verifyPicture(plan, done);
         } else {
@@ -275,8 +285,7 @@ void PlasmaAdapter::restoreAccent(const AdapterRecord& record, const Done& done)
     }
     const QStringList parts = saved.split(QLatin1Char(','));
     if (parts.size() == 3) {
-        const Argb color{255, parts.at(0).toInt(), parts.at(1).toInt(), parts.at(2).toInt()};
-        applyAccent(color.hex(), done);
+        applyAccent(hexOf(parts), done);
         return;
     }
     const QString writer = QStandardPaths::findExecutable(QStringLiteral("kwriteconfig6")).isEmpty()
@@ -299,8 +308,12 @@ void PlasmaAdapter::runScript(const QString& script, const ScriptDone& done)
     call.setAutoStartService(false);
     auto* const watcher = new QDBusPendingCallWatcher(
         QDBusConnection::sessionBus().asyncCall(call, 2 * limitMs()), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, done] {
+    const int round = m_round;
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, round, watcher, done] {
         watcher->deleteLater();
+        if (round != m_round) {
+            return;
+        }
         if (watcher->isError()) {
             done({}, QStringLiteral("The shell refuses: %1").arg(watcher->error().message()));
         } else {
@@ -309,7 +322,9 @@ void PlasmaAdapter::runScript(const QString& script, const ScriptDone& done)
     });
 }
 
+// What was asked for before would go on with the next step when the shell answers at last.
 void PlasmaAdapter::abandon()
 {
+    ++m_round;
     m_tool.end();
 }

@@ -44,6 +44,7 @@ private:
     const QString m_picturesUri;
     BusPresence m_shell;
     HookProcess m_tool;
+    int m_round = 0; ///< tells an answer that came too late from that of the present step
 };
 
 /// Makes a JavaScript literal of any text.

@@ -79,15 +79,19 @@ QJsonObject PortalAdapter::plan(const Appearance& appearance) const
     return {{SettingsBackend::setting(), appearance.look.highlight->hex()}};
 }
 
-// The name is taken after the colour is set, because a frontend loses a change that comes before
-// the name.
+// Whoever asks as soon as the name is there gets the colour. A frontend that was there before
+// passes on to its clients only what is told after that.
 void PortalAdapter::apply(const Appearance& appearance, const QJsonObject& plan, const Done& done)
 {
     Q_UNUSED(plan)
     m_backend->setColor(*appearance.look.highlight);
     QDBusConnection bus = QDBusConnection::sessionBus();
-    const bool hasName = bus.registerService(BackendName);
-    done(hasName ? QString() : QStringLiteral("Another program has the name of the backend."));
+    if (!bus.registerService(BackendName)) {
+        done(QStringLiteral("Another program has the name of the backend."));
+        return;
+    }
+    m_backend->tellColor();
+    done({});
 }
 
 void PortalAdapter::verify(const QJsonObject& plan, const Done& done)

@@ -54,13 +54,12 @@ SettingsBackend::SettingsBackend(QObject* parent)
 void SettingsBackend::setColor(const Argb& color)
 {
     constexpr double most = 255;
-    const PortalColor offered{color.red / most, color.green / most, color.blue / most};
-    const bool isOther = !m_color || m_color->red != offered.red || m_color->green != offered.green
-        || m_color->blue != offered.blue;
-    m_color = offered;
-    if (isOther) {
-        Q_EMIT SettingChanged(nameSpace(), setting(), QDBusVariant(QVariant::fromValue(offered)));
-    }
+    m_color = {color.red / most, color.green / most, color.blue / most};
+}
+
+void SettingsBackend::tellColor()
+{
+    Q_EMIT SettingChanged(nameSpace(), setting(), QDBusVariant(QVariant::fromValue(*m_color)));
 }
 
 QDBusVariant SettingsBackend::Read(

@@ -43,8 +43,10 @@ public:
     explicit SettingsBackend(QObject* parent);
 
     uint version() const { return 1; }
-    /// Offers a colour from now on, and announces it if it has changed.
+    /// Offers a colour to whoever asks from now on.
     void setColor(const Argb& color);
+    /// Tells of the colour, which has been set.
+    void tellColor();
 
 public Q_SLOTS:
     // The interface prescribes these names.

@@ -13,6 +13,9 @@
 
 namespace {
 
+/// How often a socket at which nobody listens, or whose owner hangs up, is tried again.
+constexpr int Tries = 10;
+
 const QString BackgroundName = QStringLiteral("output * bg");
 
 QString runtimeFolder()
@@ -79,11 +82,15 @@ SwayAdapter::SwayAdapter(QObject* parent)
     connect(&m_painterTimer, &QTimer::timeout, this, &SwayAdapter::lookForPainter);
     connect(&m_connection, &SwayConnection::received, this, &SwayAdapter::handleMessage);
     connect(&m_connection, &SwayConnection::lost, this, [this] {
+        m_lateReplies = 0;
         if (const Done done = std::exchange(m_commandDone, nullptr)) {
             done(QStringLiteral("Sway has closed the connection."));
         }
         setPresent(false);
-        lookForSocket();
+        // One that answers nonsense would be asked again at once, and again.
+        if (--m_triesLeft > 0) {
+            m_retry.start();
+        }
     });
 }
 
@@ -108,8 +115,7 @@ void SwayAdapter::detect()
 // A socket file exists a moment before a process listens on it.
 void SwayAdapter::lookForSocket()
 {
-    constexpr int tries = 10;
-    m_triesLeft = tries;
+    m_triesLeft = Tries;
     tryToConnect();
 }
 
@@ -136,8 +142,13 @@ void SwayAdapter::handleMessage(SwayConnection::Message type, const QByteArray& 
             Q_EMIT forgotten();
         }
     } else if (type == SwayConnection::Message::Command) {
+        if (m_lateReplies > 0) {
+            --m_lateReplies;
+            return;
+        }
         const QJsonObject result = content.array().at(0).toObject();
         const bool isGood = result.value(QLatin1String("success")).toBool();
+        m_triesLeft = isGood ? Tries : m_triesLeft;
         if (const Done done = std::exchange(m_commandDone, nullptr)) {
             done(
                 isGood ? QString()
@@ -223,9 +234,12 @@ void SwayAdapter::restore(const AdapterRecord& record, const Done& done)
     }
 }
 
+// Sway answers in the order of the commands.
 void SwayAdapter::abandon()
 {
-    m_commandDone = nullptr;
+    if (std::exchange(m_commandDone, nullptr)) {
+        ++m_lateReplies;
+    }
     m_verifyDone = nullptr;
     m_painterTimer.stop();
 }

@@ -38,6 +38,7 @@ private:
     QTimer m_retry;
     int m_triesLeft = 0;
     Done m_commandDone; ///< empty if no command waits for its reply
+    int m_lateReplies = 0; ///< to commands that nobody waits for any more
     QTimer m_painterTimer;
     QByteArray m_painted; ///< the path of the picture that the painter should show
     int m_looksLeft = 0;

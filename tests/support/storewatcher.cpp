@@ -37,7 +37,8 @@ bool StoreWatcher::catchUp()
 {
     const QString fence = QStringLiteral("/fence/%1").arg(++m_fences);
     runDconf({QStringLiteral("write"), fence, QStringLiteral("true")});
-    return QTest::qWaitFor([&] { return m_announcements.removeAll({fence}) > 0; });
+    constexpr int deadlineMs = 20000;
+    return QTest::qWaitFor([&] { return m_announcements.removeAll({fence}) > 0; }, deadlineMs);
 }
 
 void StoreWatcher::note(const QString& prefix, const QStringList& names, const QString& tag)

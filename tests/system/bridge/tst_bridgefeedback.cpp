@@ -180,7 +180,7 @@ private Q_SLOTS:
         BridgeSession session;
         QVERIFY(service.start());
         const QString ringing = tone(session, QStringLiteral("tone-ringing.ogg"));
-        const QString mail = tone(session, QStringLiteral("tone-mail.ogg"));
+        const QString mail = tone(session, QString::fromUtf8("tone \xc3\xbc%20'\"\n.ogg"));
         const QString other = tone(session, QStringLiteral("tone-other.ogg"));
         BridgeSession::write({{RingingKey, ringing}, {MailKey, mail}});
         QVERIFY(session.start());

@@ -183,10 +183,15 @@ private Q_SLOTS:
 
         QVERIFY(session.start());
         QVERIFY(waitUntil([] { return readColor() == QStringLiteral("51, 102, 204"); }));
+        // A client that has asked before is told.
+        QVERIFY(waitUntil([&] { return m_told.contains(QStringLiteral("51, 102, 204")); }));
 
         session.kill();
+        m_told.clear();
+        BridgeSession::write({{BridgeSession::HighlightKey, QStringLiteral("#ffcc6633")}});
         QVERIFY(session.start());
-        QVERIFY(waitUntil([] { return readColor() == QStringLiteral("51, 102, 204"); }));
+        QVERIFY(waitUntil([&] { return m_told.contains(QStringLiteral("204, 102, 51")); }));
+        QCOMPARE(readColor(), QStringLiteral("204, 102, 51"));
     }
 
     void leavesAllElseToTheBackendOfTheToolkit()
