@@ -27,7 +27,7 @@ Section {
         Item {
             objectName: "shell"
             width: parent.width
-            height: Math.max(Style.touch, texts.height)
+            height: texts.height + Style.gap
             Accessible.role: Accessible.StaticText
             Accessible.name: modelData.name + ": " + modelData.text
 
@@ -35,7 +35,7 @@ Section {
                 id: mark
 
                 x: LayoutMirroring.enabled ? parent.width - width : 0
-                anchors.verticalCenter: parent.verticalCenter
+                y: (line.height - height) / 2
                 name: modelData.failed ? "warning" : "check"
                 color: modelData.failed ? Style.danger : Style.accent
             }
@@ -45,9 +45,10 @@ Section {
 
                 x: LayoutMirroring.enabled ? 0 : mark.width + Style.margin
                 width: parent.width - mark.width - Style.margin
-                anchors.verticalCenter: parent.verticalCenter
 
                 Label {
+                    id: line
+
                     width: parent.width
                     text: modelData.name
                     wrapMode: Text.Wrap

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "encodedpicture.h"
 #include "pickerdisplay.h"
+#include "pickerengine.h"
 
 #include <QDir>
 #include <QFile>
@@ -226,7 +227,12 @@ private:
             return false;
         }
         display.call("openText", folder);
-        return display.press(QStringLiteral("install")) && display.waitFor(QStringLiteral("fault"));
+        const bool isRefused = display.press(QStringLiteral("install"))
+            && display.waitFor(QStringLiteral("fault"))
+            && display.waitFor(QStringLiteral("notice"));
+        // It goes by itself after a while.
+        display.engine().notices().clear();
+        return isRefused;
     }
 
     /// Each size and theme of a scene. Texts that are larger or mirrored are seen in one theme.
@@ -374,6 +380,7 @@ private Q_SLOTS:
         QVERIFY(bringTo(scene.library));
         QVERIFY(m_display->setDark(isDark));
         QVERIFY(m_display->resize(size));
+        m_display->engine().notices().clear();
         show(scene.text);
         m_display->call("showTab", scene.tab);
         QVERIFY(scene.open(*m_display));
