@@ -230,7 +230,7 @@ bool PickerDisplay::setDark(bool isDark)
 bool PickerDisplay::resize(QSize size)
 {
     window()->resize(size);
-    return waitUntil([this, size] { return shown().size() == size; });
+    return waitUntil([this, size] { return window()->size() == size; });
 }
 
 void PickerDisplay::setText(int size, Qt::LayoutDirection direction)
@@ -274,16 +274,18 @@ bool PickerDisplay::press(const QString& name) const
 
 bool PickerDisplay::scrollTo(const QString& name) const
 {
-    if (!waitFor(name) || !waitUntil([this] { return isSettled(); })) {
+    const QQuickItem* const item = find(name);
+    if (item == nullptr) {
         return false;
     }
-    const QQuickItem* const item = find(name);
     QQuickItem* content = item->parentItem();
-    while (content != nullptr && !content->parentItem()->inherits("QQuickFlickable")) {
+    while (!content->parentItem()->inherits("QQuickFlickable")) {
         content = content->parentItem();
     }
-    return content != nullptr
-        && content->parentItem()->setProperty("contentY", item->mapToItem(content, QPointF()).y());
+    QQuickItem* const view = content->parentItem();
+    const qreal last = view->property("contentHeight").toReal() - view->height();
+    return view->setProperty(
+        "contentY", qBound(0.0, item->mapToItem(content, QPointF()).y(), qMax(0.0, last)));
 }
 
 QString PickerDisplay::picturesFolder()

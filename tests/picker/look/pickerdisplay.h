@@ -51,7 +51,8 @@ public:
     Q_REQUIRED_RESULT bool openMoodset(const QString& path);
     /// Waits for a button, and presses it.
     Q_REQUIRED_RESULT bool press(const QString& name) const;
-    /// Moves a page, so that its item of that name is at the top.
+    /// Moves a page, so that its item of that name is at the top, as far as the page goes. False if
+    /// there is no such item yet. What lies above may still grow then.
     Q_REQUIRED_RESULT bool scrollTo(const QString& name) const;
 
     /// The visible item of that object name; null if there is none.

@@ -38,6 +38,8 @@ private:
         int tab;
         /// What is done from the tab on.
         std::function<bool(PickerDisplay&)> open;
+        /// What of the page is at the top; empty for its beginning.
+        QString top = {};
         Text text = Text::Usual;
     };
 
@@ -53,33 +55,38 @@ private:
             {"no-moodsets", Library::Empty, true, 0, stay},
             {"no-pictures", Library::Empty, false, 1, stay},
             {"moodsets", Library::Samples, true, 0, stay},
-            {"moodsets-large", Library::Samples, false, 0, stay, Text::Large},
-            {"moodsets-mirrored", Library::Samples, false, 0, stay, Text::RightToLeft},
+            {"moodsets-large", Library::Samples, false, 0, stay, {}, Text::Large},
+            {"moodsets-mirrored", Library::Samples, false, 0, stay, {}, Text::RightToLeft},
             {"pictures", Library::Samples, true, 1, stay},
-            {"pictures-large", Library::Samples, false, 1, stay, Text::Large},
+            {"pictures-large", Library::Samples, false, 1, stay, {}, Text::Large},
             {"nothing-found", Library::Samples, false, 1, searchInVain},
             {"moodset", Library::Samples, true, 0, openMoodset},
-            {"moodset-large", Library::Samples, false, 0, openMoodset, Text::Large},
-            {"moodset-mirrored", Library::Samples, false, 0, openMoodset, Text::RightToLeft},
-            {"moodset-color", Library::Samples, false, 0, editColor},
-            {"moodset-color-large", Library::Samples, false, 0, editColor, Text::Large},
-            {"moodset-sounds", Library::Samples, false, 0, scrollToVolume},
-            {"moodset-sounds-large", Library::Samples, false, 0, scrollToVolume, Text::Large},
-            {"moodset-sounds-mirrored", Library::Samples, false, 0, scrollToVolume,
-             Text::RightToLeft},
-            {"moodset-shells", Library::Samples, false, 0, scrollToShells},
-            {"moodset-shells-large", Library::Samples, false, 0, scrollToShells, Text::Large},
-            {"moodset-shells-mirrored", Library::Samples, false, 0, scrollToShells,
-             Text::RightToLeft},
+            {"moodset-large", Library::Samples, false, 0, openMoodset, {}, Text::Large},
+            {"moodset-mirrored", Library::Samples, false, 0, openMoodset, {}, Text::RightToLeft},
+            {"moodset-color", Library::Samples, false, 0, editColor,
+             QStringLiteral("highlightColor")},
+            {"moodset-color-large", Library::Samples, false, 0, editColor,
+             QStringLiteral("highlightColor"), Text::Large},
+            {"moodset-sounds", Library::Samples, false, 0, openMoodset, QStringLiteral("volume")},
+            {"moodset-sounds-large", Library::Samples, false, 0, openMoodset,
+             QStringLiteral("volume"), Text::Large},
+            {"moodset-sounds-mirrored", Library::Samples, false, 0, openMoodset,
+             QStringLiteral("volume"), Text::RightToLeft},
+            {"moodset-shells", Library::Samples, false, 0, openShells,
+             QStringLiteral("clockAlarmTone")},
+            {"moodset-shells-large", Library::Samples, false, 0, openShells,
+             QStringLiteral("clockAlarmTone"), Text::Large},
+            {"moodset-shells-mirrored", Library::Samples, false, 0, openShells,
+             QStringLiteral("clockAlarmTone"), Text::RightToLeft},
             {"moodset-gone", Library::Samples, false, 0, openGoneMoodset},
             {"picture", Library::Samples, true, 1, openPicture},
-            {"picture-large", Library::Samples, false, 1, openPicture, Text::Large},
+            {"picture-large", Library::Samples, false, 1, openPicture, {}, Text::Large},
             {"picture-broken", Library::Samples, false, 1, openBrokenPicture},
             {"address", Library::Samples, false, 0, openAddress},
             {"address-waiting", Library::Samples, false, 0, openWaitingAddress},
             {"address-broken", Library::Samples, false, 0, openBrokenAddress},
             {"add", Library::Samples, true, 0, openAdd},
-            {"add-large", Library::Samples, false, 0, openAdd, Text::Large},
+            {"add-large", Library::Samples, false, 0, openAdd, {}, Text::Large},
             {"folder", Library::Samples, true, 0, openFolder},
             {"folder-of-bundles", Library::Samples, false, 0, openFolderOfBundles},
             {"bundle", Library::Samples, true, 0, openBundle},
@@ -106,19 +113,12 @@ private:
     static bool editColor(PickerDisplay& display)
     {
         return openMoodset(display) && display.press(QStringLiteral("highlightColor"))
-            && display.scrollTo(QStringLiteral("highlightColor"))
             && display.waitFor(QStringLiteral("candidate0"));
     }
 
-    static bool scrollToVolume(PickerDisplay& display)
+    static bool openShells(PickerDisplay& display)
     {
-        return openMoodset(display) && display.scrollTo(QStringLiteral("volume"));
-    }
-
-    static bool scrollToShells(PickerDisplay& display)
-    {
-        return openMoodset(display) && display.waitFor(QStringLiteral("shell"))
-            && display.scrollTo(QStringLiteral("clockAlarmTone"));
+        return openMoodset(display) && display.waitFor(QStringLiteral("shell"));
     }
 
     static bool openGoneMoodset(PickerDisplay& display)
@@ -334,11 +334,18 @@ private:
             text == Text::RightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     }
 
-    bool isStill()
+    /// What the scene shows at this moment.
+    QImage shown(const Scene& scene) const
     {
-        const QImage before = m_display->shown();
+        const bool isThere = scene.top.isEmpty() || m_display->scrollTo(scene.top);
+        return isThere ? m_display->shown() : QImage();
+    }
+
+    bool isStill(const Scene& scene)
+    {
+        const QImage before = shown(scene);
         QTest::qWait(StillMs);
-        return m_display->isSettled() && m_display->shown() == before;
+        return m_display->isSettled() && shown(scene) == before;
     }
 
     static constexpr int DeadlineMs = 20000;
@@ -388,8 +395,8 @@ private Q_SLOTS:
 
         const QString name = fileName(scene, size, isDark);
         if (!m_target.isEmpty()) {
-            QVERIFY(QTest::qWaitFor([this] { return isStill(); }, DeadlineMs));
-            QVERIFY(save(m_display->shown(), m_target + QLatin1Char('/') + name));
+            QVERIFY(QTest::qWaitFor([&] { return isStill(scene); }, DeadlineMs));
+            QVERIFY(save(shown(scene), m_target + QLatin1Char('/') + name));
             return;
         }
         const QImage expected =
@@ -397,7 +404,7 @@ private Q_SLOTS:
         QImage seen;
         const bool isSame = QTest::qWaitFor(
             [&] {
-                seen = m_display->shown();
+                seen = shown(scene);
                 return seen == expected;
             },
             DeadlineMs);
