@@ -10,7 +10,6 @@
 #include <QJsonObject>
 #include <QStandardPaths>
 
-#include <iterator>
 #include <utility>
 
 namespace {
@@ -158,8 +157,8 @@ void BridgeStatus::askSoon()
 
 void BridgeStatus::askAfterNextDelay()
 {
-    if (m_nextDelay < int(std::size(DelaysMs))) {
-        m_soon.start(DelaysMs[m_nextDelay]);
+    if (m_nextDelay < DelaysMs.size()) {
+        m_soon.start(DelaysMs.at(m_nextDelay));
         ++m_nextDelay;
     }
 }

@@ -9,6 +9,8 @@
 #include <QTimer>
 #include <QVariantList>
 
+#include <array>
+
 /// What of the active moodset reaches the shells and services that run, as moodset-bridge says.
 ///
 /// The bridge is another program, which need not be installed. It is asked in the background when
@@ -38,7 +40,7 @@ public:
     static constexpr int LimitMs = 5000;
     /// When it is asked after a change, each in milliseconds after the one before: its adapters are
     /// done at once, or later where a shell is slow, and have given up before the last one.
-    static constexpr int DelaysMs[] = {300, 1500, 6000};
+    static constexpr std::array<int, 3> DelaysMs{300, 1500, 6000};
 
     explicit BridgeStatus(QObject* parent = nullptr);
     /// The same with another program.
@@ -68,7 +70,7 @@ private:
     QProcess m_process;
     QTimer m_limit;
     QTimer m_soon;
-    int m_nextDelay = 0;
+    size_t m_nextDelay = 0;
     bool m_isStale = false; ///< it was asked for while the program ran
     Report m_report;
 };

@@ -53,7 +53,7 @@ private:
     /// A program in place of the bridge.
     QString program(const QByteArray& lines)
     {
-        const QString path = m_folder.path(QStringLiteral("bridge"));
+        QString path = m_folder.path(QStringLiteral("bridge"));
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write("#!/bin/sh\n" + lines) < 0
             || !file.setPermissions(QFileDevice::ReadOwner | QFileDevice::ExeOwner)) {

@@ -223,7 +223,7 @@ private:
         const QString folder = QDir::homePath() + QStringLiteral("/harbour");
         if (!InstalledBundles::write(
                 folder + QStringLiteral("/harbour.moodset"),
-                "{\"version\": 2, \"displayName\": 7}")) {
+                R"({"version": 2, "displayName": 7})")) {
             return false;
         }
         display.call("openText", folder);
