@@ -37,7 +37,7 @@ FocusScope {
         width: parent.width - 2 * x
         bottomMargin: Style.margin
         cellWidth: Math.floor(width / columns)
-        cellHeight: Math.min(cellWidth * 1.3, height * 0.7) + Style.touch
+        cellHeight: Math.round(Math.min(cellWidth * 1.3, height * 0.7)) + Style.touch
         clip: true
         focus: true
         model: moodsets

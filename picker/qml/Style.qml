@@ -7,6 +7,7 @@ pragma Singleton
 QtObject {
     readonly property bool dark: Appearance.dark
     readonly property int motion: Appearance.reducedMotion ? 0 : 160
+    readonly property bool keyboard: Appearance.usesKeyboard
     readonly property int text: Appearance.textSize
     readonly property int smallText: Math.round(text * 0.87)
     readonly property int titleText: Math.round(text * 1.2)

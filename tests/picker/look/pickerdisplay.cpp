@@ -3,6 +3,7 @@
 
 #include "pickerengine.h"
 
+#include <QColor>
 #include <QCursor>
 #include <QDBusVariant>
 #include <QDateTime>
@@ -301,8 +302,14 @@ bool PickerDisplay::isSettled() const
         && visibleItem(window()->contentItem(), isLoading) == nullptr;
 }
 
+// Qt draws what has changed over what was there, so that edges between two pixels come out one way
+// or another. Under another background, all is drawn anew.
 QImage PickerDisplay::shown() const
 {
+    const QColor background = window()->color();
+    window()->setColor(QColor::fromRgb(background.rgb() ^ 0xffffff));
+    static_cast<void>(window()->grabWindow());
+    window()->setColor(background);
     return window()->grabWindow().convertToFormat(QImage::Format_RGB888);
 }
 
