@@ -186,7 +186,7 @@ Filling fill(ContentModel* model, int rows)
 
 Time refresh(ContentModel* model, int rows)
 {
-    // A model rests for as long as its last reading took.
+    // A model pauses for as long as its last reading took.
     QEventLoop rest;
     constexpr int restMs = 1500;
     QTimer::singleShot(restMs, &rest, &QEventLoop::quit);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Measures listings through the query agents against the same statements stepped through SQLite's
-// own interface, in turns, and prints the table.
+// Measures listings through the query agents, and the same statements stepped with SQLite's own
+// interface, in turns. Prints the table.
 #include "content/filequeryagent.h"
 #include "content/moodsetqueryagent.h"
 #include "content/photoqueryagent.h"

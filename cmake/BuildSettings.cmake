@@ -4,7 +4,7 @@ add_library(moodsetd-settings INTERFACE)
 target_compile_features(moodsetd-settings INTERFACE cxx_std_17)
 target_include_directories(moodsetd-settings INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(moodsetd-settings INTERFACE
-  # GLib asks for it, and what shares precompiled headers has to agree.
+  # GLib needs it, and all sources that share precompiled headers must have the same options.
   -pthread
   -Wall -Wextra -Wpedantic -Wcast-align -Wconversion -Wdeprecated -Wduplicated-cond -Wlogical-op
   -Wnon-virtual-dtor -Wnull-dereference -Woverloaded-virtual -Wshadow -Wundef

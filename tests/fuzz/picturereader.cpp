@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The format, the size and the pixels of a picture. Its decoder is not ours, but what of it comes
-// through is.
+// The format, the size and the pixels of a picture. The decoder is not our code, but the code
+// around it is.
 #include "picturereader.h"
 #include "fuzztarget.h"
 
@@ -13,7 +13,7 @@ constexpr qint64 MaximalPixels = 1024 * 1024;
 
 void runTarget(const QByteArray& input)
 {
-    // Decoders say what they like.
+    // Decoders may log anything.
     allowNoWarningsBut({""});
     const bool isListed = pictureFormat(input.left(PictureSignatureSize)) != PictureFormat::Unknown;
     PictureReader reader(input);

@@ -14,19 +14,19 @@
 
 namespace {
 
-/// What `ask` gets from a decoder; `none` if there is no memory for it.
+/// The result of `ask`, which calls a decoder; `none` if there is not enough memory.
 template <typename Value, typename Ask>
 Value answer(const Value& none, Ask ask)
 {
     try {
         return ask();
     } catch (const std::bad_alloc&) {
-        // Some of the reader's plugins hold a whole file in memory.
+        // Some plugins keep a whole file in memory.
         return none;
     }
 }
 
-/// The height that a BMP file says with a negative one: that its rows stand from top to bottom.
+/// The height of a BMP file. A negative one means that the rows go from top to bottom.
 int heightOfRows(int height)
 {
     return height > std::numeric_limits<int>::min() ? qAbs(height) : 0;
@@ -63,13 +63,13 @@ PictureReader::PictureReader(const QByteArray& content)
 
 PictureReader::~PictureReader() = default;
 
-/// Gives the reader the decoder of the picture's format, if that is one which may be read.
+/// Sets the decoder of the picture's format, if pictures of this format may be read.
 void PictureReader::openPicture()
 {
     if (m_device->isOpen()) {
         m_format = pictureFormat(m_device->peek(PictureSignatureSize));
     }
-    // Without a name and without detection there is no decoder that the reader could ask.
+    // Without a name and without detection, the reader uses no decoder.
     m_reader.setAutoDetectImageFormat(false);
     m_reader.setFormat(decoderName(m_format));
     m_reader.setDevice(m_device.get());

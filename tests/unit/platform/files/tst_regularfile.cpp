@@ -16,14 +16,14 @@ namespace {
 
 const QString Name = QStringLiteral("a");
 
-/// What happens between the look at a file and its opening.
+/// This runs between the check of a file and its opening.
 std::function<void()>& beforeOpening()
 {
     static std::function<void()> action;
     return action;
 }
 
-/// What reads in the place of the system, if anything.
+/// This replaces the read function of the system, if it is set.
 std::function<ssize_t(int, char*, size_t, off_t)>& readInstead()
 {
     static std::function<ssize_t(int, char*, size_t, off_t)> action;
@@ -77,7 +77,7 @@ private Q_SLOTS:
         QTest::newRow("from the middle") << qint64(3) << 2 << QByteArray("te");
         QTest::newRow("beyond the end") << qint64(3) << 100 << QByteArray("tent");
         QTest::newRow("at the end") << qint64(7) << 1 << QByteArray();
-        QTest::newRow("behind the end") << qint64(8) << 1 << QByteArray();
+        QTest::newRow("after the end") << qint64(8) << 1 << QByteArray();
         QTest::newRow("nothing") << qint64(0) << 0 << QByteArray();
     }
 
@@ -136,7 +136,7 @@ private Q_SLOTS:
         folder.makeLink(QStringLiteral("link to itself"), QStringLiteral("link to itself"));
         folder.write(QStringLiteral("secret"));
         folder.setMode(QStringLiteral("secret"), 0);
-        // What is left of the last two names when they are encoded.
+        // When the last two names are encoded, this remains.
         folder.write(Name);
         folder.write(QStringLiteral("?"));
         OpenedFiles opened(folder.path());

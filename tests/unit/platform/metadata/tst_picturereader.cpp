@@ -31,14 +31,14 @@ QImage asRgb(const QImage& image)
     return image.convertToFormat(QImage::Format_RGB32);
 }
 
-/// What Qt alone, which asks all of its plugins, takes the file for.
+/// The format that Qt alone finds, when it asks all of its plugins.
 QByteArray formatForQt(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? QImageReader::imageFormat(&file) : QByteArray();
 }
 
-/// A JPEG picture with so many bytes between two of its segments.
+/// A JPEG picture with this many bytes between two of its segments.
 QByteArray paddedJpeg(qint64 padding)
 {
     constexpr int startOfImage = 2;
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QVERIFY2(!formatForQt(path()).isEmpty(), "no plugin would read it");
     }
 
-    // Their decoders do not come to an end with these.
+    // Their decoders never end with these.
     void decodersOfOtherFormatsAreNotAsked_data()
     {
         QTest::addColumn<QByteArray>("bytes");
@@ -251,11 +251,12 @@ private Q_SLOTS:
         m_folder.write(Name, paddedJpeg(PictureReader::HeaderLimit));
         QCOMPARE(PictureReader(path()).size(), QSize());
 
-        // What decoders say is not ours to choose.
+        // We do not control what decoders log.
         log.takeMessages();
     }
 
-    // A TIFF file says where its directory stands, and writers put it after the pixels.
+    // A TIFF file gives the position of its directory, and programs write the directory after the
+    // pixels.
     void sizeAtTheEndOfALargeFileIsFound()
     {
         const MessageLog log;
@@ -277,7 +278,7 @@ private Q_SLOTS:
         QCOMPARE(quadrants(PictureReader(path()).read()), QStringLiteral("RGWB"));
     }
 
-    // Whatever was used up for the size.
+    // This does not depend on the bytes that were read for the size.
     void pictureIsReadBehindALongSearchForItsSize()
     {
         const MessageLog log;
@@ -301,7 +302,7 @@ private Q_SLOTS:
 
         QCOMPARE(reader.size(), QSize());
         QVERIFY(reader.read().isNull());
-        // What decoders say is not ours to choose.
+        // We do not control what decoders log.
         log.takeMessages();
     }
 };
