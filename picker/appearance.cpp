@@ -6,6 +6,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QEvent>
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QPalette>
@@ -63,6 +64,7 @@ Appearance::Appearance(QObject* parent)
         SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(schemeSpace(), schemeKey());
     ask(motionSpace(), motionKey());
+    qGuiApp->installEventFilter(this);
     connect(qGuiApp, &QGuiApplication::paletteChanged, this, &Appearance::changed);
     connect(qGuiApp, &QGuiApplication::fontChanged, this, &Appearance::changed);
 }
@@ -88,6 +90,24 @@ int Appearance::textSize() const
 {
     constexpr int smallest = 15;
     return std::max(smallest, QFontInfo(QGuiApplication::font()).pixelSize());
+}
+
+bool Appearance::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        setUsesKeyboard(true);
+    } else if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::TouchBegin) {
+        setUsesKeyboard(false);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void Appearance::setUsesKeyboard(bool usesKeyboard)
+{
+    if (m_usesKeyboard != usesKeyboard) {
+        m_usesKeyboard = usesKeyboard;
+        Q_EMIT usesKeyboardChanged();
+    }
 }
 
 void Appearance::ask(const QString& nameSpace, const QString& key)

@@ -14,6 +14,7 @@ class Appearance : public QObject
     Q_PROPERTY(bool dark READ isDark NOTIFY changed)
     Q_PROPERTY(bool reducedMotion READ hasReducedMotion NOTIFY changed)
     Q_PROPERTY(int textSize READ textSize NOTIFY changed)
+    Q_PROPERTY(bool usesKeyboard READ usesKeyboard NOTIFY usesKeyboardChanged)
 
 public:
     enum class Scheme { System, Dark, Light };
@@ -30,17 +31,26 @@ public:
     /// smaller than a finger needs.
     int textSize() const;
 
+    /// Whether the last thing that the user did was to press a key, so that it should be seen which
+    /// control has the keyboard.
+    bool usesKeyboard() const { return m_usesKeyboard; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 Q_SIGNALS:
     void changed();
+    void usesKeyboardChanged();
 
 private Q_SLOTS:
     void settingChanged(const QString& nameSpace, const QString& key, const QDBusVariant& value);
 
 private:
     void ask(const QString& nameSpace, const QString& key);
+    void setUsesKeyboard(bool usesKeyboard);
     void take(const QString& nameSpace, const QString& key, const QVariant& value);
 
     Scheme m_scheme = Scheme::System;
     Scheme m_desktopScheme = Scheme::System;
     bool m_reducedMotion = false;
+    bool m_usesKeyboard = false;
 };

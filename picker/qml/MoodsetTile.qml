@@ -39,7 +39,7 @@ T.ItemDelegate {
 
         FocusRing {
             control: tile
-            visible: tile.activeFocus
+            visible: tile.activeFocus && Style.keyboard
             anchors.margins: 0
         }
 

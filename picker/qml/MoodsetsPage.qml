@@ -37,7 +37,7 @@ FocusScope {
         width: parent.width - 2 * x
         bottomMargin: Style.margin
         cellWidth: Math.floor(width / columns)
-        cellHeight: Math.min(cellWidth * 1.3, height * 0.7) + Style.touch
+        cellHeight: Math.round(Math.min(cellWidth * 1.3, height * 0.7)) + Style.touch
         clip: true
         focus: true
         model: moodsets
@@ -76,7 +76,8 @@ FocusScope {
         visible: moodsets.status === MoodsetModel.Error && moodsets.count === 0
         iconName: "warning"
         title: qsTr("Your moodsets cannot be read")
-        text: qsTr("The theme service has no library yet, or has lost it. %1").arg(moodsets.error)
+        text: qsTr("The theme service has no library yet, or has lost it.")
+        detail: moodsets.error
         action: qsTr("Try again")
         onTriggered: {
             Notices.begin(Actions.refreshMoodsets(), "");

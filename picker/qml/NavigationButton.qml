@@ -11,7 +11,7 @@ T.TabButton {
     property bool wide: false
     readonly property color ink: checked ? Style.accent : Style.subdued
 
-    implicitHeight: wide ? Style.touch : Style.icon + Style.smallText * 1.4 + 2 * Style.gap
+    implicitHeight: wide ? Style.touch : Style.icon + Math.round(Style.smallText * 1.4) + 2 * Style.gap
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
     Accessible.role: Accessible.PageTab

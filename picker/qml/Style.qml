@@ -7,6 +7,7 @@ pragma Singleton
 QtObject {
     readonly property bool dark: Appearance.dark
     readonly property int motion: Appearance.reducedMotion ? 0 : 160
+    readonly property bool keyboard: Appearance.usesKeyboard
     readonly property int text: Appearance.textSize
     readonly property int smallText: Math.round(text * 0.87)
     readonly property int titleText: Math.round(text * 1.2)
@@ -16,6 +17,7 @@ QtObject {
     readonly property int radius: 12
     readonly property int touch: Math.max(48, Math.round(text * 2.4))
     readonly property int icon: Math.round(text * 1.5)
+    readonly property int knob: Math.max(28, Math.round(text * 1.3))
     readonly property int tile: Math.max(150, Math.round(text * 10))
     readonly property int column: Math.max(480, text * 36)
     readonly property color background: dark ? "#14161a" : "#f4f5f8"

@@ -9,7 +9,7 @@ Row {
     property var moodset
     property int dot: Math.round(Style.text * 1.1)
 
-    spacing: -dot / 4
+    spacing: -Math.round(dot / 4)
     Accessible.ignored: true
 
     Repeater {
