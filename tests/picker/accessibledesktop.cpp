@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "accessibledesktop.h"
+
+#include "daemonprocess.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusVariant>
+#include <QStandardPaths>
+#include <QTest>
+
+#include <algorithm>
+#include <functional>
+
+namespace {
+
+const QString BusName = QStringLiteral("org.a11y.Bus");
+const QString RegistryName = QStringLiteral("org.a11y.atspi.Registry");
+const QString RootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
+const QString Accessible = QStringLiteral("org.a11y.atspi.Accessible");
+const QString ConnectionName = QStringLiteral("screen reader");
+
+/// The services of screen readers are no programs for users, so that they are in no search path.
+QString program(const QString& name)
+{
+    const QString found = QStandardPaths::findExecutable(name);
+    return found.isEmpty()
+        ? QStandardPaths::findExecutable(
+            name, {QStringLiteral("/usr/libexec"), QStringLiteral("/usr/lib/at-spi2-core")})
+        : found;
+}
+
+bool waitUntil(const std::function<bool()>& condition)
+{
+    return QTest::qWaitFor(condition, DaemonProcess::deadlineMs);
+}
+
+bool hasOwner(const QDBusConnection& bus, const QString& name)
+{
+    return bus.interface()->isServiceRegistered(name).value();
+}
+
+bool isControl(const QString& role)
+{
+    static const QStringList roles{
+        QStringLiteral("push button"), QStringLiteral("toggle button"), QStringLiteral("check box"),
+        QStringLiteral("slider"),      QStringLiteral("text"),          QStringLiteral("entry"),
+        QStringLiteral("page tab"),    QStringLiteral("list item"),     QStringLiteral("button")};
+    return roles.contains(role);
+}
+
+} // namespace
+
+QDBusArgument& operator<<(QDBusArgument& argument, const AccessibleNode& node)
+{
+    argument.beginStructure();
+    argument << node.service << node.path;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, AccessibleNode& node)
+{
+    argument.beginStructure();
+    argument >> node.service >> node.path;
+    argument.endStructure();
+    return argument;
+}
+
+AccessibleDesktop::AccessibleDesktop()
+    : m_bus(ConnectionName)
+{
+    qDBusRegisterMetaType<AccessibleNode>();
+    qDBusRegisterMetaType<AccessibleNodes>();
+    for (QProcess* process : {&m_launcher, &m_registry, &m_program}) {
+        process->setProcessChannelMode(QProcess::ForwardedChannels);
+    }
+    m_display.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+}
+
+AccessibleDesktop::~AccessibleDesktop()
+{
+    QDBusConnection::disconnectFromBus(ConnectionName);
+    for (QProcess* process : {&m_program, &m_registry, &m_launcher, &m_display}) {
+        if (process->state() != QProcess::NotRunning) {
+            process->kill();
+            process->waitForFinished();
+        }
+    }
+}
+
+bool AccessibleDesktop::start()
+{
+    for (const QString& name :
+         {QStringLiteral("Xvfb"), QStringLiteral("at-spi-bus-launcher"),
+          QStringLiteral("at-spi2-registryd")}) {
+        if (program(name).isEmpty()) {
+            qWarning().noquote() << name << "is not installed";
+            return false;
+        }
+    }
+    return startDisplay() && startBus();
+}
+
+// It wants to write to /tmp. Its socket without a name in the file system is seen from here.
+bool AccessibleDesktop::startDisplay()
+{
+    m_display.start(
+        QStringLiteral("bwrap"),
+        {QStringLiteral("--unshare-user"), QStringLiteral("--die-with-parent"),
+         QStringLiteral("--dev-bind"), QStringLiteral("/"), QStringLiteral("/"),
+         QStringLiteral("--tmpfs"), QStringLiteral("/tmp"), QStringLiteral("Xvfb"),
+         QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+         QStringLiteral("0"), QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"),
+         QStringLiteral("tcp")});
+    const bool isUp = waitUntil([this] { return m_display.canReadLine(); });
+    m_displayName = QLatin1Char(':') + QString::fromLatin1(m_display.readLine().trimmed());
+    return isUp;
+}
+
+bool AccessibleDesktop::startBus()
+{
+    const QDBusConnection session = QDBusConnection::sessionBus();
+    m_launcher.start(
+        program(QStringLiteral("at-spi-bus-launcher")), {QStringLiteral("--launch-immediately")});
+    if (!waitUntil([&] { return hasOwner(session, BusName); })) {
+        return false;
+    }
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        BusName, QStringLiteral("/org/a11y/bus"), BusName, QStringLiteral("GetAddress"));
+    const QString address = session.call(call).arguments().value(0).toString();
+    m_bus = QDBusConnection::connectToBus(address, ConnectionName);
+    if (!m_bus.isConnected()) {
+        qWarning().noquote() << "no bus of screen readers at" << address;
+        return false;
+    }
+    m_registry.start(program(QStringLiteral("at-spi2-registryd")), QStringList());
+    return waitUntil([this] { return hasOwner(m_bus, RegistryName); });
+}
+
+bool AccessibleDesktop::startProgram(const QString& path)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), m_displayName);
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
+    environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    m_program.setProcessEnvironment(environment);
+    m_program.start(path, QStringList());
+    const AccessibleNode desktop{RegistryName, QDBusObjectPath(RootPath)};
+    return waitUntil([&] {
+        const AccessibleNodes programs = children(desktop);
+        m_root = programs.value(0);
+        return !programs.isEmpty() && !children(m_root).isEmpty();
+    });
+}
+
+QList<AccessibleDesktop::Control> AccessibleDesktop::controls() const
+{
+    QList<Control> controls;
+    const AccessibleNodes windows = children(m_root);
+    for (const AccessibleNode& window : windows) {
+        addControls(window, &controls);
+    }
+    return controls;
+}
+
+bool AccessibleDesktop::press(const QString& name) const
+{
+    return waitUntil([&] {
+        const QList<Control> all = controls();
+        // What lies on top comes last.
+        const auto control = std::find_if(all.rbegin(), all.rend(), [&](const Control& one) {
+            return one.name == name;
+        });
+        constexpr int firstAction = 0;
+        return control != all.rend()
+            && call(control->node, QStringLiteral("org.a11y.atspi.Action"),
+                    QStringLiteral("DoAction"), {firstAction})
+                   .toBool();
+    });
+}
+
+bool AccessibleDesktop::waitFor(const QString& name) const
+{
+    return waitUntil([&] {
+        const QList<Control> all = controls();
+        return std::any_of(
+            all.begin(), all.end(), [&](const Control& one) { return one.name == name; });
+    });
+}
+
+QVariant AccessibleDesktop::property(const AccessibleNode& node, const QString& name) const
+{
+    return call(
+               node, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+               {Accessible, name})
+        .value<QDBusVariant>()
+        .variant();
+}
+
+QVariant AccessibleDesktop::call(
+    const AccessibleNode& node, const QString& interface, const QString& method,
+    const QVariantList& arguments) const
+{
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(node.service, node.path.path(), interface, method);
+    message.setArguments(arguments);
+    return m_bus.call(message).arguments().value(0);
+}
+
+AccessibleNodes AccessibleDesktop::children(const AccessibleNode& node) const
+{
+    return qdbus_cast<AccessibleNodes>(call(node, Accessible, QStringLiteral("GetChildren")));
+}
+
+bool AccessibleDesktop::isShown(const AccessibleNode& node) const
+{
+    constexpr uint showing = 1U << 25U;
+    const auto states =
+        qdbus_cast<QList<uint>>(call(node, Accessible, QStringLiteral("GetState")));
+    return (states.value(0) & showing) != 0;
+}
+
+void AccessibleDesktop::addControls(const AccessibleNode& node, QList<Control>* controls) const
+{
+    const QString role = call(node, Accessible, QStringLiteral("GetRoleName")).toString();
+    if (isControl(role) && isShown(node)) {
+        controls->append({node, role, property(node, QStringLiteral("Name")).toString()});
+    }
+    const AccessibleNodes nodes = children(node);
+    for (const AccessibleNode& child : nodes) {
+        addControls(child, controls);
+    }
+}

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusObjectPath>
+#include <QList>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+/// Something that a program tells screen readers of, as the interface org.a11y.atspi.Accessible
+/// gives it.
+struct AccessibleNode
+{
+    QString service;
+    QDBusObjectPath path;
+};
+Q_DECLARE_METATYPE(AccessibleNode)
+using AccessibleNodes = QList<AccessibleNode>;
+Q_DECLARE_METATYPE(AccessibleNodes)
+QDBusArgument& operator<<(QDBusArgument& argument, const AccessibleNode& node);
+const QDBusArgument& operator>>(const QDBusArgument& argument, AccessibleNode& node);
+
+/// A display without a screen, the bus of screen readers, and one program on both.
+class AccessibleDesktop
+{
+public:
+    struct Control
+    {
+        AccessibleNode node;
+        QString role; ///< such as "push button"
+        QString name;
+    };
+
+    AccessibleDesktop();
+    ~AccessibleDesktop();
+    Q_DISABLE_COPY_MOVE(AccessibleDesktop)
+
+    /// Starts all but the program. Prints what is missing, and returns false then.
+    Q_REQUIRED_RESULT bool start();
+    /// Starts the program, and waits until screen readers know of it.
+    Q_REQUIRED_RESULT bool startProgram(const QString& path);
+
+    /// What can be seen of the program and pressed, moved, written into or chosen.
+    QList<Control> controls() const;
+    /// Waits until there is a control of that name, and does with it what a press does.
+    Q_REQUIRED_RESULT bool press(const QString& name) const;
+    /// Waits until there is a control of that name.
+    Q_REQUIRED_RESULT bool waitFor(const QString& name) const;
+
+private:
+    bool startDisplay();
+    bool startBus();
+    QVariant property(const AccessibleNode& node, const QString& name) const;
+    QVariant call(
+        const AccessibleNode& node, const QString& interface, const QString& method,
+        const QVariantList& arguments = {}) const;
+    AccessibleNodes children(const AccessibleNode& node) const;
+    bool isShown(const AccessibleNode& node) const;
+    void addControls(const AccessibleNode& node, QList<Control>* controls) const;
+
+    QDBusConnection m_bus;
+    QProcess m_display;
+    QProcess m_launcher;
+    QProcess m_registry;
+    QProcess m_program;
+    QString m_displayName;
+    AccessibleNode m_root;
+};
