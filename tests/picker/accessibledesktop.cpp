@@ -36,6 +36,16 @@ bool waitUntil(const std::function<bool()>& condition)
     return QTest::qWaitFor(condition, DaemonProcess::deadlineMs);
 }
 
+/// Asks the app to come to the front, as a launcher does.
+void activate()
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("com.zavro.moodsetpicker"), QStringLiteral("/com/zavro/moodsetpicker"),
+        QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
+    call.setArguments({QVariantMap()});
+    QDBusConnection::sessionBus().call(call);
+}
+
 bool hasOwner(const QDBusConnection& bus, const QString& name)
 {
     return bus.interface()->isServiceRegistered(name).value();
@@ -145,11 +155,14 @@ bool AccessibleDesktop::startProgram(const QString& path)
     environment.insert(QStringLiteral("DISPLAY"), m_displayName);
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
+    environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
     environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
     m_program.setProcessEnvironment(environment);
     m_program.start(path, QStringList());
     const AccessibleNode desktop{RegistryName, QDBusObjectPath(RootPath)};
     return waitUntil([&] {
+        // Nothing here gives windows the keyboard, without which Qt tells nobody of them.
+        activate();
         const AccessibleNodes programs = children(desktop);
         m_root = programs.value(0);
         return !programs.isEmpty() && !children(m_root).isEmpty();

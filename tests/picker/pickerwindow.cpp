@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -136,18 +137,23 @@ bool PickerWindow::waitForPage(const QString& name) const
     return isThere;
 }
 
-bool PickerWindow::waitForRest(const QQuickItem* item) const
+bool PickerWindow::waitForRest(QQuickItem* item) const
 {
+    const QPointer<QQuickItem> watched(item);
     QSignalSpy frames(m_window, &QQuickWindow::frameSwapped);
     QRectF last;
-    return waitUntil([&] {
+    const bool isOver = waitUntil([&] {
+        if (watched.isNull()) {
+            return true;
+        }
         if (frames.isEmpty() || pages()->property("busy").toBool()) {
             m_window->update();
             return false;
         }
         frames.clear();
-        return placeOf(item) == std::exchange(last, placeOf(item));
+        return placeOf(watched) == std::exchange(last, placeOf(watched));
     });
+    return isOver && !watched.isNull();
 }
 
 bool PickerWindow::tap(const QString& name)
@@ -223,13 +229,14 @@ QQuickItem* PickerWindow::pages() const
 /// The control of a name when it is shown, enabled, in view and at rest; null at the deadline.
 QQuickItem* PickerWindow::usable(const QString& name)
 {
-    QQuickItem* item = nullptr;
+    // While it comes to rest, a view may give the place of its item to another one.
+    QPointer<QQuickItem> item;
     const bool isUsable = waitUntil([&] {
         item = find(name);
-        return item != nullptr && item->isEnabled();
+        return !item.isNull() && item->isEnabled() && waitForRest(item) && find(name) == item
+            && bringIntoView(item);
     });
-    // While it comes to rest, a view may give the place of its item to another one.
-    if (!isUsable || !waitForRest(item) || find(name) != item || !bringIntoView(item)) {
+    if (!isUsable) {
         printNames(name + QStringLiteral(" cannot be used"));
         return nullptr;
     }

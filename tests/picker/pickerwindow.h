@@ -38,8 +38,8 @@ public:
     /// Waits until the page of that name is on top and at rest.
     Q_REQUIRED_RESULT bool waitForPage(const QString& name) const;
     /// Waits until no page moves, and until nothing changes the place of an item from one frame to
-    /// the next.
-    Q_REQUIRED_RESULT bool waitForRest(const QQuickItem* item) const;
+    /// the next. False also if the item goes away meanwhile.
+    Q_REQUIRED_RESULT bool waitForRest(QQuickItem* item) const;
 
     /// Waits for a control that can be used, brings it into view, and taps it.
     Q_REQUIRED_RESULT bool tap(const QString& name);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "pickersession.h"
 
-#include <QImage>
 #include <QTest>
 
 /// The app by keyboard alone, and with all from right to left.
@@ -18,13 +17,6 @@ private:
     QString column(const QString& name, const QString& column) const
     {
         return m_session->user.library().moodset(path(name), column).value(0);
-    }
-
-    bool makeMoodset(const QString& name) const
-    {
-        QImage picture(64, 48, QImage::Format_RGB32);
-        picture.fill(Qt::darkRed);
-        return picture.save(path(name)) && ThemeSession::create(path(name));
     }
 
     /// What has the keyboard, by its name or else by what a screen reader says.
@@ -72,9 +64,12 @@ private Q_SLOTS:
     void initTestCase()
     {
         m_session = std::make_unique<PickerSession>();
+        for (const QString& name : {QStringLiteral("a"), QStringLiteral("b")}) {
+            QVERIFY(ThemeSession::writePicture(path(name)));
+        }
         QVERIFY(m_session->user.startAtRest());
-        QVERIFY(makeMoodset(QStringLiteral("a")));
-        QVERIFY(makeMoodset(QStringLiteral("b")));
+        QVERIFY(ThemeSession::create(path(QStringLiteral("a"))));
+        QVERIFY(ThemeSession::create(path(QStringLiteral("b"))));
         QVERIFY(m_session->open());
         QVERIFY(window().waitFor(QStringLiteral("Apply a")));
         QVERIFY(window().waitFor(QStringLiteral("Apply b")));

@@ -162,6 +162,11 @@ private Q_SLOTS:
         const QString active = PickerSession::activeMoodset();
         QVERIFY2(QFileInfo::exists(active), qPrintable(active));
         QVERIFY(hasMoodset(active));
+        // The daemon may hear of the file that it has downloaded itself.
+        const QStringList warnings = m_session->user.daemon.takeWarnings();
+        QVERIFY2(
+            warnings.isEmpty() || warnings == DaemonSession::rowExistsWarnings(),
+            qPrintable(warnings.join(QLatin1Char('\n'))));
     }
 
     void saysWhyThereIsNoMoodsetAtAnAddress_data()

@@ -31,6 +31,7 @@ private:
     {
         window().press(Qt::Key_F, Qt::ControlModifier);
         window().press(Qt::Key_A, Qt::ControlModifier);
+        window().press(Qt::Key_Delete);
         window().type(text);
         return window().find(QStringLiteral("search"))->property("text").toString() == text;
     }
