@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "pickerengine.h"
 
+#include "bridgestatus.h"
 #include "iconprovider.h"
 #include "photorows.h"
 #include "picturepreview.h"
@@ -21,6 +22,7 @@ void registerTypes(Appearance* appearance, Incoming* incoming, Notices* notices)
     qmlRegisterSingletonInstance(Uri, 1, 0, "Incoming", incoming);
     qmlRegisterSingletonInstance(Uri, 1, 0, "Notices", notices);
     qmlRegisterSingletonType(QUrl(QStringLiteral("qrc:/qml/Style.qml")), Uri, 1, 0, "Style");
+    qmlRegisterType<BridgeStatus>(Uri, 1, 0, "BridgeStatus");
     qmlRegisterType<PhotoRows>(Uri, 1, 0, "PhotoRows");
     qmlRegisterType<PicturePreview>(Uri, 1, 0, "PicturePreview");
     qmlRegisterType<WallpaperColors>(Uri, 1, 0, "WallpaperColors");

@@ -13,6 +13,7 @@ DetailPage {
 
     objectName: "addPage"
     title: qsTr("Add a moodset")
+    hasPreview: false
 
     Section {
         width: parent.width

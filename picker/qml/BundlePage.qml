@@ -22,6 +22,7 @@ DetailPage {
 
     objectName: "bundlePage"
     title: qsTr("Install a bundle")
+    hasPreview: false
 
     Section {
         width: parent.width

@@ -38,6 +38,7 @@ Column {
         text: qsTr("Colours that go with the picture")
         color: Style.subdued
         font.pixelSize: Style.smallText
+        wrapMode: Text.Wrap
     }
 
     Flow {

@@ -5,7 +5,7 @@ import QtQuick.Layouts 1.15
 import QtQuick.Templates 2.15 as T
 
 // One colour: its name, how well it can be read, and a button that mends it where it cannot.
-RowLayout {
+GridLayout {
     id: row
 
     property string role
@@ -19,7 +19,9 @@ RowLayout {
     signal toggled()
     signal chosen(color color)
 
-    spacing: Style.gap
+    columns: width < Style.text * 16 ? 1 : 2
+    columnSpacing: Style.gap
+    rowSpacing: 0
 
     T.AbstractButton {
         id: button
@@ -51,6 +53,7 @@ RowLayout {
                 Label {
                     width: parent.width
                     text: row.name
+                    wrapMode: Text.Wrap
                     Accessible.ignored: true
                 }
 
@@ -84,6 +87,7 @@ RowLayout {
         objectName: row.role + "Mend"
         visible: row.judged && !row.readable
         text: qsTr("Mend")
+        Layout.alignment: Qt.AlignRight
         Accessible.name: qsTr("Mend the contrast: %1").arg(row.name)
         onClicked: row.chosen(row.colors.mended(row.value))
     }

@@ -11,7 +11,11 @@ FocusScope {
     property alias buttons: header.buttons
     property alias preview: previewPlace.sourceComponent
     default property alias content: column.data
-    readonly property bool wide: width >= Style.text * 52
+    // Without it, the content has all of the page.
+    property bool hasPreview: true
+    readonly property bool wide: hasPreview && width >= Style.text * 52
+    // How much of the content is in view.
+    readonly property real viewHeight: flickable.height
     readonly property int previewWidth: wide ? Math.min(Math.max(Style.text * 26, height - 2 * Style.touch), width * 0.42) : Math.min(width - 2 * Style.margin, Style.text * 26)
 
     signal back()
@@ -40,9 +44,9 @@ FocusScope {
         Loader {
             id: previewPlace
 
-            readonly property real side: (page.previewWidth - width) / 2
-
+            visible: page.hasPreview
             width: page.previewWidth
+            height: page.hasPreview && item ? item.implicitHeight : 0
             x: page.wide ? (LayoutMirroring.enabled ? parent.width - width - Style.margin : Style.margin) : (parent.width - width) / 2
             // It stays in view while the settings beside it move.
             y: page.wide && height < flickable.height ? flickable.contentY : 0
@@ -51,7 +55,7 @@ FocusScope {
         Column {
             id: column
 
-            y: page.wide ? 0 : previewPlace.height + Style.margin
+            y: page.wide ? 0 : previewPlace.height > 0 ? previewPlace.height + Style.margin : Style.gap
             x: page.wide && !LayoutMirroring.enabled ? page.previewWidth + 2 * Style.margin : Math.max(Style.margin, page.wide ? parent.width - page.previewWidth - 2 * Style.margin - width : (parent.width - width) / 2)
             width: page.wide ? Math.min(Style.column * 1.5, parent.width - page.previewWidth - 3 * Style.margin) : Math.min(Style.column, parent.width - 2 * Style.margin)
             spacing: Style.margin

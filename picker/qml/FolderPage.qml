@@ -8,6 +8,7 @@ FocusScope {
     id: page
 
     property bool installs: false
+    property url folder: Incoming.picturesFolder()
 
     signal back()
     signal chosen(string url)
@@ -26,7 +27,7 @@ FocusScope {
             text: qsTr("The folder above")
             iconName: "up"
             enabled: String(files.parentFolder).length > 0
-            onClicked: files.folder = files.parentFolder
+            onClicked: page.folder = files.parentFolder
         }
 
     }
@@ -37,7 +38,7 @@ FocusScope {
         anchors.top: header.bottom
         x: Style.margin
         width: parent.width - 2 * Style.margin
-        text: String(files.folder).replace("file://", "")
+        text: decodeURIComponent(String(page.folder)).replace("file://", "")
         elide: Text.ElideLeft
         color: Style.subdued
         font.pixelSize: Style.smallText
@@ -62,7 +63,7 @@ FocusScope {
         model: FolderListModel {
             id: files
 
-            folder: Incoming.picturesFolder()
+            folder: page.folder
             showDirsFirst: true
             showFiles: !page.installs
             nameFilters: ["*.jpg", "*.jpeg", "*.png", "*.webp", "*.tif", "*.tiff", "*.gif", "*.bmp", "*.ppm", "*.pgm", "*.pbm", "*.heic", "*.heif", "*.avif"]
@@ -75,7 +76,7 @@ FocusScope {
             iconName: fileIsDir ? "folder" : "pictures"
             onClicked: {
                 if (fileIsDir)
-                    files.folder = fileUrl;
+                    page.folder = fileUrl;
                 else
                     page.chosen(fileUrl);
             }
@@ -100,7 +101,7 @@ FocusScope {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Style.margin
-        onClicked: page.chosen(files.folder)
+        onClicked: page.chosen(page.folder)
     }
 
 }

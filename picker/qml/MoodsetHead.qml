@@ -33,6 +33,7 @@ Section {
             objectName: "apply"
             Layout.fillWidth: true
             important: !head.isActive
+            done: head.isActive && !head.isBusy
             enabled: !head.isBusy && !head.isActive
             text: head.isBusy ? qsTr("Applying …") : head.isActive ? qsTr("Active") : qsTr("Apply")
             iconName: head.isBusy ? "" : "check"

@@ -18,6 +18,7 @@ DetailPage {
 
     objectName: "moodsetPage"
     title: moodset ? moodset.name : qsTr("Moodset")
+    hasPreview: !!moodset
 
     MoodsetItem {
         id: item
@@ -35,13 +36,14 @@ DetailPage {
     Item {
         visible: !page.moodset
         width: parent.width
-        height: Style.touch * 6
+        height: Math.max(Style.touch * 6, page.viewHeight - 4 * Style.margin)
 
         Placeholder {
+            objectName: waiting ? "" : "gone"
             waiting: item.status === MoodsetItem.Loading
             iconName: item.status === MoodsetItem.Error ? "warning" : "moodsets"
             title: waiting ? "" : qsTr("This moodset is not there any more")
-            text: item.status === MoodsetItem.Error ? item.error : ""
+            detail: item.status === MoodsetItem.Error ? item.error : ""
             action: waiting ? "" : qsTr("Back")
             onTriggered: page.back()
         }
@@ -71,6 +73,11 @@ DetailPage {
         width: parent.width
         moodset: page.moodset
         onSaved: page.save(attributes)
+    }
+
+    ShellSection {
+        visible: known && !!page.moodset
+        width: parent.width
     }
 
     PushButton {

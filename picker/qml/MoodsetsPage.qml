@@ -76,7 +76,8 @@ FocusScope {
         visible: moodsets.status === MoodsetModel.Error && moodsets.count === 0
         iconName: "warning"
         title: qsTr("Your moodsets cannot be read")
-        text: qsTr("The theme service has no library yet, or has lost it. %1").arg(moodsets.error)
+        text: qsTr("The theme service has no library yet, or has lost it.")
+        detail: moodsets.error
         action: qsTr("Try again")
         onTriggered: {
             Notices.begin(Actions.refreshMoodsets(), "");

@@ -23,8 +23,8 @@ Rectangle {
 
         anchors.fill: parent
         anchors.leftMargin: Style.margin
-        columns: bar.width > Style.text * 22 ? 3 : 2
-        columnSpacing: Style.gap / 2
+        columns: bar.width > Style.text * 20 ? 3 : 2
+        columnSpacing: Style.gap
         rowSpacing: 0
 
         Icon {

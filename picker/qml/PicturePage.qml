@@ -20,6 +20,7 @@ DetailPage {
 
     objectName: "picturePage"
     title: qsTr("New moodset")
+    hasPreview: inspection.status === PicturePreview.Ready && !!inspection.look.homeWallpaper
 
     PicturePreview {
         id: inspection
@@ -30,20 +31,21 @@ DetailPage {
     Item {
         visible: inspection.status !== PicturePreview.Ready
         width: parent.width
-        height: Style.touch * 6
+        height: Math.max(Style.touch * 6, page.viewHeight - 4 * Style.margin)
 
         Placeholder {
             objectName: "pictureFault"
             waiting: inspection.status === PicturePreview.Loading
             iconName: "warning"
             title: waiting ? "" : qsTr("No moodset can be made of this")
-            text: waiting ? qsTr("Looking at the picture …") : qsTr("%1: %2").arg(Incoming.fileName(page.url)).arg(inspection.error)
+            text: waiting ? qsTr("Looking at the picture …") : Incoming.fileName(page.url)
+            detail: waiting ? "" : inspection.error
         }
 
     }
 
     Section {
-        visible: inspection.status !== PicturePreview.Error
+        visible: inspection.status === PicturePreview.Ready
         width: parent.width
         title: Incoming.fileName(page.url)
 

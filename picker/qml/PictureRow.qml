@@ -44,7 +44,7 @@ Item {
                 Keys.onReturnPressed: clicked()
 
                 contentItem: Wallpaper {
-                    source: modelData.thumbnail
+                    source: modelData.thumbnail || ""
 
                     FocusRing {
                         control: picture

@@ -77,6 +77,7 @@ FocusScope {
     }
 
     Placeholder {
+        objectName: "noPictures"
         visible: photos.status === PhotoModel.Ready && photos.count === 0
         iconName: photos.search ? "search" : "pictures"
         title: photos.search ? qsTr("Nothing found") : qsTr("No pictures yet")
@@ -89,7 +90,8 @@ FocusScope {
         visible: photos.status === PhotoModel.Error && photos.count === 0
         iconName: "warning"
         title: qsTr("Your pictures cannot be read")
-        text: qsTr("The theme service has no library yet, or has lost it. %1").arg(photos.error)
+        text: qsTr("The theme service has no library yet, or has lost it.")
+        detail: photos.error
         action: qsTr("Try again")
         onTriggered: photos.refresh()
     }

@@ -9,6 +9,8 @@ Column {
     property string iconName
     property string title
     property string text
+    // Why it is so, for those who want to know.
+    property string detail
     property bool waiting: false
     property string action
 
@@ -56,6 +58,17 @@ Column {
         width: parent.width
         color: Style.subdued
         wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignHCenter
+    }
+
+    Label {
+        visible: text.length > 0
+        text: placeholder.detail.charAt(0).toUpperCase() + placeholder.detail.slice(1)
+        width: parent.width
+        color: Style.subdued
+        font.pixelSize: Style.smallText
+        wrapMode: Text.Wrap
+        maximumLineCount: 6
         horizontalAlignment: Text.AlignHCenter
     }
 

@@ -10,11 +10,13 @@ T.Button {
     property string iconName
     property bool important: false
     property bool dangerous: false
-    readonly property color ink: important ? Style.accentInk : dangerous ? Style.danger : Style.foreground
+    // It shows that what it does has been done.
+    property bool done: false
+    readonly property color ink: done ? Style.accent : important ? Style.accentInk : dangerous ? Style.danger : Style.foreground
 
     implicitWidth: Math.max(Style.touch, label.implicitWidth + 2 * Style.margin)
     implicitHeight: Math.max(Style.touch, label.implicitHeight + 2 * Style.gap)
-    opacity: enabled ? 1 : 0.45
+    opacity: enabled || done ? 1 : 0.45
     leftPadding: Style.gap
     rightPadding: Style.gap
     focusPolicy: Qt.StrongFocus
@@ -52,7 +54,9 @@ T.Button {
 
     background: Rectangle {
         radius: Style.radius
-        color: control.important ? (control.down ? Qt.darker(Style.accent, 1.15) : Style.accent) : control.down ? Style.pressed : Style.raised
+        border.width: control.done ? 2 : 0
+        border.color: Style.accent
+        color: control.done ? "transparent" : control.important ? (control.down ? Qt.darker(Style.accent, 1.15) : Style.accent) : control.down ? Style.pressed : Style.raised
 
         FocusRing {
             control: control

@@ -26,6 +26,7 @@ Rectangle {
             width: parent.width
             text: section.title
             font.weight: Font.DemiBold
+            wrapMode: Text.Wrap
             Accessible.role: Accessible.Heading
         }
 

@@ -16,6 +16,7 @@ QtObject {
     readonly property int radius: 12
     readonly property int touch: Math.max(48, Math.round(text * 2.4))
     readonly property int icon: Math.round(text * 1.5)
+    readonly property int knob: Math.max(28, Math.round(text * 1.3))
     readonly property int tile: Math.max(150, Math.round(text * 10))
     readonly property int column: Math.max(480, text * 36)
     readonly property color background: dark ? "#14161a" : "#f4f5f8"

@@ -7,7 +7,7 @@ import QtQuick.Templates 2.15 as T
 T.Switch {
     id: control
 
-    implicitWidth: Style.touch + Style.gap
+    implicitWidth: Math.max(Style.touch, indicator.width) + Style.gap
     implicitHeight: Style.touch
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
@@ -16,9 +16,9 @@ T.Switch {
     indicator: Rectangle {
         x: (control.width - width) / 2
         y: (control.height - height) / 2
-        width: 48
-        height: 28
-        radius: 14
+        width: Math.round(Style.knob * 1.72)
+        height: Style.knob
+        radius: height / 2
         color: control.checked ? Style.accent : Style.raised
         border.color: control.checked ? Style.accent : Style.outline
         border.width: 2
@@ -26,15 +26,15 @@ T.Switch {
         Rectangle {
             x: control.visualPosition * (parent.width - width - 8) + 4
             y: 4
-            width: 20
-            height: 20
-            radius: 10
+            width: parent.height - 8
+            height: width
+            radius: height / 2
             color: control.checked ? Style.accentInk : Style.subdued
         }
 
         FocusRing {
             control: control
-            radius: 16
+            radius: height / 2
         }
 
     }

@@ -42,6 +42,8 @@ Column {
                     Label {
                         width: parent.width
                         text: row.name
+                        fontSizeMode: Text.HorizontalFit
+                        minimumPixelSize: Style.smallText
                         Accessible.ignored: true
                     }
 

@@ -30,19 +30,19 @@ T.Slider {
         x: control.leftPadding
         y: (control.height - height) / 2
         width: control.availableWidth
-        height: control.track ? 20 : 8
+        height: Math.round(Style.knob * (control.track ? 0.72 : 0.28))
 
         Rectangle {
             anchors.fill: parent
             visible: !control.track
-            radius: 4
+            radius: height / 2
             color: Style.raised
 
             Rectangle {
                 x: control.mirrored ? parent.width - width : 0
                 width: control.position * parent.width
                 height: parent.height
-                radius: 4
+                radius: height / 2
                 color: Style.accent
             }
 
@@ -58,16 +58,16 @@ T.Slider {
     handle: Rectangle {
         x: control.leftPadding + control.visualPosition * (control.availableWidth - width)
         y: (control.height - height) / 2
-        width: 28
-        height: 28
-        radius: 14
+        width: Style.knob
+        height: width
+        radius: height / 2
         color: Style.surface
         border.color: Style.accent
-        border.width: control.pressed ? 10 : 6
+        border.width: Math.round(Style.knob * (control.pressed ? 0.36 : 0.22))
 
         FocusRing {
             control: control
-            radius: 16
+            radius: height / 2
         }
 
     }

@@ -53,6 +53,45 @@
     </message>
 </context>
 <context>
+    <name>BridgeStatus</name>
+    <message>
+        <source>GNOME and Phosh</source>
+        <translation>GNOME und Phosh</translation>
+    </message>
+    <message>
+        <source>Applications</source>
+        <translation>Anwendungen</translation>
+    </message>
+    <message>
+        <source>Sounds of the phone</source>
+        <translation>Töne des Telefons</translation>
+    </message>
+    <message>
+        <source>Your own files</source>
+        <translation>Eigene Dateien</translation>
+    </message>
+    <message>
+        <source>colours and wallpaper by templates</source>
+        <translation>Farben und Hintergrundbild nach Vorlagen</translation>
+    </message>
+    <message>
+        <source>tones</source>
+        <translation>Töne</translation>
+    </message>
+    <message>
+        <source>accent colour</source>
+        <translation>Akzentfarbe</translation>
+    </message>
+    <message>
+        <source>wallpaper</source>
+        <translation>Hintergrundbild</translation>
+    </message>
+    <message>
+        <source>Nothing so far</source>
+        <translation>Bisher nichts</translation>
+    </message>
+</context>
+<context>
     <name>BundlePage</name>
     <message>
         <source>Install a bundle</source>
@@ -182,7 +221,7 @@
         <translation>Du darfst diese Datei nicht lesen.</translation>
     </message>
     <message>
-        <source>There is nothing to paste. Copy an address or a picture's file first.</source>
+        <source>There is nothing to paste. Copy an address or a picture&apos;s file first.</source>
         <translation>Es gibt nichts einzufügen. Kopiere zuerst eine Adresse oder die Datei eines Bildes.</translation>
     </message>
     <message>
@@ -301,12 +340,12 @@
         <translation>Deine Moodsets können nicht gelesen werden</translation>
     </message>
     <message>
-        <source>The theme service has no library yet, or has lost it. %1</source>
-        <translation>Der Dienst hat noch keine Bibliothek, oder er hat sie verloren. %1</translation>
-    </message>
-    <message>
         <source>Try again</source>
         <translation>Noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>The theme service has no library yet, or has lost it.</source>
+        <translation>Der Dienst hat noch keine Bibliothek, oder er hat sie verloren.</translation>
     </message>
 </context>
 <context>
@@ -406,10 +445,6 @@
         <translation>Das Bild wird angesehen …</translation>
     </message>
     <message>
-        <source>%1: %2</source>
-        <translation>%1: %2</translation>
-    </message>
-    <message>
         <source>The picture is on the network. It is downloaded into your pictures folder when the moodset is made.</source>
         <translation>Das Bild liegt im Netz. Es wird in deinen Bilderordner geladen, wenn das Moodset gemacht wird.</translation>
     </message>
@@ -476,12 +511,12 @@
         <translation>Deine Bilder können nicht gelesen werden</translation>
     </message>
     <message>
-        <source>The theme service has no library yet, or has lost it. %1</source>
-        <translation>Der Dienst hat noch keine Bibliothek, oder er hat sie verloren. %1</translation>
-    </message>
-    <message>
         <source>Try again</source>
         <translation>Noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>The theme service has no library yet, or has lost it.</source>
+        <translation>Der Dienst hat noch keine Bibliothek, oder er hat sie verloren.</translation>
     </message>
 </context>
 <context>
@@ -495,7 +530,7 @@
         <translation>Abspielen: %1</translation>
     </message>
     <message>
-        <source>Tones cannot be played: Qt's multimedia module is missing.</source>
+        <source>Tones cannot be played: Qt&apos;s multimedia module is missing.</source>
         <translation>Töne können nicht abgespielt werden: Qts Multimedia-Modul fehlt.</translation>
     </message>
 </context>
@@ -575,6 +610,21 @@
     <message>
         <source>11:00, north beach</source>
         <translation>11:00, Nordstrand</translation>
+    </message>
+</context>
+<context>
+    <name>ShellSection</name>
+    <message>
+        <source>What reaches this session</source>
+        <translation>Was in dieser Sitzung ankommt</translation>
+    </message>
+    <message>
+        <source>No shell or service that the bridge serves is running.</source>
+        <translation>Es läuft weder eine Oberfläche noch ein Dienst, an den die Brücke etwas weitergibt.</translation>
+    </message>
+    <message>
+        <source>The bridge to shells does not run, so it hands nothing on.</source>
+        <translation>Die Brücke zu den Oberflächen läuft nicht und gibt deshalb nichts weiter.</translation>
     </message>
 </context>
 <context>

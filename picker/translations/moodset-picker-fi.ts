@@ -53,6 +53,45 @@
     </message>
 </context>
 <context>
+    <name>BridgeStatus</name>
+    <message>
+        <source>GNOME and Phosh</source>
+        <translation>GNOME ja Phosh</translation>
+    </message>
+    <message>
+        <source>Applications</source>
+        <translation>Sovellukset</translation>
+    </message>
+    <message>
+        <source>Sounds of the phone</source>
+        <translation>Puhelimen äänet</translation>
+    </message>
+    <message>
+        <source>Your own files</source>
+        <translation>Omat tiedostosi</translation>
+    </message>
+    <message>
+        <source>colours and wallpaper by templates</source>
+        <translation>värit ja taustakuva mallien mukaan</translation>
+    </message>
+    <message>
+        <source>tones</source>
+        <translation>äänet</translation>
+    </message>
+    <message>
+        <source>accent colour</source>
+        <translation>korostusväri</translation>
+    </message>
+    <message>
+        <source>wallpaper</source>
+        <translation>taustakuva</translation>
+    </message>
+    <message>
+        <source>Nothing so far</source>
+        <translation>Ei vielä mitään</translation>
+    </message>
+</context>
+<context>
     <name>BundlePage</name>
     <message>
         <source>Install a bundle</source>
@@ -182,7 +221,7 @@
         <translation>Sinulla ei ole oikeutta lukea tätä tiedostoa.</translation>
     </message>
     <message>
-        <source>There is nothing to paste. Copy an address or a picture's file first.</source>
+        <source>There is nothing to paste. Copy an address or a picture&apos;s file first.</source>
         <translation>Liitettävää ei ole. Kopioi ensin osoite tai kuvatiedosto.</translation>
     </message>
     <message>
@@ -301,12 +340,12 @@
         <translation>Moodsetejasi ei voi lukea</translation>
     </message>
     <message>
-        <source>The theme service has no library yet, or has lost it. %1</source>
-        <translation>Palvelulla ei ole vielä kirjastoa, tai se on kadonnut. %1</translation>
-    </message>
-    <message>
         <source>Try again</source>
         <translation>Yritä uudelleen</translation>
+    </message>
+    <message>
+        <source>The theme service has no library yet, or has lost it.</source>
+        <translation>Palvelulla ei ole vielä kirjastoa, tai se on kadonnut.</translation>
     </message>
 </context>
 <context>
@@ -406,10 +445,6 @@
         <translation>Tutkitaan kuvaa …</translation>
     </message>
     <message>
-        <source>%1: %2</source>
-        <translation>%1: %2</translation>
-    </message>
-    <message>
         <source>The picture is on the network. It is downloaded into your pictures folder when the moodset is made.</source>
         <translation>Kuva on verkossa. Se ladataan kuvakansioosi, kun moodset tehdään.</translation>
     </message>
@@ -476,12 +511,12 @@
         <translation>Kuviasi ei voi lukea</translation>
     </message>
     <message>
-        <source>The theme service has no library yet, or has lost it. %1</source>
-        <translation>Palvelulla ei ole vielä kirjastoa, tai se on kadonnut. %1</translation>
-    </message>
-    <message>
         <source>Try again</source>
         <translation>Yritä uudelleen</translation>
+    </message>
+    <message>
+        <source>The theme service has no library yet, or has lost it.</source>
+        <translation>Palvelulla ei ole vielä kirjastoa, tai se on kadonnut.</translation>
     </message>
 </context>
 <context>
@@ -495,7 +530,7 @@
         <translation>Soita: %1</translation>
     </message>
     <message>
-        <source>Tones cannot be played: Qt's multimedia module is missing.</source>
+        <source>Tones cannot be played: Qt&apos;s multimedia module is missing.</source>
         <translation>Ääniä ei voi soittaa: Qt:n multimediamoduuli puuttuu.</translation>
     </message>
 </context>
@@ -575,6 +610,21 @@
     <message>
         <source>11:00, north beach</source>
         <translation>11.00, pohjoisranta</translation>
+    </message>
+</context>
+<context>
+    <name>ShellSection</name>
+    <message>
+        <source>What reaches this session</source>
+        <translation>Mitä tähän istuntoon välittyy</translation>
+    </message>
+    <message>
+        <source>No shell or service that the bridge serves is running.</source>
+        <translation>Käynnissä ei ole työpöytää eikä palvelua, jolle silta välittäisi mitään.</translation>
+    </message>
+    <message>
+        <source>The bridge to shells does not run, so it hands nothing on.</source>
+        <translation>Silta työpöytiin ei ole käynnissä, joten se ei välitä mitään.</translation>
     </message>
 </context>
 <context>

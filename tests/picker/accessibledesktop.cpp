@@ -37,7 +37,7 @@ bool waitUntil(const std::function<bool()>& condition)
 }
 
 /// Asks the app to come to the front, as a launcher does.
-void activate()
+void activateApp()
 {
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("com.zavro.moodsetpicker"), QStringLiteral("/com/zavro/moodsetpicker"),
@@ -83,16 +83,15 @@ AccessibleDesktop::AccessibleDesktop()
 {
     qDBusRegisterMetaType<AccessibleNode>();
     qDBusRegisterMetaType<AccessibleNodes>();
-    for (QProcess* process : {&m_launcher, &m_registry, &m_program}) {
+    for (QProcess* process : {&m_launcher, &m_registry, &m_app}) {
         process->setProcessChannelMode(QProcess::ForwardedChannels);
     }
-    m_display.setProcessChannelMode(QProcess::ForwardedErrorChannel);
 }
 
 AccessibleDesktop::~AccessibleDesktop()
 {
     QDBusConnection::disconnectFromBus(ConnectionName);
-    for (QProcess* process : {&m_program, &m_registry, &m_launcher, &m_display}) {
+    for (QProcess* process : {&m_app, &m_registry, &m_launcher}) {
         if (process->state() != QProcess::NotRunning) {
             process->kill();
             process->waitForFinished();
@@ -103,41 +102,21 @@ AccessibleDesktop::~AccessibleDesktop()
 bool AccessibleDesktop::start()
 {
     for (const QString& name :
-         {QStringLiteral("Xvfb"), QStringLiteral("at-spi-bus-launcher"),
-          QStringLiteral("at-spi2-registryd")}) {
+         {QStringLiteral("at-spi-bus-launcher"), QStringLiteral("at-spi2-registryd")}) {
         if (program(name).isEmpty()) {
             qWarning().noquote() << name << "is not installed";
             return false;
         }
     }
-    return startDisplay() && startBus();
-}
-
-// It wants to write to /tmp. Its socket without a name in the file system is seen from here.
-bool AccessibleDesktop::startDisplay()
-{
-    m_display.start(
-        QStringLiteral("bwrap"),
-        {QStringLiteral("--unshare-user"), QStringLiteral("--die-with-parent"),
-         QStringLiteral("--dev-bind"), QStringLiteral("/"), QStringLiteral("/"),
-         QStringLiteral("--tmpfs"), QStringLiteral("/tmp"), QStringLiteral("Xvfb"),
-         QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-         QStringLiteral("0"), QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"),
-         QStringLiteral("tcp")});
-    const bool isUp = waitUntil([this] { return m_display.canReadLine(); });
-    m_displayName = QLatin1Char(':') + QString::fromLatin1(m_display.readLine().trimmed());
-    return isUp;
-}
-
-bool AccessibleDesktop::startBus()
-{
+    // It also tells the X server of the bus. Without that, Qt may ask for the registry before it
+    // has a connection to the bus, and then never again.
     const QDBusConnection session = QDBusConnection::sessionBus();
     m_launcher.start(
         program(QStringLiteral("at-spi-bus-launcher")), {QStringLiteral("--launch-immediately")});
     if (!waitUntil([&] { return hasOwner(session, BusName); })) {
         return false;
     }
-    QDBusMessage call = QDBusMessage::createMethodCall(
+    const QDBusMessage call = QDBusMessage::createMethodCall(
         BusName, QStringLiteral("/org/a11y/bus"), BusName, QStringLiteral("GetAddress"));
     const QString address = session.call(call).arguments().value(0).toString();
     m_bus = QDBusConnection::connectToBus(address, ConnectionName);
@@ -149,23 +128,20 @@ bool AccessibleDesktop::startBus()
     return waitUntil([this] { return hasOwner(m_bus, RegistryName); });
 }
 
-bool AccessibleDesktop::startProgram(const QString& path)
+bool AccessibleDesktop::startApp(const QString& path)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), m_displayName);
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
-    environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
     environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
-    m_program.setProcessEnvironment(environment);
-    m_program.start(path, QStringList());
+    environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
+    m_app.setProcessEnvironment(environment);
+    m_app.start(path, QStringList());
     const AccessibleNode desktop{RegistryName, QDBusObjectPath(RootPath)};
     return waitUntil([&] {
         // Nothing here gives windows the keyboard, without which Qt tells nobody of them.
-        activate();
-        const AccessibleNodes programs = children(desktop);
-        m_root = programs.value(0);
-        return !programs.isEmpty() && !children(m_root).isEmpty();
+        activateApp();
+        const AccessibleNodes apps = children(desktop);
+        m_root = apps.value(0);
+        return !apps.isEmpty() && !children(m_root).isEmpty();
     });
 }
 

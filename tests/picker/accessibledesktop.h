@@ -9,7 +9,7 @@
 #include <QString>
 #include <QStringList>
 
-/// Something that a program tells screen readers of, as the interface org.a11y.atspi.Accessible
+/// Something that an app tells screen readers of, as the interface org.a11y.atspi.Accessible
 /// gives it.
 struct AccessibleNode
 {
@@ -22,7 +22,7 @@ Q_DECLARE_METATYPE(AccessibleNodes)
 QDBusArgument& operator<<(QDBusArgument& argument, const AccessibleNode& node);
 const QDBusArgument& operator>>(const QDBusArgument& argument, AccessibleNode& node);
 
-/// A display without a screen, the bus of screen readers, and one program on both.
+/// The bus of screen readers, and the app on it. There must be an X server.
 class AccessibleDesktop
 {
 public:
@@ -37,12 +37,12 @@ public:
     ~AccessibleDesktop();
     Q_DISABLE_COPY_MOVE(AccessibleDesktop)
 
-    /// Starts all but the program. Prints what is missing, and returns false then.
+    /// Starts the bus. False, with a line that says why, if it cannot.
     Q_REQUIRED_RESULT bool start();
-    /// Starts the program, and waits until screen readers know of it.
-    Q_REQUIRED_RESULT bool startProgram(const QString& path);
+    /// Starts the app, and waits until screen readers know of it.
+    Q_REQUIRED_RESULT bool startApp(const QString& path);
 
-    /// What can be seen of the program and pressed, moved, written into or chosen.
+    /// What can be seen of the app and pressed, moved, written into or chosen.
     QList<Control> controls() const;
     /// Waits until there is a control of that name, and does with it what a press does.
     Q_REQUIRED_RESULT bool press(const QString& name) const;
@@ -50,8 +50,6 @@ public:
     Q_REQUIRED_RESULT bool waitFor(const QString& name) const;
 
 private:
-    bool startDisplay();
-    bool startBus();
     QVariant property(const AccessibleNode& node, const QString& name) const;
     QVariant call(
         const AccessibleNode& node, const QString& interface, const QString& method,
@@ -61,10 +59,8 @@ private:
     void addControls(const AccessibleNode& node, QList<Control>* controls) const;
 
     QDBusConnection m_bus;
-    QProcess m_display;
     QProcess m_launcher;
     QProcess m_registry;
-    QProcess m_program;
-    QString m_displayName;
+    QProcess m_app;
     AccessibleNode m_root;
 };

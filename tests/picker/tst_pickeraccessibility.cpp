@@ -62,7 +62,7 @@ private Q_SLOTS:
         QVERIFY(m_user->edit(path, {{QStringLiteral("primaryColor"), QStringLiteral("#ff006060")}}));
         m_desktop = std::make_unique<AccessibleDesktop>();
         QVERIFY(m_desktop->start());
-        QVERIFY(m_desktop->startProgram(QStringLiteral(PICKER)));
+        QVERIFY(m_desktop->startApp(QStringLiteral(PICKER)));
     }
 
     void cleanupTestCase()

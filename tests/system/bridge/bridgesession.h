@@ -14,7 +14,8 @@
 /// A user's bridge, and the keys that it follows as the daemon would write them.
 ///
 /// The store, the bridge's own files and its configuration are empty at first. Warnings that no one
-/// has taken fail the test.
+/// has taken fail the test. Declare it after the shells and services of the test, so that it ends
+/// first: a shell that ends while the bridge hands something on to it is worth a warning.
 class BridgeSession
 {
 public:

@@ -55,8 +55,8 @@ class BridgeTest : public QObject
 private Q_SLOTS:
     void handsOnPictureAndAccent()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
@@ -95,11 +95,11 @@ private Q_SLOTS:
 
     void givesALateShellTheLook()
     {
+        Shell shell;
         BridgeSession session;
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
         QVERIFY(session.start());
-        Shell shell;
 
         QVERIFY(shell.appear());
 
@@ -108,8 +108,8 @@ private Q_SLOTS:
 
     void handsOutARewrittenPictureUnderAFreshName()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -129,8 +129,8 @@ private Q_SLOTS:
 
     void keepsThePictureWhenColoursChange()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -148,8 +148,8 @@ private Q_SLOTS:
 
     void keepsTheCopyOfAPictureThatIsDeleted()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -169,8 +169,8 @@ private Q_SLOTS:
 
     void showsTheApplicationWallpaperForAForeignFormat()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
         const QString second = session.picture(QStringLiteral("second.jpg"), Qt::red);
@@ -196,8 +196,8 @@ private Q_SLOTS:
     void copesWithOddNames()
     {
         QFETCH(QString, name);
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
         const QString picture = session.picture(name, Qt::blue);
@@ -213,8 +213,8 @@ private Q_SLOTS:
 
     void appliesOnlyTheLastOfABurst()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString first = session.picture(QStringLiteral("a.png"), Qt::red);
         const QString last = session.picture(QStringLiteral("b.png"), Qt::green);
@@ -240,8 +240,8 @@ private Q_SLOTS:
 
     void restoresWhatTheUserHad()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///mine.png")}});
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
@@ -261,8 +261,8 @@ private Q_SLOTS:
 
     void restoreLeavesWhatTheUserHasChangedSince()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -279,8 +279,8 @@ private Q_SLOTS:
 
     void aStartKeepsWhatTheUserHasChosenMeanwhile()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -299,8 +299,8 @@ private Q_SLOTS:
 
     void startsAnewWithADamagedState()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         QDir().mkpath(BridgeSession::dataFolder());
         QFile state(BridgeSession::dataFolder() + QStringLiteral("/state.json"));
@@ -322,8 +322,8 @@ private Q_SLOTS:
 
     void tellsThatADataFolderCannotBeWritten()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         session.folder.makeDirectory(QStringLiteral("data"));
         session.folder.setMode(QStringLiteral("data"), 0500);
@@ -350,8 +350,8 @@ private Q_SLOTS:
 
     void keepsTheOldPictureOnAFullDisk()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString disk = qEnvironmentVariable("PRIVATE_MACHINE_SMALL_DISK");
         session.setEnvironment(QStringLiteral("XDG_DATA_HOME"), disk);
@@ -379,8 +379,8 @@ private Q_SLOTS:
     void restoresAfterAKillAtAnyTime()
     {
         constexpr int kills = 12;
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///mine.png")}});
         for (int i = 0; i < kills; ++i) {
@@ -402,8 +402,8 @@ private Q_SLOTS:
 
     void tellsThatTheStoreHasNotKeptAValue()
     {
-        BridgeSession session;
         Shell shell;
+        BridgeSession session;
         QVERIFY(shell.appear());
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);

@@ -29,10 +29,10 @@ private Q_SLOTS:
     void handsOnWhatTheDaemonIsToldToSet()
     {
         ThemeSession theme;
-        BridgeSession session;
         PlayedService gnome(QDBusConnection::SessionBus, QStringLiteral("org.gnome.Shell"));
-        QVERIFY(gnome.appear());
         HeadlessSway sway;
+        BridgeSession session;
+        QVERIFY(gnome.appear());
         const bool hasSway = HeadlessSway::missing().isEmpty();
         QVERIFY(!hasSway || sway.start());
         QVERIFY(session.start());

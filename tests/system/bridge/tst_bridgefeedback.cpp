@@ -176,8 +176,8 @@ private Q_SLOTS:
 
     void playsTheTonesOfTheProfile()
     {
-        BridgeSession session;
         Service service;
+        BridgeSession session;
         QVERIFY(service.start());
         const QString ringing = tone(session, QStringLiteral("tone-ringing.ogg"));
         const QString mail = tone(session, QStringLiteral("tone-mail.ogg"));
@@ -197,8 +197,8 @@ private Q_SLOTS:
 
     void leavesOutAToneThatCannotBePlayed()
     {
-        BridgeSession session;
         Service service;
+        BridgeSession session;
         QVERIFY(service.start());
         session.folder.write(QStringLiteral("tone.mp3"), "ID3 this is no tone");
         BridgeSession::write({{RingingKey, session.folder.path(QStringLiteral("tone.mp3"))}});
@@ -213,8 +213,8 @@ private Q_SLOTS:
 
     void playsSilenceForAToneThatIsSwitchedOff()
     {
-        BridgeSession session;
         Service service;
+        BridgeSession session;
         QVERIFY(service.start());
         BridgeSession::write(
             {{RingingKey, tone(session, QStringLiteral("tone-ringing.ogg"))},
@@ -240,9 +240,9 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, configuration);
         QFETCH(QString, silent);
+        Service service;
         BridgeSession session;
         BridgeSession::configure(configuration);
-        Service service;
         QVERIFY(service.start());
         QVERIFY(session.start());
         QVERIFY(
@@ -256,8 +256,8 @@ private Q_SLOTS:
 
     void restoresTheThemesOfTheUser()
     {
-        BridgeSession session;
         Service service;
+        BridgeSession session;
         QVERIFY(service.start());
         const QString themeKey = QStringLiteral("/org/gnome/desktop/sound/theme-name");
         BridgeSession::write(

@@ -21,7 +21,8 @@ class PlayedPlasma
 {
 public:
     explicit PlayedPlasma(BridgeSession* session)
-        : m_shell(QDBusConnection::SessionBus, QStringLiteral("org.kde.plasmashell"))
+        : m_session(session)
+        , m_shell(QDBusConnection::SessionBus, QStringLiteral("org.kde.plasmashell"))
     {
         session->folder.makeDirectory(QStringLiteral("bin"));
         session->folder.write(
@@ -42,8 +43,10 @@ public:
         });
     }
 
+    /// Ends the bridge first.
     ~PlayedPlasma()
     {
+        m_session->kill();
         QFile::remove(qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/kdeglobals"));
     }
 
@@ -85,6 +88,7 @@ private:
         return QString();
     }
 
+    BridgeSession* const m_session;
     QMutex m_mutex;
     QString m_image = QStringLiteral("file:///mine.png");
     std::atomic<bool> m_ignoresPictures = false;
@@ -150,11 +154,11 @@ private Q_SLOTS:
 
     void doesNotKeepOtherShellsWaiting()
     {
+        PlayedService gnome(QDBusConnection::SessionBus, QStringLiteral("org.gnome.Shell"));
         BridgeSession session;
         PlayedPlasma plasma(&session);
         plasma.shell().answerLater(QStringLiteral("evaluateScript"));
         QVERIFY(plasma.shell().appear());
-        PlayedService gnome(QDBusConnection::SessionBus, QStringLiteral("org.gnome.Shell"));
         QVERIFY(gnome.appear());
         QVERIFY(session.start());
 

@@ -191,8 +191,8 @@ private Q_SLOTS:
 
     void leavesAllElseToTheBackendOfTheToolkit()
     {
-        BridgeSession session;
         HeadlessSway sway;
+        BridgeSession session;
         if (!HeadlessSway::missing().isEmpty()) {
             QSKIP("Not installed: sway, which the backend of the toolkit needs as a display");
         }

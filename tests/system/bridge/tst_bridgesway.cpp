@@ -49,7 +49,7 @@ private Q_SLOTS:
     void showsThePictureAgainAfterAReload()
     {
         HeadlessSway sway;
-        BridgeSession session; // ends first
+        BridgeSession session;
         QVERIFY(sway.start());
         QVERIFY(session.start());
         BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Red), Blue);
@@ -65,7 +65,7 @@ private Q_SLOTS:
     void showsThePictureOnASwayThatStartsAgain()
     {
         HeadlessSway sway;
-        BridgeSession session; // ends first
+        BridgeSession session;
         BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Green), Blue);
         QVERIFY(session.start());
         QVERIFY(sway.start());
@@ -88,7 +88,7 @@ private Q_SLOTS:
     void restoresTheBackgroundOfTheUser()
     {
         HeadlessSway sway;
-        BridgeSession session; // ends first
+        BridgeSession session;
         QVERIFY(sway.start("output * bg #14a03c solid_color\n"));
         QVERIFY(shows(sway, Green));
         QVERIFY(session.start());
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QFETCH(QString, name);
         QFETCH(bool, isTaken);
         HeadlessSway sway;
-        BridgeSession session; // ends first
+        BridgeSession session;
         QVERIFY(sway.start());
         session.folder.makeDirectory(name);
         session.setEnvironment(QStringLiteral("XDG_DATA_HOME"), session.folder.path(name));
@@ -137,7 +137,7 @@ private Q_SLOTS:
     void tellsThatThePainterIsMissing()
     {
         HeadlessSway sway;
-        BridgeSession session; // ends first
+        BridgeSession session;
         QVERIFY(sway.start("swaybg_command /bin/true\n"));
         QVERIFY(session.start());
 

@@ -78,15 +78,30 @@ void dconf(const char* command, const char* path, const char* argument = nullptr
     runDconf(arguments);
 }
 
+// Returns when the tracker runs and its watch is settled, which the store announces.
+bool startTracker()
+{
+    const QSignalSpy changes(&DconfStore::instance(), &DconfStore::changed);
+    profile_tracker_init();
+    return QTest::qWaitFor(
+        [&] { return changes.contains(QVariantList{QByteArray("/com/zavro/profile/")}); });
+}
+
 // Returns when all changes up to now have been told of: the bus keeps the order. The last call is
-// that of this function's own change.
+// that of this function's own change. The value alone proves nothing, because a comparison for an
+// earlier change reads it too, and the one for this change is then still to come.
 bool settle(const Recorder& recorder)
 {
     static int count = 0;
     const QByteArray number = QByteArray::number(++count);
+    const QSignalSpy changes(&DconfStore::instance(), &DconfStore::changed);
     dconf("write", "fence/fence", ("'" + number + "'").constData());
-    return QTest::qWaitFor(
-        [&] { return recorder.calls().contains(line("change", "fence", "fence", number)); });
+    const bool isTold = QTest::qWaitFor([&] {
+        return changes.contains(QVariantList{QByteArray("/com/zavro/profile/fence/fence")})
+            && recorder.calls().contains(line("change", "fence", "fence", number));
+    });
+    QCoreApplication::processEvents();
+    return isTold;
 }
 
 } // namespace
@@ -100,7 +115,7 @@ private Q_SLOTS:
     {
         MGConfItem::sync();
         runDconf({QStringLiteral("reset"), QStringLiteral("-f"), QStringLiteral("/com/")});
-        profile_tracker_init();
+        QVERIFY(startTracker());
     }
 
     void cleanup() { profile_tracker_quit(); }
@@ -298,7 +313,7 @@ private Q_SLOTS:
         profile_tracker_quit();
         QCoreApplication::processEvents();
         dconf("write", "silent/sms.alert.tone", "'/b.ogg'");
-        profile_tracker_init();
+        QVERIFY(startTracker());
 
         QVERIFY(settle(recorder));
         QCOMPARE(recorder.calls().size(), 1);
@@ -354,7 +369,7 @@ private Q_SLOTS:
         profile_tracker_quit();
         profile_set_value("silent", Tone, "/a.ogg");
         QCoreApplication::processEvents();
-        profile_tracker_init();
+        QVERIFY(startTracker());
 
         QVERIFY(settle(recorder));
         QCOMPARE(recorder.calls().size(), 1);
