@@ -134,7 +134,8 @@ bool AccessibleDesktop::startApp(const QString& path)
     environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
     environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
     m_app.setProcessEnvironment(environment);
-    m_app.start(path, QStringList());
+    // So high that all of each page is in it; what is beyond the edge is not told of as shown.
+    m_app.start(path, {QStringLiteral("-qwindowgeometry"), QStringLiteral("1000x2300+0+0")});
     const AccessibleNode desktop{RegistryName, QDBusObjectPath(RootPath)};
     return waitUntil([&] {
         // Nothing here gives windows the keyboard, without which Qt tells nobody of them.
@@ -157,27 +158,45 @@ QList<AccessibleDesktop::Control> AccessibleDesktop::controls() const
 
 bool AccessibleDesktop::press(const QString& name) const
 {
-    return waitUntil([&] {
-        const QList<Control> all = controls();
-        // What lies on top comes last.
-        const auto control = std::find_if(all.rbegin(), all.rend(), [&](const Control& one) {
-            return one.name == name;
-        });
-        constexpr int firstAction = 0;
-        return control != all.rend()
-            && call(control->node, QStringLiteral("org.a11y.atspi.Action"),
-                    QStringLiteral("DoAction"), {firstAction})
-                   .toBool();
+    return waitFor(name, [this](const Control& control) {
+        const QString interface = QStringLiteral("org.a11y.atspi.Action");
+        for (int action = 0;; ++action) {
+            const QString kind =
+                call(control.node, interface, QStringLiteral("GetName"), {action}).toString();
+            if (kind.isEmpty()) {
+                return false;
+            }
+            if (kind == QLatin1String("Press")) {
+                return call(control.node, interface, QStringLiteral("DoAction"), {action}).toBool();
+            }
+        }
     });
 }
 
 bool AccessibleDesktop::waitFor(const QString& name) const
 {
-    return waitUntil([&] {
-        const QList<Control> all = controls();
-        return std::any_of(
-            all.begin(), all.end(), [&](const Control& one) { return one.name == name; });
+    return waitFor(name, [](const Control& /*control*/) { return true; });
+}
+
+/// Waits for a control with which `use` succeeds.
+bool AccessibleDesktop::waitFor(
+    const QString& name, const std::function<bool(const Control&)>& use) const
+{
+    QList<Control> all;
+    const bool isUsed = waitUntil([&] {
+        all = controls();
+        // What lies on top comes last.
+        const auto control = std::find_if(
+            all.rbegin(), all.rend(), [&](const Control& one) { return one.name == name; });
+        return control != all.rend() && use(*control);
     });
+    if (!isUsed) {
+        qWarning().noquote() << "no control of the name" << name << "but";
+        for (const Control& control : qAsConst(all)) {
+            qWarning().noquote() << "   " << control.role << control.name;
+        }
+    }
+    return isUsed;
 }
 
 QVariant AccessibleDesktop::property(const AccessibleNode& node, const QString& name) const

@@ -9,6 +9,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 /// Something that an app tells screen readers of, as the interface org.a11y.atspi.Accessible
 /// gives it.
 struct AccessibleNode
@@ -42,14 +44,16 @@ public:
     /// Starts the app, and waits until screen readers know of it.
     Q_REQUIRED_RESULT bool startApp(const QString& path);
 
-    /// What can be seen of the app and pressed, moved, written into or chosen.
+    /// What the window has that can be pressed, moved, written into or chosen.
     QList<Control> controls() const;
-    /// Waits until there is a control of that name, and does with it what a press does.
+    /// Waits until there is a control of that name that can be pressed, and presses it.
     Q_REQUIRED_RESULT bool press(const QString& name) const;
     /// Waits until there is a control of that name.
     Q_REQUIRED_RESULT bool waitFor(const QString& name) const;
 
 private:
+    bool waitFor(
+        const QString& name, const std::function<bool(const Control&)>& use) const;
     QVariant property(const AccessibleNode& node, const QString& name) const;
     QVariant call(
         const AccessibleNode& node, const QString& interface, const QString& method,
