@@ -11,7 +11,6 @@
 #include "recordcounter.h"
 #include "report.h"
 
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
 #include <QGuiApplication>
@@ -21,6 +20,7 @@
 #include <QSqlQuery>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <ctime>
 #include <utility>

@@ -187,7 +187,8 @@ bool AccessibleDesktop::waitFor(
         all = controls();
         // What lies on top comes last.
         const auto control = std::find_if(
-            all.rbegin(), all.rend(), [&](const Control& one) { return one.name == name; });
+            all.rbegin(), all.rend(),
+            [&](const Control& one) { return one.isShown && one.name == name; });
         return control != all.rend() && use(*control);
     });
     if (!isUsed) {
@@ -223,19 +224,16 @@ AccessibleNodes AccessibleDesktop::children(const AccessibleNode& node) const
     return qdbus_cast<AccessibleNodes>(call(node, Accessible, QStringLiteral("GetChildren")));
 }
 
-bool AccessibleDesktop::isShown(const AccessibleNode& node) const
-{
-    constexpr uint showing = 1U << 25U;
-    const auto states =
-        qdbus_cast<QList<uint>>(call(node, Accessible, QStringLiteral("GetState")));
-    return (states.value(0) & showing) != 0;
-}
-
 void AccessibleDesktop::addControls(const AccessibleNode& node, QList<Control>* controls) const
 {
+    constexpr uint focusable = 1U << 11U;
+    constexpr uint showing = 1U << 25U;
     const QString role = call(node, Accessible, QStringLiteral("GetRoleName")).toString();
-    if (isControl(role) && isShown(node)) {
-        controls->append({node, role, property(node, QStringLiteral("Name")).toString()});
+    const uint states =
+        qdbus_cast<QList<uint>>(call(node, Accessible, QStringLiteral("GetState"))).value(0);
+    if (isControl(role) || (states & focusable) != 0) {
+        const bool isShown = (states & showing) != 0;
+        controls->append({node, role, property(node, QStringLiteral("Name")).toString(), isShown});
     }
     const AccessibleNodes nodes = children(node);
     for (const AccessibleNode& child : nodes) {

@@ -33,6 +33,7 @@ public:
         AccessibleNode node;
         QString role; ///< such as "push button"
         QString name;
+        bool isShown;
     };
 
     AccessibleDesktop();
@@ -44,7 +45,8 @@ public:
     /// Starts the app, and waits until screen readers know of it.
     Q_REQUIRED_RESULT bool startApp(const QString& path);
 
-    /// What the window has that can be pressed, moved, written into or chosen.
+    /// What the window has that can be pressed, moved, written into or chosen, or that the keyboard
+    /// comes to, also while it is hidden.
     QList<Control> controls() const;
     /// Waits until there is a control of that name that can be pressed, and presses it.
     Q_REQUIRED_RESULT bool press(const QString& name) const;
@@ -59,7 +61,6 @@ private:
         const AccessibleNode& node, const QString& interface, const QString& method,
         const QVariantList& arguments = {}) const;
     AccessibleNodes children(const AccessibleNode& node) const;
-    bool isShown(const AccessibleNode& node) const;
     void addControls(const AccessibleNode& node, QList<Control>* controls) const;
 
     QDBusConnection m_bus;

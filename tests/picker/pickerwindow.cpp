@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace {
 
@@ -68,14 +69,22 @@ QQuickItem* PickerWindow::find(const QString& name) const
 
 QStringList PickerWindow::names() const
 {
-    QStringList names;
-    visitShown(m_window->contentItem(), false, [&names](QQuickItem* item) {
-        const QString name = nameOf(item);
-        if (!name.isEmpty()) {
-            names.append(name);
+    QVector<QQuickItem*> items;
+    visitShown(m_window->contentItem(), false, [&items](QQuickItem* item) {
+        if (!nameOf(item).isEmpty()) {
+            items.append(item);
         }
         return false;
     });
+    std::stable_sort(items.begin(), items.end(), [](QQuickItem* a, QQuickItem* b) {
+        const QPointF first = placeOf(a).topLeft();
+        const QPointF second = placeOf(b).topLeft();
+        return std::make_pair(first.y(), first.x()) < std::make_pair(second.y(), second.x());
+    });
+    QStringList names;
+    for (QQuickItem* const item : qAsConst(items)) {
+        names.append(nameOf(item));
+    }
     return names;
 }
 

@@ -24,7 +24,7 @@ public:
     /// What is shown under a name, the topmost first; null if nothing is.
     QQuickItem* find(const QString& name) const;
     bool shows(const QString& name) const { return find(name) != nullptr; }
-    /// All that a screen reader would say, in the order of the items.
+    /// All that a screen reader would say, from the top, and in a line from the left.
     QStringList names() const;
     /// What a screen reader says of an item. Null if it says nothing.
     static QString nameOf(QQuickItem* item);
