@@ -71,8 +71,7 @@ int showWindow()
     if (window == nullptr) {
         return EXIT_FAILURE;
     }
-    QObject::connect(
-        window, &QQuickWindow::frameSwapped, window, [] { say(FirstFrameLine); });
+    QObject::connect(window, &QQuickWindow::frameSwapped, window, [] { say(FirstFrameLine); });
     return QGuiApplication::exec();
 }
 
@@ -85,8 +84,7 @@ int showApp()
     if (!picker.show()) {
         return EXIT_FAILURE;
     }
-    const auto* const list =
-        picker.window()->findChild<QQuickItem*>(QStringLiteral("moodsets"));
+    const auto* const list = picker.window()->findChild<QQuickItem*>(QStringLiteral("moodsets"));
     bool isFirst = true;
     QObject::connect(picker.window(), &QQuickWindow::frameSwapped, list, [&isFirst, list] {
         if (std::exchange(isFirst, false)) {
@@ -134,8 +132,7 @@ Frame listMoodsets(QueryAgentDatabase* reader, int records)
     if (!MoodsetQueryAgent(*reader).query(&counter, parameters) || counter.count() != records) {
         giveUp("a listing failed");
     }
-    return {
-        timeOn(CLOCK_PROCESS_CPUTIME_ID) - processor, timeOn(CLOCK_MONOTONIC) - wall};
+    return {timeOn(CLOCK_PROCESS_CPUTIME_ID) - processor, timeOn(CLOCK_MONOTONIC) - wall};
 }
 
 void measureFirstFrame(const QDir& folder, int records, int rounds, Report* report)

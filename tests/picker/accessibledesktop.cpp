@@ -25,10 +25,9 @@ const QString ConnectionName = QStringLiteral("screen reader");
 QString program(const QString& name)
 {
     const QString found = QStandardPaths::findExecutable(name);
-    return found.isEmpty()
-        ? QStandardPaths::findExecutable(
-            name, {QStringLiteral("/usr/libexec"), QStringLiteral("/usr/lib/at-spi2-core")})
-        : found;
+    return found.isEmpty() ? QStandardPaths::findExecutable(
+               name, {QStringLiteral("/usr/libexec"), QStringLiteral("/usr/lib/at-spi2-core")})
+                           : found;
 }
 
 bool waitUntil(const std::function<bool()>& condition)
@@ -186,9 +185,9 @@ bool AccessibleDesktop::waitFor(
     const bool isUsed = waitUntil([&] {
         all = controls();
         // What lies on top comes last.
-        const auto control = std::find_if(
-            all.rbegin(), all.rend(),
-            [&](const Control& one) { return one.isShown && one.name == name; });
+        const auto control = std::find_if(all.rbegin(), all.rend(), [&](const Control& one) {
+            return one.isShown && one.name == name;
+        });
         return control != all.rend() && use(*control);
     });
     if (!isUsed) {

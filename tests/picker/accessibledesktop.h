@@ -54,8 +54,7 @@ public:
     Q_REQUIRED_RESULT bool waitFor(const QString& name) const;
 
 private:
-    bool waitFor(
-        const QString& name, const std::function<bool(const Control&)>& use) const;
+    bool waitFor(const QString& name, const std::function<bool(const Control&)>& use) const;
     QVariant property(const AccessibleNode& node, const QString& name) const;
     QVariant call(
         const AccessibleNode& node, const QString& interface, const QString& method,

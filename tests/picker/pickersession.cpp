@@ -85,8 +85,8 @@ bool PickerSession::verifyNoWarnings()
 
 void PickerSession::setNetworkTimeout(int timeout)
 {
-    auto* const actions = m_engine.engine().singletonInstance<QObject*>(
-        qmlTypeId("Moodset", 1, 0, "Actions"));
+    auto* const actions =
+        m_engine.engine().singletonInstance<QObject*>(qmlTypeId("Moodset", 1, 0, "Actions"));
     actions->setProperty("networkTimeout", timeout);
 }
 

@@ -67,7 +67,8 @@ private:
 };
 
 /// What the app's test programs have as their main function.
-template <typename Test> int runPickerTest(int argc, char** argv)
+template <typename Test>
+int runPickerTest(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");

@@ -23,7 +23,8 @@ private:
         for (const AccessibleDesktop::Control& control : controls) {
             if (control.name.trimmed().isEmpty()) {
                 areNamed = false;
-                qWarning().noquote() << "without a name:" << control.role << control.node.path.path();
+                qWarning().noquote()
+                    << "without a name:" << control.role << control.node.path.path();
             }
             known.append(control.role + QStringLiteral(": ") + control.name);
         }
@@ -59,7 +60,8 @@ private Q_SLOTS:
         QVERIFY(m_user->startAtRest());
         QVERIFY(ThemeSession::create(path));
         // One of its colours is hard to read, so that there is a button that mends it.
-        QVERIFY(m_user->edit(path, {{QStringLiteral("primaryColor"), QStringLiteral("#ff006060")}}));
+        QVERIFY(
+            m_user->edit(path, {{QStringLiteral("primaryColor"), QStringLiteral("#ff006060")}}));
         m_desktop = std::make_unique<AccessibleDesktop>();
         QVERIFY(m_desktop->start());
         QVERIFY(m_desktop->startApp(QStringLiteral(PICKER)));
@@ -82,8 +84,7 @@ private Q_SLOTS:
             << QStringList({QStringLiteral("Change the colour: Highlight")}) << "Opacity";
         QTest::newRow("its tones")
             << QStringList({QStringLiteral("Choose the tone: Ringtone")}) << "gull.ogg";
-        QTest::newRow("a message")
-            << QStringList({QStringLiteral("Make a favourite")}) << "Undo";
+        QTest::newRow("a message") << QStringList({QStringLiteral("Make a favourite")}) << "Undo";
         QTest::newRow("a moodset of a bundle")
             << QStringList({back, QStringLiteral("Coast light")}) << "Play: Ringtone";
         QTest::newRow("ways to a new one")
@@ -94,8 +95,8 @@ private Q_SLOTS:
                                  << "Choose this folder";
         QTest::newRow("a bundle") << QStringList({QStringLiteral("Choose this folder")})
                                   << "Install";
-        QTest::newRow("pictures")
-            << QStringList({QStringLiteral("Pictures")}) << "Search by folder, name or date";
+        QTest::newRow("pictures") << QStringList({QStringLiteral("Pictures")})
+                                  << "Search by folder, name or date";
     }
 
     // Each goes on from the page of the one before.

@@ -38,7 +38,8 @@ private:
         const QRectF place = PickerWindow::placeOf(item);
         for (QQuickItem* view = item->parentItem(); view != nullptr; view = view->parentItem()) {
             const QRectF part = PickerWindow::placeOf(view);
-            if (view->clip() && (place.top() < part.top() - 1 || place.bottom() > part.bottom() + 1)) {
+            if (view->clip()
+                && (place.top() < part.top() - 1 || place.bottom() > part.bottom() + 1)) {
                 return false;
             }
         }
@@ -107,8 +108,8 @@ private Q_SLOTS:
 
     void appliesAMoodsetFromTheList()
     {
-        const QString other = window().shows(QStringLiteral("Apply a")) ? QStringLiteral("a")
-                                                                       : QStringLiteral("b");
+        const QString other =
+            window().shows(QStringLiteral("Apply a")) ? QStringLiteral("a") : QStringLiteral("b");
         QVERIFY(tabTo(QStringLiteral("Apply ") + other));
         m_session->forgetNotice();
         window().press(Qt::Key_Space);
@@ -136,7 +137,8 @@ private Q_SLOTS:
               QStringLiteral("clockAlarmToneSwitch"), QStringLiteral("remove")}) {
             QVERIFY2(
                 reached.contains(name),
-                qPrintable(name + QStringLiteral(" is not among ") + reached.join(QLatin1Char(' '))));
+                qPrintable(
+                    name + QStringLiteral(" is not among ") + reached.join(QLatin1Char(' '))));
         }
     }
 

@@ -67,19 +67,16 @@ private Q_SLOTS:
     void appliesAMoodsetFromTheListAndUndoesIt()
     {
         QCOMPARE(
-            m_session->noticeAfter(QStringLiteral("Apply a")),
-            QStringLiteral(u"“a” is active."));
+            m_session->noticeAfter(QStringLiteral("Apply a")), QStringLiteral(u"“a” is active."));
         QCOMPARE(PickerSession::activeMoodset(), path(Picture));
         QVERIFY(window().waitFor(QStringLiteral("a, active")));
         // There was no moodset before it.
         QVERIFY(!window().shows(QStringLiteral("undo")));
 
         QCOMPARE(
-            m_session->noticeAfter(QStringLiteral("Apply b")),
-            QStringLiteral(u"“b” is active."));
+            m_session->noticeAfter(QStringLiteral("Apply b")), QStringLiteral(u"“b” is active."));
         QCOMPARE(PickerSession::activeMoodset(), path(OtherPicture));
-        QCOMPARE(
-            m_session->noticeAfter(QStringLiteral("undo")), QStringLiteral(u"“a” is active."));
+        QCOMPARE(m_session->noticeAfter(QStringLiteral("undo")), QStringLiteral(u"“a” is active."));
         QCOMPARE(PickerSession::activeMoodset(), path(Picture));
     }
 
@@ -173,8 +170,7 @@ private Q_SLOTS:
         const QString before = column(path(Picture), QStringLiteral("highlightColor"));
         QVERIFY(before != color.name(QColor::HexArgb));
 
-        QCOMPARE(
-            m_session->noticeAfter(candidate), QStringLiteral(u"“a” has been changed."));
+        QCOMPARE(m_session->noticeAfter(candidate), QStringLiteral(u"“a” has been changed."));
         QCOMPARE(
             column(path(Picture), QStringLiteral("highlightColor")), color.name(QColor::HexArgb));
         QVERIFY(!m_session->noticeAfter(QStringLiteral("undo")).isEmpty());

@@ -154,8 +154,7 @@ private Q_SLOTS:
         m_session->forgetNotice();
         QVERIFY(window().tap(QStringLiteral("setPicture")));
         QVERIFY(window().waitFor(QStringLiteral("Please wait …")));
-        QTRY_VERIFY_WITH_TIMEOUT(
-            m_session->server.isHolding(address), DaemonProcess::deadlineMs);
+        QTRY_VERIFY_WITH_TIMEOUT(m_session->server.isHolding(address), DaemonProcess::deadlineMs);
         QCOMPARE(m_session->notice(), QString());
         m_session->server.release(address);
         const QString text = m_session->nextNotice();
@@ -176,7 +175,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("reason");
         QTest::newRow("missing") << "/missing.jpg"
                                  << "The address does not answer as it should: ";
-        QTest::newRow("a page") << "/page" << "There is no picture at the address";
+        QTest::newRow("a page") << "/page"
+                                << "There is no picture at the address";
     }
 
     void saysWhyThereIsNoMoodsetAtAnAddress()
@@ -294,8 +294,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QString>("reason");
-        QTest::newRow("no JSON") << "cut" << QByteArray(R"({"displayName": )")
-                                 << "cut.moodset: ";
+        QTest::newRow("no JSON") << "cut" << QByteArray(R"({"displayName": )") << "cut.moodset: ";
         QTest::newRow("no wallpaper")
             << "bare" << QByteArray(R"({"displayName": "Bare"})") << "bare.moodset: ";
     }

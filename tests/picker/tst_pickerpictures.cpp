@@ -17,8 +17,7 @@ private:
     bool writePhoto(const QString& name, const QByteArray& time) const
     {
         return InstalledBundles::write(
-            m_session->user.folders.picture(name),
-            jpegWithExif(exifBlock(time), {}, QSize(8, 6)));
+            m_session->user.folders.picture(name), jpegWithExif(exifBlock(time), {}, QSize(8, 6)));
     }
 
     /// The names of the months and pictures, from the top.
@@ -79,11 +78,22 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("found");
         QTest::newRow("folder") << "album"
-                                << QStringList({QStringLiteral("March 2024"), QStringLiteral("hill.jpg"), QStringLiteral("December 2023"), QStringLiteral("snow.jpg")});
-        QTest::newRow("name") << "WALK" << QStringList({QStringLiteral("March 2024"), QStringLiteral("walk.jpg")});
-        QTest::newRow("month") << "2023-12" << QStringList({QStringLiteral("December 2023"), QStringLiteral("snow.jpg")});
-        QTest::newRow("day") << "2024-03-31" << QStringList({QStringLiteral("March 2024"), QStringLiteral("sea.jpg")});
-        QTest::newRow("folder and date") << "album 2024" << QStringList({QStringLiteral("March 2024"), QStringLiteral("hill.jpg")});
+                                << QStringList(
+                                       {QStringLiteral("March 2024"), QStringLiteral("hill.jpg"),
+                                        QStringLiteral("December 2023"),
+                                        QStringLiteral("snow.jpg")});
+        QTest::newRow("name") << "WALK"
+                              << QStringList(
+                                     {QStringLiteral("March 2024"), QStringLiteral("walk.jpg")});
+        QTest::newRow("month")
+            << "2023-12"
+            << QStringList({QStringLiteral("December 2023"), QStringLiteral("snow.jpg")});
+        QTest::newRow("day") << "2024-03-31"
+                             << QStringList(
+                                    {QStringLiteral("March 2024"), QStringLiteral("sea.jpg")});
+        QTest::newRow("folder and date")
+            << "album 2024"
+            << QStringList({QStringLiteral("March 2024"), QStringLiteral("hill.jpg")});
     }
 
     void findsPictures()
@@ -120,10 +130,12 @@ private Q_SLOTS:
         QVERIFY(!window().shows(QStringLiteral("2000.jpg")));
 
         const QPointF middle = PickerWindow::placeOf(list).center();
-        QTRY_VERIFY_WITH_TIMEOUT(
-            (window().drag(middle, middle - QPointF(0, 200)),
-             list->property("atYEnd").toBool() && !list->property("moving").toBool()),
-            DaemonProcess::deadlineMs);
+        constexpr int mostDrags = 40;
+        for (int i = 0; i < mostDrags && !list->property("atYEnd").toBool(); ++i) {
+            window().drag(middle, middle - QPointF(0, 200));
+            QTRY_VERIFY_WITH_TIMEOUT(!list->property("moving").toBool(), DaemonProcess::deadlineMs);
+        }
+        QVERIFY(list->property("atYEnd").toBool());
         QVERIFY(window().waitFor(QStringLiteral("2000.jpg")));
         QVERIFY(window().tap(QStringLiteral("2000.jpg")));
         QVERIFY(window().waitForPage(QStringLiteral("picturePage")));
@@ -131,7 +143,7 @@ private Q_SLOTS:
         // The list is where it was.
         window().press(Qt::Key_Escape);
         QVERIFY(window().waitForPage(QStringLiteral("tabs")));
-        QVERIFY(list->property("atYEnd").toBool());
+        QVERIFY(window().waitFor(QStringLiteral("2000.jpg")));
     }
 };
 
