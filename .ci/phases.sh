@@ -6,7 +6,7 @@ set -euo pipefail
 
 cd "$(dirname "$(realpath "$0")")/.."
 current=
-# phase NAME: what comes from here on goes by this name.
+# phase NAME: begins a phase with this name.
 phase()
 {
     current=$1

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Measures the daemon against the least that its work takes, and prints the table.
+// Compares the daemon with the minimum that its work takes, and prints the table.
 //
-// Runs on a private bus, with the programs that it measures beside it; run-benchmarks arranges
-// that. All of a round's runs follow one another, so that what slows the machine down slows down
-// both sides of each ratio.
+// Runs on a private bus, beside the programs that it measures; run-benchmarks starts them. All runs
+// of a round follow each other, so if the machine becomes slower, both sides of each ratio become
+// slower.
 #include "arguments.h"
 #include "libraryrows.h"
 #include "measureddaemon.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Measures how soon the bridge hands a new look on, what a burst of looks costs, and what the
-// bridge takes at rest, and prints the table. It needs a private session bus and a private
-// key/value store.
+// Measures how soon the bridge sets a new look, how much work a burst of looks causes, and how much
+// memory and how many wake-ups the bridge takes at rest. Prints the table. It needs a private
+// session bus and a private key/value store.
 #include "measureddaemon.h"
 #include "measuredprocess.h"
 #include "report.h"
@@ -177,7 +177,7 @@ void set(Listener* listener, int number)
             return listener->looks() > 0 && listener->colors() > 0 && listener->pictures() > 0;
         },
         "the bridge to hand the look on");
-    // What comes sooner would count as a burst.
+    // A change that comes sooner would count as a burst.
     constexpr int restMs = 400;
     waitMs(restMs);
 }
@@ -216,7 +216,7 @@ int main(int argc, char* argv[])
 
     listener.forget();
     for (int i = 0; i < BurstSize; ++i) {
-        // The last one is not the look that is set already.
+        // The last one differs from the look that is set already.
         const Look next = look(parser.value(rounds).toInt() + i);
         writeLook(next.picture, next.highlight);
     }

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Measures what the daemon does with installed bundles against the least that it takes, and prints
-// the table.
+// Compares the daemon's work on installed bundles with the minimum, and prints the table.
 //
-// Runs on a private machine, where it may install bundles, with the programs that it measures
-// beside it; run-benchmarks arranges that. All of a round's runs follow one another, so that what
-// slows the machine down slows down both sides of each ratio.
+// Runs in a private machine, in which it can install bundles, beside the programs that it measures;
+// run-benchmarks starts them. All runs of a round follow each other, so if the machine becomes
+// slower, both sides of each ratio become slower.
 #include "arguments.h"
 #include "bundles.h"
 #include "daemoncalls.h"

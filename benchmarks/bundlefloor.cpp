@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The least work that taking in installed bundles takes, to measure the daemon against.
+// The minimum of work that registering installed bundles takes, for comparison with the daemon.
 //
 // bundlefloor DATABASE
 //
@@ -7,9 +7,9 @@
 // the bundles, reads and parses their moodset files once, writes the rows that the daemon writes,
 // in as many transactions, and then says "done in N ms".
 //
-// What the daemon does besides is left out: it watches nothing, lists nothing twice, compares
-// nothing with rows that are there, looks for no translations, tells nobody, writes each row once,
-// in its final form, and remembers a MIME type by the suffix alone.
+// It leaves out the other work of the daemon: it watches nothing, lists nothing twice, compares
+// nothing with existing rows, looks for no translations, sends no announcements, writes each row
+// once in its final form, and remembers a MIME type by the suffix alone.
 #include "floordatabase.h"
 
 #include <QCoreApplication>

@@ -38,7 +38,7 @@ QJsonObject sampleMoodset()
     return QJsonDocument::fromJson(sample.readAll()).object();
 }
 
-/// The sample's file with a name, and a catalogue of that name.
+/// Writes the sample's file with a name, and a catalogue with this name.
 QJsonObject namedMoodset(const QString& name)
 {
     QJsonObject object = sampleMoodset();

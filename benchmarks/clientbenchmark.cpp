@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Measures how long "moodsetctl moodsets" takes to its first line, start of the process included,
-// against sqlite3 printing the same rows, in turns, and prints the table.
+// Measures the time from the start of "moodsetctl moodsets" to its first line, and the time in
+// which sqlite3 prints the same rows, in turns. Prints the table.
 #include "content/queryagentdatabase.h"
 #include "listedlibrary.h"
 #include "measuredprocess.h"

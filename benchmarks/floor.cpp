@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The least work that indexing pictures takes, to measure the daemon against.
+// The minimum of work that indexing pictures takes, for comparison with the daemon.
 //
 // floor DATABASE
 //
@@ -7,10 +7,10 @@
 // reads the size and the two tags of each picture once, writes the rows that the daemon writes, in
 // as many transactions, and then says "done in N ms". It makes the database with the first.
 //
-// It reads headers as the daemon does, and calls the system and SQLite themselves for everything
-// else. What the daemon does besides is left out: it watches nothing, compares nothing with rows
-// that are there, tells nobody, keeps no queue in the database (a row is written once, in its final
-// form), reads nothing ahead, and remembers a MIME type by the suffix alone.
+// It reads headers as the daemon does, and uses system calls and SQLite directly for everything
+// else. It leaves out the other work of the daemon: it watches nothing, compares nothing with
+// existing rows, sends no announcements, has no queue in the database (it writes each row once, in
+// its final form), reads nothing ahead, and remembers a MIME type by the suffix alone.
 #include "floordatabase.h"
 #include "sqlitefloor.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Makes a folder of pictures to measure with. The same arguments give the same names, bytes and
+// Makes a directory of pictures for measurements. The same arguments give the same names, bytes and
 // times.
 #include "pictureforms.h"
 

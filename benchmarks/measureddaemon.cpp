@@ -57,7 +57,7 @@ Milliseconds timeSinceStart(const MeasuredProcess& process)
 
 Milliseconds settledProcessorTime(const MeasuredProcess& process)
 {
-    // Far longer than the daemon waits with an announcement.
+    // This is far longer than the daemon waits before an announcement.
     constexpr std::chrono::milliseconds pause(200);
     Milliseconds before(-1);
     Milliseconds now = process.processorTime();

@@ -71,7 +71,7 @@ private:
         timeOn(CLOCK_PROCESS_CPUTIME_ID), timeOn(CLOCK_THREAD_CPUTIME_ID), timeOn(CLOCK_MONOTONIC)};
 };
 
-/// The user's library of one kind, which models find in the place of the daemon's.
+/// A library with one kind of records, which models find instead of the daemon's library.
 class Library
 {
 public:
@@ -186,7 +186,7 @@ Filling fill(ContentModel* model, int rows)
 
 Time refresh(ContentModel* model, int rows)
 {
-    // A model rests for as long as its last reading took.
+    // A model pauses for as long as its last reading took.
     QEventLoop rest;
     constexpr int restMs = 1500;
     QTimer::singleShot(restMs, &rest, &QEventLoop::quit);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Measures listings through the query agents against the same statements stepped through SQLite's
-// own interface, in turns, and prints the table.
+// Measures listings through the query agents, and the same statements stepped with SQLite's own
+// interface, in turns. Prints the table.
 #include "content/filequeryagent.h"
 #include "content/moodsetqueryagent.h"
 #include "content/photoqueryagent.h"
@@ -49,7 +49,7 @@ const Kind Kinds[] = {
 
 /// The limit for ten times the records. A sort takes a little more than ten times as long.
 constexpr double SlopeBudget = 13;
-/// The limit for the growth of the memory that a listing takes in addition to SQLite's. It must not
+/// The limit for the growth of the memory that a listing takes in addition to SQLite. It must not
 /// grow with the records.
 constexpr double MemoryBudget = 1.25;
 

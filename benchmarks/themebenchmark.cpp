@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Measures making moodsets active against the least that it takes, and prints the table.
+// Compares applying moodsets with the minimum of work, and prints the table.
 //
-// Runs on a private machine, where it may install bundles, with the daemon beside it;
-// run-benchmarks arranges that. What is set against one another follows one another, so that what
-// slows the machine down slows down both sides of each ratio. All of it runs on one processor, so
-// that threads gain nothing.
+// Runs in a private machine, in which it can install bundles, beside the daemon; run-benchmarks
+// starts it. The measurements that are compared follow each other, so if the machine becomes
+// slower, both sides of each ratio become slower. Everything runs on one processor, so that no side
+// gains from threads.
 #include "arguments.h"
 #include "bundles.h"
 #include "daemoncalls.h"
@@ -473,7 +473,8 @@ void addScreen(
     Report* report, const QSize& screen, std::optional<double> peakBudget,
     const ScreenResults& results)
 {
-    // The code of plugins, and the store's connection with its threads; no part of a picture.
+    // This is the code of plugins, and the connection to the store with its threads; it contains no
+    // part of a picture.
     constexpr double keptBudget = 5; // MiB
     const QString mib = QStringLiteral("MiB");
     const QString at = QStringLiteral(" at %1 x %2").arg(screen.width()).arg(screen.height());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Measures the blur of application wallpapers against OpenCV's one-shot Gaussian, and the colour
-// analysis against QImage::pixel() with QColor, in turns, and prints the table.
+// Compares the blur of application wallpapers with one Gaussian in OpenCV, and the colour analysis
+// with QImage::pixel() and QColor, in turns. Prints the table.
 #include "arguments.h"
 #include "blur/wallpaperblur.h"
 #include "measuredprocess.h"
@@ -288,8 +288,8 @@ int main(int argc, char* argv[])
     arguments.addNumber("divisor", "Make the pictures' sides this many times shorter.", "1");
     arguments.addNumber("rounds", "Rounds of which medians are taken.", "31");
     arguments.read();
-    // Freed pictures go back to the system at once. Kept for later ones, as they are by default,
-    // they would hide what a child takes.
+    // Memory of freed pictures is given back to the system at once. By default, the C library would
+    // keep it, and hide how much a child takes.
     constexpr int largestKept = 128 * 1024;
     mallopt(M_MMAP_THRESHOLD, largestKept);
     // The daemon has only one thread for this, too.

@@ -8,19 +8,19 @@
 
 #include <functional>
 
-/// What an adapter has done so far; kept in the state file.
+/// The record of what an adapter has set. The state file keeps it.
 ///
-/// Values have names of the adapter's own choice: keys of the store, files, properties.
+/// Each adapter chooses the names of its values: keys of the store, files, or properties.
 struct AdapterRecord
 {
-    /// What the user had where the adapter sets something: null where nothing was set.
+    /// The values that the user had before the adapter set its own; null if the user had none.
     QJsonObject saved;
-    /// What the adapter has set, or was about to set when it was interrupted.
+    /// The values that the adapter has set, or was setting when it was interrupted.
     QJsonObject set;
-    /// What it had set before that. Both count as set by the adapter.
+    /// The values that it had set before. Both count as set by the adapter.
     QJsonObject earlier;
 
-    /// Whether `value` is what the adapter has set under this name.
+    /// Whether the adapter has set `value` under this name.
     bool isOwn(const QString& name, const QJsonValue& value) const
     {
         return (set.contains(name) && set.value(name) == value)
@@ -28,68 +28,69 @@ struct AdapterRecord
     }
 };
 
-/// Hands the look or the sound on to one kind of shell or service.
+/// Sets the look or the sounds of one kind of shell or service.
 ///
-/// No function waits for another process. Those that take a `Done` call it once, at once or from
-/// the event loop, with what went wrong in one sentence, or with an empty text. Who calls them
-/// stops waiting after limitMs(), and one operation runs at a time. Main thread only.
+/// No function waits for another process. Functions with a `Done` call it once, immediately or from
+/// the event loop. Its argument says in one sentence what went wrong, or is empty. The caller stops
+/// waiting after limitMs(), and only one operation runs at a time. Main thread only.
 class Adapter : public QObject
 {
     Q_OBJECT
 public:
     using Done = std::function<void(const QString& failure)>;
-    /// With the saved values, old and new, or with what went wrong.
+    /// Gets the saved values, old and new, or the reason for the failure.
     using SaveDone = std::function<void(const QJsonObject& saved, const QString& failure)>;
 
     enum class Subject { Look, Sound };
 
     using QObject::QObject;
 
-    /// The name in the configuration and in the status.
+    /// The name of the adapter in the configuration and in the status.
     virtual QString name() const = 0;
     virtual Subject subject() const { return Subject::Look; }
-    /// Whether what has been set outlasts the shell, so that the same need not be set again.
+    /// Whether the shell still has what was set when it starts again, so that the same need not be
+    /// set again.
     virtual bool isKept() const { return true; }
     /// The time limit of each operation, in milliseconds.
     virtual int limitMs() const { return 5000; }
 
-    /// Whether an operation that did not end in time is tried again: a shell may have its name long
+    /// Whether an operation that did not end in time is tried again. A shell may have its name long
     /// before it answers.
     virtual bool isTriedAgain() const { return true; }
 
-    /// Starts to follow whether the shell is there.
+    /// Starts to follow whether the shell runs.
     virtual void detect() = 0;
     bool isPresent() const { return m_isPresent; }
 
-    /// The values that apply() is to set. Values that cannot be set are left out.
+    /// The values that apply() should set. Values that cannot be set are left out.
     virtual QJsonObject plan(const Appearance& appearance) const = 0;
-    /// Why the plan lacks something, in one sentence; empty if it lacks nothing.
+    /// Why a value is missing from the plan, in one sentence; empty if none is missing.
     virtual QString shortfall(const Appearance& appearance) const
     {
         Q_UNUSED(appearance)
         return {};
     }
 
-    /// Reads the values of the plan's names as the user has them. Values that are the adapter's own
-    /// are not the user's: for these, what the record has saved stays.
+    /// Reads the user's present values under the names of the plan. If a value is the adapter's
+    /// own, the value that the record has saved stays.
     virtual void save(const QJsonObject& plan, const AdapterRecord& record, const SaveDone& done)
     {
         Q_UNUSED(plan)
         done(record.saved, {});
     }
     virtual void apply(const Appearance& appearance, const QJsonObject& plan, const Done& done) = 0;
-    /// Checks, as far as that is possible, that the shell has what apply() was to set.
+    /// Checks, as far as possible, that the shell has what apply() should have set.
     virtual void verify(const QJsonObject& plan, const Done& done) = 0;
-    /// Brings back what the user had, except for values that the user has changed since.
+    /// Restores the values that the user had, except those that the user has changed since.
     virtual void restore(const AdapterRecord& record, const Done& done) = 0;
-    /// Stops what is still under way, because the time is up or the shell has gone.
+    /// Stops the current operation, because its time is over or the shell has ended.
     virtual void abandon() { }
 
 Q_SIGNALS:
     void presenceChanged();
-    /// The shell has lost what was set, as after a reload of its configuration.
+    /// The shell has lost what was set, for example when it has read its configuration again.
     void forgotten();
-    /// What was set may not have lasted; verify() tells.
+    /// The shell may have lost what was set; verify() can tell.
     void doubted();
 
 protected:

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// How often, and how long after, a shell is asked again that did not answer in time.
+/// If a shell has not answered in time, it is asked again this many times, after this pause.
 constexpr int Retries = 3;
 constexpr int RetryMs = 5000;
 
@@ -60,7 +60,7 @@ void AdapterDriver::hand(const Appearance& appearance)
     m_appearance = appearance;
     m_retriesLeft = Retries;
     if (m_isVerifying) {
-        // What it looks for is past.
+        // The step that it waits for is over.
         interrupt();
     }
     m_isStale = m_isRunning;
@@ -158,7 +158,7 @@ void AdapterDriver::run(const QJsonObject& plan)
         });
 }
 
-// What the user had has to be on the disk before it is replaced.
+// The user's values must be on the disk before they are replaced.
 void AdapterDriver::apply(const QJsonObject& saved)
 {
     AdapterRecord& record = state().record;

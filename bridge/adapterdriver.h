@@ -11,11 +11,11 @@
 #include <memory>
 #include <optional>
 
-/// Takes one adapter through its steps: save, apply, verify.
+/// Runs the steps of one adapter: save, apply, verify.
 ///
-/// It runs while the shell is there and something is to be set that is not set yet. What comes
-/// while it runs waits for the end, and only the newest counts. A step that does not end in time is
-/// given up, so that one shell never keeps the others waiting. Main thread only.
+/// It runs when the shell runs and something is not set yet. A new look or sound that arrives
+/// during a run waits until the run ends, and only the newest one counts. A step that does not end
+/// in time is cancelled, so that one shell does not delay the others. Main thread only.
 class AdapterDriver : public QObject
 {
     Q_OBJECT
@@ -25,16 +25,16 @@ public:
         std::unique_ptr<Adapter> adapter, AdapterSetting setting, StateRecord* state,
         QObject* parent = nullptr);
 
-    /// Starts to follow the shell, unless the adapter is switched off.
+    /// Starts to follow the shell, unless the adapter is off.
     void start();
-    /// Has the newest look or sound applied.
+    /// Makes the adapter set the newest look or sound.
     void hand(const Appearance& appearance);
 
     Adapter::Subject subject() const { return m_adapter->subject(); }
     bool isRunning() const { return m_isRunning; }
 
 Q_SIGNALS:
-    /// The state has changed, and is to be stored soon.
+    /// The state has changed and should be stored soon.
     void stateChanged();
     /// A run has ended.
     void rested();
@@ -49,10 +49,11 @@ private:
     void apply(const QJsonObject& saved);
     void verify();
     void conclude();
-    /// Ends a run that is of no use any more, without a word.
+    /// Ends a run that is not needed any more, without a message.
     void interrupt();
     void giveUp(const QString& reason);
-    /// Ends a run. After a failure, the next look tries again, and a shell that comes back.
+    /// Ends a run. After a failure, the adapter tries again when a look arrives or the shell comes
+    /// back.
     void finish(const QString& failure);
     Adapter::Done then(void (AdapterDriver::*next)());
     AdapterState& state() { return m_state->adapters[m_adapter->name()]; }
@@ -66,9 +67,9 @@ private:
     QTimer m_retry;
     int m_retriesLeft = 0;
     quint64 m_step =
-        0; ///< tells the answer of a step that was given up from that of the present one
+        0; ///< distinguishes the answer of the current step from that of a cancelled one
     bool m_isRunning = false;
     bool m_isVerifying = false;
-    bool m_isStale = false; ///< something has come while it ran
-    bool m_isForced = false; ///< the shell does not have what was set before
+    bool m_isStale = false; ///< a new look or sound has arrived during the run
+    bool m_isForced = false; ///< the shell has lost what was set before
 };

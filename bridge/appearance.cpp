@@ -64,7 +64,7 @@ Look Look::read()
     return look;
 }
 
-// Tones belong to "general" whatever the profile: the daemon sets them there.
+// The daemon always sets the tones of the profile "general".
 Sound Sound::read()
 {
     constexpr const char* toneProfile = "general";

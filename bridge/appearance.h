@@ -8,15 +8,15 @@
 #include <array>
 #include <optional>
 
-/// What the daemon's keys say of the look of the system.
+/// The look of the system, as the keys of the daemon describe it.
 struct Look
 {
-    /// Reads the keys. The wallpaper is the daemon's own file then.
+    /// Reads the keys. The wallpaper is then the file that the daemon has made.
     static Look read();
 
     /// The path of the active moodset's file or picture; empty before the first moodset.
     QString moodset;
-    /// The home wallpaper, and the picture that stands in for one that few programs can show.
+    /// The home wallpaper, and the picture that replaces it if few programs can show it.
     QString wallpaper;
     QString applicationWallpaper;
     /// Why there is no wallpaper, in one sentence; empty if there is one.
@@ -27,7 +27,7 @@ struct Look
     std::optional<Argb> secondary;
 };
 
-/// The tones that the profile service knows.
+/// The tones of the profile service.
 enum class ToneUse { Ringing, Message, Chat, Mail, InternetCall, Calendar, Alarm };
 
 struct Tone
@@ -36,7 +36,7 @@ struct Tone
     bool isEnabled = true;
 };
 
-/// What the profile service says of sounds, for the active profile.
+/// The sounds of the active profile, as the profile service describes them.
 struct Sound
 {
     static constexpr int ToneCount = 7;
@@ -46,11 +46,11 @@ struct Sound
     const Tone& tone(ToneUse use) const { return tones.at(size_t(use)); }
 
     QString profile;
-    int volume = 0; ///< of the ringer, 0 to 100
+    int volume = 0; ///< the ringer volume, 0 to 100
     std::array<Tone, ToneCount> tones; ///< in the order of ToneUse
 };
 
-/// What adapters hand on.
+/// What adapters set.
 struct Appearance
 {
     Look look;

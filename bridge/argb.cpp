@@ -7,7 +7,7 @@ std::optional<Argb> Argb::fromText(const QString& text)
         return std::nullopt;
     }
     const QByteArray digits = text.mid(1).toLatin1();
-    // toUInt() takes signs and spaces, too.
+    // toUInt() also accepts signs and spaces.
     const QByteArray bytes = QByteArray::fromHex(digits);
     if (bytes.toHex() != digits.toLower()) {
         return std::nullopt;

@@ -5,8 +5,8 @@
 
 #include <optional>
 
-/// A colour of the theme, without Qt's module for graphics, which would take memory for nothing
-/// else.
+/// A colour of the theme. The bridge does not use QColor, because Qt Gui would take memory and the
+/// bridge needs nothing else from it.
 struct Argb
 {
     int alpha = 255;
@@ -14,12 +14,12 @@ struct Argb
     int green = 0;
     int blue = 0;
 
-    /// Reads "#aarrggbb" or "#rrggbb", the forms that the store holds; nothing for any other text.
+    /// Reads "#aarrggbb" or "#rrggbb", the two forms in the store. Nothing for any other text.
     static std::optional<Argb> fromText(const QString& text);
 
     /// "#rrggbb", without the alpha value.
     QString hex() const;
-    /// "r, g, b" in decimal numbers, as CSS and its relatives take it.
+    /// "r, g, b" in decimal numbers, as in CSS.
     QString rgb() const;
     /// "#aarrggbb".
     QString argb() const;

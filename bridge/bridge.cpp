@@ -17,9 +17,9 @@
 
 namespace {
 
-/// The look comes as one change.
+/// The keys of the look change together.
 constexpr int LookRestMs = 8;
-/// Volume, profile and tones come one after another.
+/// The volume, the profile and the tones change one after another.
 constexpr int SoundRestMs = 15;
 
 } // namespace
@@ -54,7 +54,7 @@ Bridge::Bridge(
 {
     connect(&m_lookKeys, &ChangeGroup::changed, this, &Bridge::handleLook);
     connect(&m_soundKeys, &ChangeGroup::changed, this, &Bridge::handleSound);
-    // A picture that is set again is written again, without any key changing.
+    // If a picture is applied again, its wallpaper is replaced, but no key changes.
     connect(&m_wallpapers, &FileWatch::touched, &m_lookKeys, &ChangeGroup::touch);
     for (std::unique_ptr<Adapter>& adapter : makeAdapters(configuration, folder.pictures())) {
         const AdapterSetting setting = configuration.adapter(adapter->name());
@@ -115,7 +115,7 @@ void Bridge::handOutWallpaper(Look* look)
     m_state.picture = m_pictures.last();
 }
 
-// A copy is needed as long as any shell may still be asked to show it.
+// A copy is needed as long as a shell may still show it.
 void Bridge::handleRest()
 {
     const bool isAnyRunning = std::any_of(

@@ -14,15 +14,15 @@
 #include <memory>
 #include <vector>
 
-/// The adapters that the configuration asks for, each new. `pictures` is the directory of the
-/// copies.
+/// Makes the adapters that the configuration names. `pictures` is the directory of the copies of
+/// wallpapers.
 std::vector<std::unique_ptr<Adapter>> makeAdapters(
     const BridgeConfiguration& configuration, const QString& pictures);
 
-/// Where the bridge keeps its own files.
+/// The places of the files of the bridge.
 struct BridgeFolder
 {
-    /// The folder of the user, below the data directory.
+    /// The directory below the user's data directory.
     static BridgeFolder ofUser();
 
     QString pictures() const { return path + QStringLiteral("/pictures"); }
@@ -32,7 +32,7 @@ struct BridgeFolder
     QString path;
 };
 
-/// Follows the daemon's keys, and has adapters hand on what they say. Main thread only.
+/// Follows the keys of the daemon, and gives their values to the adapters. Main thread only.
 class Bridge : public QObject
 {
     Q_OBJECT

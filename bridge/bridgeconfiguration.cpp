@@ -29,10 +29,11 @@ void warnOfValue(const QString& key, const QString& value)
     qWarning() << "The configuration has no valid value for" << key << "but" << value;
 }
 
-/// A path with the home directory for "~/"; empty, with a warning, for one that is not absolute.
+/// Replaces "~/" at the beginning of a path with the home directory. Empty, with a warning, if the
+/// path is not absolute.
 QString pathOf(const QSettings& file, const QString& key)
 {
-    // A comma makes a list of a value without quotes.
+    // Without quotes, a value with a comma becomes a list.
     const QString text = file.value(key).toStringList().join(QLatin1String(", "));
     QString path = text.startsWith(QLatin1String("~/")) ? QDir::homePath() + text.mid(1) : text;
     if (!path.isEmpty() && !path.startsWith(QLatin1Char('/'))) {
@@ -131,7 +132,7 @@ BridgeConfiguration BridgeConfiguration::read(const QString& path)
 
 AdapterSetting BridgeConfiguration::adapter(const QString& name) const
 {
-    // Files of the user are written only where the user asks for it.
+    // Files of the user are written only if the user asks for it.
     return adapters.value(
         name, name == QLatin1String("files") ? AdapterSetting::Off : AdapterSetting::Auto);
 }

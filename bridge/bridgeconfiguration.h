@@ -5,14 +5,14 @@
 #include <QString>
 #include <QVector>
 
-/// Whether an adapter hands anything on.
+/// When an adapter works.
 enum class AdapterSetting {
-    Auto, ///< while the shell is there
-    On, ///< also before it is there, where the adapter can
+    Auto, ///< while the shell runs
+    On, ///< also before the shell runs, if the adapter can do that
     Off,
 };
 
-/// A file that is made of a template of the user.
+/// A file that is made from a template of the user.
 struct TemplateFile
 {
     QString source;
@@ -24,16 +24,16 @@ struct BridgeConfiguration
 {
     static constexpr int DefaultHookLimitSeconds = 10;
 
-    /// Reads the file. One warning tells of each value that is no valid one; the default counts
-    /// then. A file that does not exist has no values.
+    /// Reads the file. For each invalid value, it logs one warning and uses the default. A file
+    /// that does not exist has no values.
     static BridgeConfiguration read(const QString& path);
     /// The path of the user's file.
     static QString userFile();
 
     AdapterSetting adapter(const QString& name) const;
 
-    QMap<QString, AdapterSetting> adapters; ///< those that the file names
-    bool keepsSilent = false; ///< whether the profile "silent" is not to become "quiet"
+    QMap<QString, AdapterSetting> adapters; ///< the adapters that the file names
+    bool keepsSilent = false; ///< whether the profile "silent" stays, and does not become "quiet"
     QVector<TemplateFile> templates;
     QString hook; ///< the path of a program; empty if there is none
     int hookLimitSeconds = DefaultHookLimitSeconds;

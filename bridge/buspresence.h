@@ -7,7 +7,8 @@
 #include <QString>
 #include <QStringList>
 
-/// Follows whether any of some names is on the session bus. Never waits, and starts no service.
+/// Follows whether at least one of some names is on the session bus. It never waits, and starts no
+/// service.
 class BusPresence : public QObject
 {
     Q_OBJECT
@@ -19,7 +20,7 @@ public:
     bool isPresent() const { return !m_present.isEmpty(); }
 
 Q_SIGNALS:
-    /// The names on the bus are others now, or one has another owner.
+    /// A name has appeared on the bus or left it, or has a new owner.
     void changed();
 
 private:

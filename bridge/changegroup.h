@@ -7,26 +7,27 @@
 #include <QObject>
 #include <QTimer>
 
-/// Follows keys of the store that belong together, and tells once when they have come to rest.
+/// Follows keys of the store that belong together. It emits changed() when they have not changed
+/// for a short time.
 ///
-/// The first change is told after a short rest. While one change follows another closely, as under
-/// a client that sets many moodsets in a row, the rest that is asked for is longer, so that only
-/// the last one counts. No timer runs while nothing changes. Main thread only.
+/// If changes follow each other closely, for example when a client applies many moodsets in a row,
+/// it waits longer, so that only the last change counts. No timer runs while nothing changes. Main
+/// thread only.
 class ChangeGroup : public QObject
 {
     Q_OBJECT
 public:
-    /// How long nothing may have changed in a burst, and how soon after the last telling a change
-    /// makes one.
+    /// The waiting time in a burst. A burst begins when a key changes within this time after the
+    /// last changed().
     static constexpr int BurstRestMs = 250;
 
-    /// Follows all keys below the directories, each with a "/" at its end.
+    /// Follows all keys below these directories, whose paths end with a "/".
     ChangeGroup(const QList<QByteArray>& directories, int restMs, QObject* parent = nullptr);
 
-    /// Starts to follow; changed() comes once for the values of now.
+    /// Starts to follow. changed() is emitted once for the present values.
     void follow();
 
-    /// Counts as a change of a key.
+    /// Does what a change of a key does.
     void touch();
 
 Q_SIGNALS:

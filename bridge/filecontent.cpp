@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "filecontent.h"
 
+#include <filereplacement.h>
 #include <regularfile.h>
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QUrl>
-
-#include <cerrno>
 
 namespace {
 
@@ -33,39 +31,14 @@ QString fileUri(const QString& path)
     return QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded(QUrl::FullyEncoded));
 }
 
-// A full disk takes some of the bytes first, and a QSaveFile knows no reason of its own.
-QString writeAll(QIODevice* file, const char* data, qint64 length)
-{
-    while (length > 0) {
-        const qint64 written = file->write(data, length);
-        if (written <= 0) {
-            return qt_error_string(errno);
-        }
-        data += written;
-        length -= written;
-    }
-    return {};
-}
-
 QString writeWhole(const QString& path, const QByteArray& content)
 {
     if (!QDir().mkpath(QFileInfo(path).path())) {
         return QStringLiteral("The directory of %1 cannot be made").arg(path);
     }
-    QSaveFile file(path);
-    QString problem;
-    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-        problem = writeAll(&file, content.constData(), content.size());
-    } else {
-        problem = file.errorString();
-    }
-    if (problem.isEmpty() && !file.commit()) {
-        problem = file.errorString();
-    }
-    if (!problem.isEmpty()) {
-        return QStringLiteral("%1 cannot be written: %2").arg(path, problem);
-    }
-    return {};
+    const QString problem = replaceFile(path, content);
+    return problem.isEmpty() ? QString()
+                             : QStringLiteral("%1 cannot be written: %2").arg(path, problem);
 }
 
 QString pictureSuffix(const QString& path)
@@ -79,7 +52,7 @@ QString pictureSuffix(const QString& path)
 
 bool isPlayableTone(const QString& path)
 {
-    // An Ogg page has 27 bytes and a table of one segment before its first packet.
+    // In front of the first packet, an Ogg page has 27 bytes and a table with one segment.
     constexpr int packetOffset = 28;
     const QByteArray bytes = firstBytes(path, packetOffset + 7);
     return (bytes.startsWith("RIFF") && bytes.mid(8, 4) == "WAVE")

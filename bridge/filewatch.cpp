@@ -27,8 +27,8 @@ void FileWatch::follow(const QStringList& files)
     watchAgain();
 }
 
-// The watch of a file goes with the file when another one takes its name. That of its directory
-// tells of the other one.
+// When another file takes the name of a watched file, the watch stays on the old file. The watch of
+// the directory reports the new file.
 void FileWatch::watchAgain()
 {
     for (const QString& file : m_files) {

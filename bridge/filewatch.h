@@ -5,14 +5,14 @@
 #include <QObject>
 #include <QStringList>
 
-/// Tells that one of some files may have been written, replaced, or made. Main thread only.
+/// Reports that one of some files may have been written, replaced or made. Main thread only.
 class FileWatch : public QObject
 {
     Q_OBJECT
 public:
     explicit FileWatch(QObject* parent = nullptr);
 
-    /// Follows these files in place of the former ones. They need not exist.
+    /// Follows these files instead of the former ones. They need not exist.
     void follow(const QStringList& files);
 
 Q_SIGNALS:

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Makes itself the leader of a process group before it becomes the program.
+/// A process that becomes the leader of a new process group before it runs the program.
 class GroupLeader : public QProcess
 {
 public:
@@ -17,7 +17,7 @@ public:
 protected:
     void setupChildProcess() override
     {
-        static_cast<void>(setpgid(0, 0)); // it has no group that could refuse
+        static_cast<void>(setpgid(0, 0)); // this cannot fail for a new process
     }
 };
 
@@ -67,7 +67,7 @@ void HookProcess::end()
         static_cast<void>(::kill(pid_t(-process), SIGKILL)); // it may have ended
         m_process->kill();
     }
-    // Qt collects what has ended, and one of its own signals may be under way.
+    // Qt waits for ended processes, and one of its signals may be running now.
     if (m_process->state() == QProcess::NotRunning) {
         m_process->deleteLater();
     } else {

@@ -8,7 +8,7 @@
 #include <QProcess>
 #include <QStringList>
 
-/// A program that is run for an adapter, without input, in a process group of its own.
+/// A program that an adapter runs, without input and in a process group of its own.
 class HookProcess : public QObject
 {
     Q_OBJECT
@@ -16,12 +16,13 @@ public:
     using QObject::QObject;
     ~HookProcess() override;
 
-    /// Runs a program with the variables in its environment. `done` comes at its end, with a text
-    /// if it has failed; not after end(). One that still runs is ended first.
+    /// Runs a program with these environment variables. `done` is called when it ends, with a text
+    /// if it has failed; it is not called after end(). If another program still runs, that one is
+    /// ended first.
     void run(
         const QString& program, const QMap<QString, QString>& variables, const Adapter::Done& done,
         const QStringList& arguments = {});
-    /// Ends the program, and what it has started in its group.
+    /// Ends the program and all processes of its group.
     void end();
 
 private:

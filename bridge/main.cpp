@@ -17,8 +17,8 @@
 
 namespace {
 
-/// The name on the session bus, which one process of a user has. Another one may ask for it: then
-/// the first one ends.
+/// The name on the session bus. Only one process of a user has it. When another process asks for
+/// the name, the first one ends.
 const QString ServiceName = QStringLiteral("com.zavro.moodsetbridge");
 
 enum class Replacing { No, Yes };
@@ -67,7 +67,7 @@ int restore()
     if (!takeName(Replacing::Yes)) {
         return fail(QStringLiteral("The session bus does not answer."));
     }
-    // The process that had the name sets nothing more once it has given up its lock.
+    // Once the former process has released its lock, it sets nothing more.
     constexpr int limitMs = 5000;
     const BridgeFolder folder = BridgeFolder::ofUser();
     QLockFile lock(folder.lock());
@@ -105,7 +105,7 @@ int restore()
 int follow()
 {
     const BridgeFolder folder = BridgeFolder::ofUser();
-    static_cast<void>(QDir().mkpath(folder.path)); // what is written there tells if it has failed
+    static_cast<void>(QDir().mkpath(folder.path)); // if this fails, writing to it fails, too
     QLockFile lock(folder.lock());
     lock.setStaleLockTime(0);
     const bool isLocked = lock.tryLock(0) || lock.error() != QLockFile::LockFailedError;

@@ -3,6 +3,7 @@
 
 #include "filecontent.h"
 
+#include <filereplacement.h>
 #include <regularfile.h>
 
 #include <QDateTime>
@@ -20,7 +21,7 @@ const QString SourceKey = QStringLiteral("source");
 const QString StampKey = QStringLiteral("stamp");
 const QString CopyKey = QStringLiteral("copy");
 
-/// Tells one state of a file from another; empty if there is no file.
+/// A text that changes when the file changes; empty if there is no file.
 QString stampOf(const QString& path)
 {
     struct stat status
@@ -93,7 +94,7 @@ PictureCopies::Copy PictureCopies::makeCopy(const QString& source, const QString
         path = base + QString::number(number++, radix) + QLatin1Char('.') + suffix;
     } while (QFile::exists(path));
 
-    static_cast<void>(QDir().mkpath(m_directory)); // the file tells if it has failed
+    static_cast<void>(QDir().mkpath(m_directory)); // if this fails, opening the file fails, too
     const RegularFile file(source);
     QSaveFile target(path);
     QString problem;
@@ -120,13 +121,13 @@ void PictureCopies::removeUnused(const QString& usedIn) const
     const QStringList names = directory.entryList(QDir::Files | QDir::Hidden);
     for (const QString& name : names) {
         if (name != last && !usedIn.contains(name)) {
-            static_cast<void>(directory.remove(name)); // the next time tries again
+            static_cast<void>(directory.remove(name)); // the next call tries again
         }
     }
 }
 
 void PictureCopies::removeAll() const
 {
-    // What cannot be removed does no harm.
+    // A file that cannot be removed does no harm.
     static_cast<void>(QDir(m_directory).removeRecursively());
 }

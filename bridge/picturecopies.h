@@ -4,10 +4,10 @@
 #include <QJsonObject>
 #include <QString>
 
-/// Copies of wallpapers under fresh, harmless names, in a directory of their own.
+/// Copies of wallpapers, in a directory of their own, with new names of letters and digits.
 ///
-/// Shells do not load a picture again whose name they know, quote names badly, and some may not
-/// read all directories of the user.
+/// Shells do not load a picture again if they know its name, they do not quote names correctly, and
+/// some cannot read all directories of the user.
 class PictureCopies
 {
 public:
@@ -18,20 +18,20 @@ public:
         QString problem;
     };
 
-    /// `last` is what last() gave when the process ran before.
+    /// `last` is the value of last() in the former process.
     PictureCopies(const QString& directory, const QJsonObject& last);
 
-    /// The copy of a JPEG or PNG file: the one that was made last if the file is the same one and
-    /// unchanged, else a new one. A file that is gone keeps the copy that was made of it.
+    /// The copy of a JPEG or PNG file. If the file has not changed since the last copy, this is the
+    /// last copy, otherwise a new one. If the file was deleted, its last copy stays.
     Copy copyOf(const QString& source);
 
-    /// Which file was copied last, and to which name.
+    /// The file that was copied last, and the name of the copy.
     QJsonObject last() const { return m_last; }
 
-    /// Removes all copies but the last one and those whose path is in one of the texts.
+    /// Removes all copies except the last one and those whose path is part of one of the texts.
     void removeUnused(const QString& usedIn) const;
 
-    /// Removes the directory and all that lies in it.
+    /// Removes the directory with all files in it.
     void removeAll() const;
 
 private:

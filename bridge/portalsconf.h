@@ -3,12 +3,13 @@
 
 #include <QString>
 
-/// The content of a portals.conf with which newer frontends of the portal take the accent colour
-/// from the bridge, and all else from the gtk backend.
+/// The content of a portals.conf for newer frontends of the portal: the accent colour comes from
+/// the bridge, and everything else from the gtk backend.
 QString portalsConf();
 
-/// Writes it as the user's own, unless the user has one. Returns what went wrong, or an empty text.
+/// Writes it for the user, unless the user has such a file. Returns what went wrong, or an empty
+/// text.
 QString installPortalsConf();
 
-/// The path of the user's own.
+/// The path of the user's file.
 QString portalsConfPath();

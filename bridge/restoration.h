@@ -11,8 +11,8 @@
 #include <memory>
 #include <vector>
 
-/// Brings back what the user had before adapters set anything, one adapter after the other. Main
-/// thread only.
+/// Restores the values that the user had before the adapters set theirs, one adapter after the
+/// other. Main thread only.
 class Restoration : public QObject
 {
     Q_OBJECT
@@ -22,11 +22,11 @@ public:
         std::vector<std::unique_ptr<Adapter>> adapters, StateRecord* state,
         QObject* parent = nullptr);
 
-    /// Starts; finished() comes from the event loop or from inside.
+    /// Starts. finished() is emitted from the event loop or inside this function.
     void start();
 
-    /// What could not be brought back, a sentence each. What an adapter could bring back is not in
-    /// the state any more.
+    /// What could not be restored, with one sentence for each. The state no longer contains what
+    /// was restored.
     QStringList failures() const { return m_failures; }
 
 Q_SIGNALS:

@@ -69,8 +69,8 @@ void StateRecord::read(const QByteArray& content)
 void StateRecord::setAside() const
 {
     const QString aside = m_path + QStringLiteral(".damaged");
-    static_cast<void>(QFile::remove(aside)); // an older one
-    static_cast<void>(QFile::rename(m_path, aside)); // it is overwritten otherwise
+    static_cast<void>(QFile::remove(aside)); // an older damaged file
+    static_cast<void>(QFile::rename(m_path, aside)); // if this fails, the file is overwritten
     qWarning().noquote()
         << QStringLiteral("The state file is damaged and was set aside: %1").arg(m_path);
 }

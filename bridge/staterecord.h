@@ -7,31 +7,31 @@
 #include <QMap>
 #include <QString>
 
-/// What the state file holds of one adapter.
+/// The part of the state file for one adapter.
 struct AdapterState
 {
     AdapterRecord record;
     QString setting; ///< "auto", "on" or "off"
     bool isPresent = false;
-    QString time; ///< of the last success, as ISO 8601 in UTC; empty if there was none
-    QString failure; ///< of the last attempt, in one sentence
+    QString time; ///< the time of the last success, as ISO 8601 in UTC, or an empty text
+    QString failure; ///< why the last attempt failed, in one sentence
 };
 
-/// The state file, by which the user's own settings come back and which the status is read from.
+/// The state file. The user's settings are restored from it, and the status is read from it.
 ///
-/// It is written whole, so that a process that is killed leaves the old or the new one.
+/// It is replaced as a whole, so that a process that is killed leaves the old or the new file.
 class StateRecord
 {
 public:
-    /// Reads the file, and changes nothing. One that cannot be understood counts as empty; the
-    /// first store() sets it aside under another name, with one warning.
+    /// Reads the file without changing it. A damaged file counts as empty, and the first store()
+    /// renames it and logs one warning.
     explicit StateRecord(const QString& path);
 
     /// Writes the file if anything has changed. Returns what went wrong, or an empty text.
     QString store();
 
     QMap<QString, AdapterState> adapters; ///< by name
-    /// The source of the picture copy that was handed out last, its stamp, and the copy.
+    /// The source of the last copy of a wallpaper, the state of that file, and the copy.
     QJsonObject picture;
 
 private:

@@ -14,7 +14,7 @@ QString presence(const AdapterState& state, bool isRunning)
     return state.isPresent ? QStringLiteral(", present") : QStringLiteral(", not present");
 }
 
-/// In one line, whatever is in it.
+/// Makes one line of any text.
 QString oneLine(QString text)
 {
     for (QChar& character : text) {

@@ -6,9 +6,9 @@
 #include <QJsonObject>
 #include <QString>
 
-/// What is known of each adapter: whether it is switched on, whether the shell is there, what was
-/// set and when, or why not. Presence is known only while the bridge runs.
+/// The status of each adapter: whether it is on, whether its shell runs, and what was set and when,
+/// or why nothing was set. Whether the shell runs is known only while the bridge runs.
 QJsonObject statusToJson(const StateRecord& state, bool isRunning);
 
-/// The same for people, in lines.
+/// The same as text for people.
 QString statusToText(const StateRecord& state, bool isRunning);

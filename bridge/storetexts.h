@@ -7,29 +7,29 @@
 #include <QJsonValue>
 #include <QString>
 
-/// Settings of other programs in the key/value store, all of them texts, by their keys.
+/// Settings of other programs in the key/value store, by their keys. All of them are texts.
 ///
-/// The programs' schemas are not opened: a schema that is not installed would end the process.
-/// Names that do not begin with "/" are no keys, and are passed over.
+/// The schemas of the programs are not opened, because a missing schema would end the process.
+/// Names that do not begin with "/" are not keys, and are ignored.
 namespace StoreTexts {
 
-/// The user's own value; null if there is none, or none that is a text.
+/// The user's own value; null if there is none, or if it is not a text.
 QJsonValue userValue(const QString& key);
 
 /// Sets the values in one step, and clears those that are null. Returns what went wrong, or an
 /// empty text.
 QString write(const QJsonObject& values);
 
-/// The saved values with those that the user has now under the plan's keys. A value that begins
-/// with `ownBeginning` is taken for the adapter's own even if the record does not know it.
+/// Adds the user's present values under the keys of the plan to the saved values. A value that
+/// begins with `ownBeginning` counts as set by the adapter, even if it is not in the record.
 QJsonObject saveUserValues(
     const QJsonObject& plan, const AdapterRecord& record, const QString& ownBeginning);
 
-/// Says which key does not have the planned value; empty if all have.
+/// Says which key does not have the planned value; empty if all have it.
 QString difference(const QJsonObject& plan);
 
-/// Brings back the saved values where the adapter's own still are. Returns what went wrong, or an
-/// empty text.
+/// Restores the saved values of the keys that still have the values of the adapter. Returns what
+/// went wrong, or an empty text.
 QString restore(const AdapterRecord& record);
 
 } // namespace StoreTexts

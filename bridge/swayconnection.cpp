@@ -13,7 +13,7 @@
 
 namespace {
 
-/// What a message begins with: a magic text, and two numbers in the byte order of the machine.
+/// The head of a message: a magic text, and two numbers in the byte order of the machine.
 struct Header
 {
     std::array<char, 6> magic;
@@ -24,7 +24,7 @@ struct Header
 constexpr std::array<char, 6> HeaderMagic{'i', '3', '-', 'i', 'p', 'c'};
 constexpr int HeaderSize = sizeof(Header);
 
-/// Far more than the replies that are asked for here.
+/// This is far more than the replies to the messages of the bridge need.
 constexpr quint32 LargestMessage = 16 * 1024 * 1024;
 
 } // namespace
@@ -48,7 +48,7 @@ bool SwayConnection::open(const QString& path)
     if (m_descriptor < 0) {
         return false;
     }
-    // The interface of sockets asks for this cast.
+    // The functions for sockets need this cast.
     const auto* const general = reinterpret_cast<const sockaddr*>(&address);
     if (::connect(m_descriptor, general, sizeof(address)) != 0) {
         close();
@@ -63,7 +63,7 @@ void SwayConnection::close()
 {
     if (m_notifier) {
         m_notifier->setEnabled(false);
-        m_notifier->deleteLater(); // it may be what called
+        m_notifier->deleteLater(); // this may be its own call
         m_notifier = nullptr;
     }
     if (m_descriptor >= 0) {
@@ -79,7 +79,7 @@ bool SwayConnection::send(Message type, const QByteArray& payload)
     QByteArray bytes(HeaderSize, Qt::Uninitialized);
     std::memcpy(bytes.data(), &header, HeaderSize);
     bytes += payload;
-    // A buffer that has no room for so little belongs to a sway that reads no more.
+    // If the buffer has no space for so little, sway no longer reads.
     const ssize_t sent = m_descriptor < 0
         ? -1
         : ::send(m_descriptor, bytes.constData(), size_t(bytes.size()), MSG_NOSIGNAL);

@@ -9,7 +9,7 @@
 
 class QSocketNotifier;
 
-/// A connection to the control socket of sway. Never waits. Main thread only.
+/// A connection to the control socket of sway. It never waits. Main thread only.
 class SwayConnection : public QObject
 {
     Q_OBJECT
@@ -19,17 +19,17 @@ public:
     using QObject::QObject;
     ~SwayConnection() override;
 
-    /// Connects to the socket at a path; false if nobody listens there.
+    /// Connects to the socket at a path; false if no process listens on it.
     bool open(const QString& path);
     bool isOpen() const { return m_descriptor >= 0; }
     void close();
 
-    /// Sends a message; false, and closed, if sway does not take it.
+    /// Sends a message. If sway does not take it, this returns false and closes the connection.
     bool send(Message type, const QByteArray& payload);
 
 Q_SIGNALS:
     void received(SwayConnection::Message type, const QByteArray& payload);
-    /// Sway has closed the connection, or has sent what is no message.
+    /// Sway has closed the connection, or has sent something that is not a message.
     void lost();
 
 private:

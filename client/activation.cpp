@@ -23,8 +23,8 @@ namespace {
 
 constexpr unsigned long ActivationPauseMs = 20;
 
-/// How much longer the daemon may take to find an address unusable than this program, in
-/// milliseconds.
+/// The daemon may need this much longer than this program to find out that an address is unusable,
+/// in milliseconds.
 constexpr int GraceMs = 2000;
 
 /// A request, and the name that the user gave its subject.
@@ -36,8 +36,8 @@ struct Request
     bool makeActive;
 };
 
-/// Two states of a file differ in this text. Each build replaces the application wallpaper by a new
-/// file.
+/// A text that changes when the file changes. Each build of wallpapers replaces the application
+/// wallpaper by a new file.
 QString stateOf(const QString& path)
 {
     struct stat state
@@ -78,7 +78,7 @@ Outcome failure(const Request& request, const QUrl& file, qint64 since)
     return Outcome::failed(about(
         request.subject,
         reason.isEmpty()
-            ? Text::tr("%1; its log may tell why: journalctl --user -u moodsetd").arg(what)
+            ? Text::tr("%1; its log may give the reason: journalctl --user -u moodsetd").arg(what)
             : Text::tr("%1: %2").arg(what, reason)));
 }
 
@@ -142,7 +142,7 @@ Outcome awaitNetwork(const Request& request, const NetworkWait& wait, qint64 sin
     return Outcome::failed(
         about(
             request.subject,
-            Text::tr("nothing has come of it in time; the daemon may be downloading still")),
+            Text::tr("the time limit has passed; the daemon may still be downloading")),
         ExitStatus::TimedOut);
 }
 
@@ -190,7 +190,7 @@ Outcome carryOut(const Request& request, const NetworkWait& wait)
     }
     if (!wait.isWanted) {
         return Outcome::done(
-            Text::tr("The daemon was asked for it. What comes of it was not waited for.")
+            Text::tr("The daemon was called. The command did not wait for the result.")
                 + QLatin1Char('\n'),
             {{QStringLiteral("waited"), false}});
     }

@@ -127,7 +127,7 @@ QJsonObject counts(int moodsets, int downloads, const QStringList& faults)
         {QStringLiteral("faults"), QJsonArray::fromStringList(faults)}};
 }
 
-/// Brings back what a backup holds, one by one, and goes on after what cannot be brought back.
+/// Restores the edits of a backup, one by one, and continues after those that cannot be restored.
 class Restoration
 {
 public:
@@ -175,7 +175,7 @@ public:
             counts(m_moodsets, m_downloads, m_faults));
         if (m_hasDaemonEnded) {
             outcome.status = ExitStatus::Failed;
-            outcome.error = Text::tr("the daemon has ended, and not all is brought back");
+            outcome.error = Text::tr("the daemon has ended, and some edits are not restored");
         } else if (!m_faults.isEmpty()) {
             outcome.status = ExitStatus::Failed;
             outcome.error =

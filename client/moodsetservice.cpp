@@ -21,14 +21,14 @@ namespace {
 namespace Bus = MoodsetNames::Bus;
 namespace Attribute = MoodsetNames::Attribute;
 
-// The daemon does one thing at a time; a call can come while it reads a folder of tens of
-// thousands of files.
+// The daemon handles one call at a time, and it may be scanning a directory with tens of thousands
+// of files when the call arrives.
 constexpr int CallTimeoutMs = 60000;
 
-// The daemon takes its name a moment before its object is there.
+// The daemon takes its name a moment before it registers its object.
 constexpr int RetryPauseMs = 20;
 
-// A start may have a database to upgrade.
+// The daemon may have to upgrade the database when it starts.
 constexpr int StartTimeoutMs = 30000;
 
 QString call(const QString& method, const QVariantList& arguments = {})

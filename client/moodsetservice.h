@@ -29,8 +29,8 @@ public:
     qint64 processId() const;
 
     /// The daemon's methods. Each waits for the reply, and returns why the call failed, in one
-    /// line, or an empty text. A successful call says nothing about what came of it: look into the
-    /// database.
+    /// line, or an empty text. A successful call does not say what the daemon has done: read the
+    /// database to find out.
     QString indexFile(const QUrl& url) const;
     QString setMoodset(const QUrl& url) const;
     QString createMoodset(const QUrl& url) const;
@@ -41,12 +41,12 @@ public:
     /// Records the address that a file was downloaded from.
     QString saveSource(qint64 fileId, const QString& source) const;
 
-    /// Sends a call that changes nothing. The daemon replies after its present turn of work; then
-    /// alive() is emitted.
+    /// Sends a call that changes nothing. The daemon replies after its current piece of work, and
+    /// then alive() is emitted.
     void ask();
 
 Q_SIGNALS:
-    /// Content of the type type (0 files, 1 moodsets, 2 images, 4 downloads) has changed in the
+    /// Content of this type (0 files, 1 moodsets, 2 images, 4 downloads) has changed in the
     /// database.
     void contentChanged(int type);
 

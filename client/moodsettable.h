@@ -8,9 +8,9 @@
 
 #include <libraryreader.h>
 
-/// A table of moodsets, one to a line, below a line of titles, and then a line with their number.
-/// activeFile is the path of the active moodset's file.
-/// terminalColumns is as for textTable().
+/// A table of moodsets, with a line of titles, one line for each moodset, and a line with their
+/// number. `activeFile` is the path of the active moodset's file. `terminalColumns` has the same
+/// meaning as for textTable().
 QString moodsetTable(
     const QVector<LibraryReader::Summary>& moodsets, const QString& activeFile, ColorStyle style,
     int terminalColumns = 0);

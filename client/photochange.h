@@ -15,6 +15,6 @@ struct PhotoChange
     LibraryFile photo;
 };
 
-/// The changes from before to after, removals first, then in the order of after.
+/// The changes from `before` to `after`: removals first, then all others in the order of `after`.
 QVector<PhotoChange> photoChanges(
     const QVector<LibraryFile>& before, const QVector<LibraryFile>& after);

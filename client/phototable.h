@@ -7,18 +7,18 @@
 #include <QString>
 #include <QVector>
 
-/// The size of photo, or what there is instead: "waiting", "unreadable" or "unknown".
+/// The size of `photo`, or one of the words "waiting", "unreadable" and "unknown".
 QString displaySize(const LibraryFile& photo);
 
-/// When photo was taken, in the form of the locale, or "-".
+/// When `photo` was taken, in the form of the locale, or "-".
 QString displayTaken(const LibraryFile& photo);
 
-/// The orientation of photo, or "-".
+/// The orientation of `photo`, or "-".
 QString displayOrientation(const LibraryFile& photo);
 
 /// A table of photos, one to a line, below a line of titles; columns are as wide as their
 /// content. Empty without photos.
-/// terminalColumns is as for textTable().
+/// `terminalColumns` has the same meaning as for textTable().
 QString photoTable(
     const QVector<LibraryFile>& photos, const QString& folder, int terminalColumns = 0);
 

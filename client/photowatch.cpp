@@ -9,8 +9,8 @@
 
 namespace {
 
-// A picture whose data are still to be read shows up, or changes, when they have been. Until then
-// it counts as what it was before.
+// A picture that has not been read yet counts as what it was before. It shows up, or changes, when
+// its data have been read.
 QVector<LibraryFile> settledPhotos(
     const QVector<LibraryFile>& before, const QVector<LibraryFile>& now)
 {

@@ -13,7 +13,7 @@ class PhotoWatch;
 /// folder.
 QString shownFolder(const Invocation& invocation);
 
-/// Prints the changes that a watch tells of, as lines or as JSON, one to a line, until the daemon
-/// ends, which is a failure. Turns the event loop.
+/// Prints the changes that a watch reports, as lines or as JSON, with one change in each line,
+/// until the daemon ends. This is a failure. Runs the event loop.
 Outcome printChanges(
     const Invocation& invocation, const MoodsetService& service, const PhotoWatch& watch);

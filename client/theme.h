@@ -11,10 +11,10 @@ struct Theme
     /// Reads the theme. Needs an application object; main thread only.
     static Theme read();
 
-    /// Reads no more than the path of the active moodset's file or picture.
+    /// Reads only the path of the active moodset's file or picture.
     static QString readActiveMoodset();
 
-    /// The path of what was asked for, a moodset file or a picture.
+    /// The path of the moodset file or picture that a client has requested.
     QString request;
     /// The paths of the wallpapers.
     QString homeWallpaper;

@@ -6,8 +6,7 @@
 
 #include <QString>
 
-/// A table of the theme's keys and their values, one to a line, below a line of titles. Colours are
-/// texts, in the style Swatches after a field of the colour. A minus sign stands for what is not
-/// set.
-/// terminalColumns is as for textTable().
+/// A table of the theme's keys and their values, with a line of titles and one line for each key.
+/// Colours are texts; in the style Swatches, a field of the colour comes before the text. A minus
+/// sign means that a key is not set. `terminalColumns` has the same meaning as for textTable().
 QString themeTable(const Theme& theme, ColorStyle style, int terminalColumns = 0);

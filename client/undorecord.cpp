@@ -53,5 +53,5 @@ QString UndoRecord::write() const
     const QString fault = writeWholeFile(path(), QJsonDocument(object).toJson());
     return fault.isEmpty()
         ? QString()
-        : Text::tr("what was replaced cannot be kept for undo in %1: %2").arg(path(), fault);
+        : Text::tr("the former values cannot be stored for undo in %1: %2").arg(path(), fault);
 }

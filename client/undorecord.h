@@ -14,7 +14,7 @@ struct UndoRecord
     Kind kind = Kind::None;
     /// Set: the path that was active before. Edit: the path of the moodset's file.
     QString file;
-    /// Edit: the attributes as they were.
+    /// Edit: the former values of the attributes.
     QVariantMap attributes;
 
     /// The stored record. Its kind is None if there is none or it cannot be read.

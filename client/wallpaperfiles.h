@@ -7,8 +7,8 @@
 /// The wallpapers that the daemon has made. It never deletes any.
 struct WallpaperFiles
 {
-    /// Looks which of them no moodset and no key of the theme refers to. One that was made in the
-    /// last minute counts as referred to: its moodset may not be stored yet.
+    /// Finds the wallpapers to which no moodset and no key of the theme refers. A wallpaper that
+    /// was made in the last minute counts as used, because its moodset may not be stored yet.
     static WallpaperFiles read();
 
     /// The directory of the wallpapers.
@@ -18,6 +18,7 @@ struct WallpaperFiles
     /// The size of the unused wallpapers in bytes.
     qint64 unusedSize = 0;
     int used = 0;
-    /// Why that cannot be told, in one line; then none counts as unused. Empty if it can.
+    /// Why the unused ones cannot be found, in one line; then none counts as unused. Empty if they
+    /// can.
     QString fault;
 };

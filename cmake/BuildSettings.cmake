@@ -4,13 +4,16 @@ add_library(moodsetd-settings INTERFACE)
 target_compile_features(moodsetd-settings INTERFACE cxx_std_17)
 target_include_directories(moodsetd-settings INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(moodsetd-settings INTERFACE
-  # GLib asks for it, and what shares precompiled headers has to agree.
+  # GLib needs it, and all sources that share precompiled headers must have the same options.
   -pthread
   -Wall -Wextra -Wpedantic -Wcast-align -Wconversion -Wdeprecated -Wduplicated-cond -Wlogical-op
   -Wnon-virtual-dtor -Wnull-dereference -Woverloaded-virtual -Wshadow -Wundef
   $<$<BOOL:${MOODSETD_WERROR}>:-Werror>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  target_compile_options(moodsetd-settings INTERFACE -Wno-unknown-warning-option)
+  target_compile_options(moodsetd-settings INTERFACE
+    -Wno-unknown-warning-option
+    # Qt's macros for logging leave their arguments out.
+    -Wno-gnu-zero-variadic-macro-arguments)
 endif()
 target_compile_definitions(moodsetd-settings INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH

@@ -10,7 +10,7 @@ endif()
 
 if(MOODSETD_HARDENING AND NOT MOODSETD_SANITIZE AND NOT MOODSETD_COVERAGE)
   set(hardening -fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
-  # Other processors have no such instructions, and their compilers refuse the option.
+  # Other processors do not have these instructions, and their compilers reject the option.
   if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i[3-6]86)$")
     list(APPEND hardening -fcf-protection)
   endif()

@@ -1,13 +1,13 @@
 # SPDX-License-Identifier: BSD-3-Clause
-# Headers of Qt and the standard library that are parsed once for all sources: half of what compiling
-# takes. Sources include what they need all the same; a build with
+# Headers of Qt and the standard library that are parsed only once for all sources. Parsing them takes
+# half of the time of compiling. Sources must still include what they need; a build with
 # CMAKE_DISABLE_PRECOMPILE_HEADERS shows what is missing.
 
 # moodsetd_add_precompiled_headers(name HEADERS header... [MODULES module...])
 #
-# Compiles headers with the flags and definitions of the current folder. GCC has the targets that use
-# them define the same, and more only if the headers do not ask for it. Therefore the modules of Qt
-# that the headers belong to are not linked: they only lend their include folders.
+# Compiles headers with the flags and definitions of the current directory. With GCC, the targets that
+# use them must have the same definitions, and may have others only if the headers do not use these.
+# Therefore Qt's modules with the headers are not linked; only their include directories are used.
 function(moodsetd_add_precompiled_headers name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;MODULES")
   list(TRANSFORM arg_HEADERS REPLACE "(.+)" "<\\1>")
@@ -21,8 +21,8 @@ function(moodsetd_add_precompiled_headers name)
   target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
 endfunction()
 
-# moodsetd_precompile(folder name): has all that is compiled in a folder and below use the headers
-# of that name.
+# moodsetd_precompile(folder name): makes all targets of a directory, and below it, use the headers
+# with this name.
 function(moodsetd_precompile folder name)
   get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
   foreach(target IN LISTS targets)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: BSD-3-Clause
-# Removes the files that MANIFEST lists, and the directories that are empty without them.
+# Removes the files that MANIFEST lists, and the directories that are then empty.
 if(NOT EXISTS "${MANIFEST}")
   message(FATAL_ERROR "Nothing has been installed from this build directory: there is no ${MANIFEST}")
 endif()
@@ -11,7 +11,7 @@ foreach(file IN LISTS files)
     file(REMOVE "${file}")
   endif()
   cmake_path(GET file PARENT_PATH directory)
-  # Only directories that carry this project's name are its own.
+  # Only directories with the name of this project belong to it.
   while(directory MATCHES "/[^/]*[Mm]oodset[^/]*(/|$)")
     file(GLOB left LIST_DIRECTORIES true "${directory}/*" "${directory}/.*")
     if(left OR NOT IS_DIRECTORY "${directory}")

@@ -44,7 +44,7 @@ QString motionKey()
     return QStringLiteral("enable-animations");
 }
 
-/// The portal's Read() wraps a value twice.
+/// The portal's Read() wraps a value in two variants.
 QVariant unwrapped(QVariant value)
 {
     while (value.userType() == qMetaTypeId<QDBusVariant>()) {

@@ -6,9 +6,8 @@
 
 class QDBusVariant;
 
-/// How the desktop wants programs to look: dark or light, with or without motion, and how large
-/// their text. It follows the desktop's portal, and takes the colours of the platform where there
-/// is none.
+/// How programs should look: dark or light, animated or not, and how large their text is. It
+/// follows the desktop's portal. Without a portal, it takes the colours of the platform.
 class Appearance : public QObject
 {
     Q_OBJECT
@@ -21,14 +20,14 @@ public:
 
     explicit Appearance(QObject* parent = nullptr);
 
-    /// The user's wish for this program, which goes before that of the desktop.
+    /// The user's choice for this program, which overrides that of the desktop.
     void setScheme(Scheme scheme);
 
     bool isDark() const;
     bool hasReducedMotion() const { return m_reducedMotion; }
 
-    /// The height of body text, in pixels: that of the application's font, but not so small that a
-    /// finger could not find it.
+    /// The height of body text, in pixels. It is the height of the application's font, but not
+    /// smaller than a finger needs.
     int textSize() const;
 
 Q_SIGNALS:

@@ -9,7 +9,7 @@ namespace {
 constexpr int Circle = 360;
 constexpr int Bins = 24;
 constexpr int BinWidth = Circle / Bins;
-constexpr int Nearest = 20; // two hues less apart than this look alike
+constexpr int Nearest = 20; // hues with a smaller distance look alike
 constexpr int FromPicture = 3;
 constexpr int Most = 8;
 constexpr int UsualHue = 215;
@@ -20,7 +20,7 @@ int distance(int a, int b)
     return std::min(direct, Circle - direct);
 }
 
-/// How much of a picture has the hues of each bin; strong colours count for more.
+/// How much of a picture has the hues of each bin. Saturated colours have more weight.
 std::array<int, Bins> weights(const QImage& picture)
 {
     constexpr int leastSaturation = 50;
@@ -75,7 +75,7 @@ std::vector<QColor> harmoniousColors(const QImage& picture)
     }
     std::vector<QColor> colors;
     for (const int hue : qAsConst(hues)) {
-        // Light enough to be read on wallpapers, which are darkened.
+        // This is light enough to be read on wallpapers, which are darkened.
         constexpr int saturation = 190;
         constexpr int lightness = 175;
         colors.push_back(QColor::fromHsl(hue, saturation, lightness));

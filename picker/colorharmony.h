@@ -6,8 +6,8 @@
 
 #include <vector>
 
-/// Highlight colours that go with a picture: first the hues that most of its coloured pixels have,
-/// then the hues that stand in harmony with the first: beside it, opposite to it, and a third of
-/// the circle away. No two of them are alike. A picture without colours gives those that go with
+/// Suggests highlight colours for a picture: first the hues that most of its coloured pixels have,
+/// then the hues in harmony with the first one: next to it, opposite to it, and a third of the
+/// circle away. No two of them look alike. For a picture without colours, these are the colours for
 /// blue.
 std::vector<QColor> harmoniousColors(const QImage& picture);

@@ -3,7 +3,8 @@
 
 #include <QQuickImageProvider>
 
-/// The program's own icons in any colour and size, under URLs such as "image://icon/star/#ff8800".
+/// Paints the icons of the program in any colour and size, for URLs such as
+/// "image://icon/star/#ff8800".
 class IconProvider : public QQuickImageProvider
 {
 public:

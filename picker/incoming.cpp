@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Longer ones are no addresses, but texts.
+/// Longer texts are not addresses.
 constexpr int LongestAddress = 8192;
 
 QVariantMap useless(const QString& error)

@@ -15,7 +15,8 @@
 
 namespace {
 
-/// Qt ends the process by a signal where there is no display; this says it in one line.
+/// Without a display, Qt ends the process with a signal. This function prints the reason in one
+/// line.
 void endWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
 {
     if (type == QtFatalMsg) {
@@ -30,7 +31,7 @@ void endWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/, co
     }
 }
 
-/// The arguments as URLs, since the process that opens them can have another working directory.
+/// The arguments as URLs, because the process that opens them may have another working directory.
 QStringList urlsOf(const QStringList& arguments)
 {
     QStringList urls;

@@ -7,8 +7,8 @@
 #include <QTimer>
 #include <QVariantMap>
 
-/// What has come of the calls to the daemon, for the user: which are under way, and one line about
-/// the last one that is over, which goes by itself after a while.
+/// The results of the calls to the daemon, for the user: the calls that have not finished, and one
+/// line about the last one that has. The line disappears after a while.
 class Notices : public QObject
 {
     Q_OBJECT
@@ -20,23 +20,23 @@ class Notices : public QObject
 public:
     explicit Notices(QObject* parent = nullptr);
 
-    /// The subjects of the calls that are under way: URLs of moodsets and pictures.
+    /// The subjects of the calls that have not finished: URLs of moodsets and pictures.
     QStringList busy() const { return m_calls.values(); }
 
     QString text() const { return m_text; }
     bool isError() const { return m_isError; }
-    /// What Actions.undo() takes; null if there is nothing to undo.
+    /// The argument of Actions.undo(); null if there is nothing to undo.
     QVariant undo() const { return m_undo; }
 
-    /// Notes that a call is under way.
+    /// Notes that a call has begun.
     Q_INVOKABLE void begin(int call, const QString& subject);
-    /// Takes what Actions says when a call is over.
+    /// Handles the outcome of a call.
     Q_INVOKABLE void finish(int call, const QVariantMap& outcome);
-    /// Shows a line that belongs to no call.
+    /// Shows a line that is not about a call.
     Q_INVOKABLE void show(const QString& text, bool isError);
     Q_INVOKABLE void clear();
 
-    /// How long a line stays, in milliseconds.
+    /// How long a line is shown, in milliseconds.
     static constexpr int ShowTime = 10000;
 
 Q_SIGNALS:

@@ -18,7 +18,7 @@ int roleOf(const QAbstractItemModel& model, const char* name)
 PhotoRows::PhotoRows(QObject* parent)
     : QAbstractListModel(parent)
 {
-    // One after the other, many changes come before the views look again.
+    // Many changes in a row are handled together.
     m_soon.setSingleShot(true);
     connect(&m_soon, &QTimer::timeout, this, &PhotoRows::arrange);
 }

@@ -9,8 +9,8 @@
 
 #include <vector>
 
-/// The pictures of a PhotoModel as rows of a view: each month has a row with its name, and then
-/// rows of as many pictures as fit beside each other. Rows that stay the same stay where they are.
+/// Arranges the pictures of a PhotoModel in rows for a view. Each month has a row with its name,
+/// and then rows with as many pictures as fit beside each other. Rows that have not changed stay.
 class PhotoRows : public QAbstractListModel
 {
     Q_OBJECT
@@ -42,8 +42,8 @@ private:
     struct Row
     {
         QString month;
-        int first = 0; ///< the place of the first picture
-        QVector<qint64> ids; ///< of the pictures; empty for the name of a month
+        int first = 0; ///< the position of the first picture
+        QVector<qint64> ids; ///< the ids of the pictures; empty for the name of a month
 
         bool isAlike(const Row& other) const { return month == other.month && ids == other.ids; }
     };

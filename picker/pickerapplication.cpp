@@ -24,7 +24,7 @@ bool PickerApplication::claim()
     if (!bus.isConnected()) {
         return true;
     }
-    // First the object: a call can come as soon as the name is there.
+    // The object is registered first, because a call can come as soon as the program has its name.
     bus.registerObject(objectPath(), this, QDBusConnection::ExportAllSlots);
     return bus.registerService(busName());
 }

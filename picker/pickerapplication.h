@@ -5,8 +5,8 @@
 #include <QStringList>
 #include <QVariantMap>
 
-/// The program on the session bus, as org.freedesktop.Application describes it: launchers start it
-/// by its name, and a second start hands what it was to open to the first.
+/// The program on the session bus, with the interface org.freedesktop.Application. Launchers start
+/// the program by its name, and a second process passes its arguments to the first one.
 class PickerApplication : public QObject
 {
     Q_OBJECT
@@ -15,12 +15,12 @@ class PickerApplication : public QObject
 public:
     using QObject::QObject;
 
-    /// Takes the program's name on the bus. False if another process has it. Without a bus, the
-    /// program is on its own, and this is true.
+    /// Takes the program's name on the bus. False if another process has it. True if there is no
+    /// bus.
     bool claim();
 
-    /// Has the process that has the name open the URLs, or show itself if there are none. False if
-    /// it does not answer.
+    /// Makes the process with the name open the URLs, or show its window if there are none. False
+    /// if that process does not answer.
     static bool handOver(const QStringList& urls);
 
 public Q_SLOTS:

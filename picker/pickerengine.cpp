@@ -17,7 +17,7 @@ constexpr const char* Uri = "MoodsetPicker";
 
 void registerTypes(Appearance* appearance, Incoming* incoming, Notices* notices)
 {
-    // In a module of its own, since Style, which is in the other one, needs it.
+    // This is in a module of its own, because Style, which is in the other module, needs it.
     qmlRegisterSingletonInstance("MoodsetPicker.Desktop", 1, 0, "Appearance", appearance);
     qmlRegisterSingletonInstance(Uri, 1, 0, "Incoming", incoming);
     qmlRegisterSingletonInstance(Uri, 1, 0, "Notices", notices);
@@ -33,8 +33,8 @@ void registerTypes(Appearance* appearance, Incoming* incoming, Notices* notices)
 PickerEngine::PickerEngine()
 {
     registerTypes(&m_appearance, &m_incoming, &m_notices);
-    // In the build tree the module lies beside the programs, and where both are installed, in Qt's
-    // own folder or in one below the same prefix.
+    // In the build tree, the module is in a directory beside the programs. When both are installed,
+    // it is in the directory of Qt, or in one below the same prefix.
     const QDir programs(QCoreApplication::applicationDirPath());
     m_engine.addImportPath(programs.absoluteFilePath(QStringLiteral(QML_FROM_BIN)));
     m_engine.addImportPath(programs.absoluteFilePath(QStringLiteral("../imports")));

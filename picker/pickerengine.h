@@ -10,14 +10,15 @@
 
 class QQuickWindow;
 
-/// The interface of the program: its types, its window, and what the window needs from outside.
+/// The interface of the program: its QML types, its window, and the C++ objects that the window
+/// uses.
 class PickerEngine
 {
 public:
     PickerEngine();
     Q_DISABLE_COPY_MOVE(PickerEngine)
 
-    /// Shows the window. False if it cannot be made; Qt has said why then.
+    /// Shows the window. False if it cannot be made; Qt has then logged the reason.
     bool show();
 
     QQuickWindow* window() const;
@@ -31,7 +32,7 @@ public:
     void open(const QString& text);
 
 private:
-    // The engine goes first, since its objects look at the others.
+    // The engine is destroyed first, because its objects use the others.
     Appearance m_appearance;
     Incoming m_incoming;
     Notices m_notices;

@@ -23,7 +23,7 @@ PicturePreview::PicturePreview(QObject* parent)
     connect(&m_inspection, &QFutureWatcherBase::finished, this, &PicturePreview::take);
 }
 
-// The inspection does not know this object, and ends by itself.
+// The inspection does not use this object, and ends by itself.
 PicturePreview::~PicturePreview() = default;
 
 void PicturePreview::setPicture(const QUrl& picture)
@@ -50,7 +50,7 @@ PicturePreview::Reply PicturePreview::inspect(const QUrl& picture, const QString
 PicturePreview::Reply PicturePreview::inspectFile(const QUrl& picture, const QString& folder)
 {
     const QString path = picture.toLocalFile();
-    // A name of its own for each picture, since images are cached by their URL.
+    // Each picture gets a different name, because images are cached by their URL.
     const QString base = folder + QLatin1Char('/') + QUuid::createUuid().toString(QUuid::Id128);
     const QString home = base + QStringLiteral("-home.png");
     const QString application = base + QStringLiteral("-application.png");

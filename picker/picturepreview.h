@@ -8,9 +8,9 @@
 #include <QUrl>
 #include <QVariantMap>
 
-/// What a moodset of a picture would look like, before anything of it is stored. Another process
-/// looks at the picture, so that one that ends its decoder does not end this program. An address on
-/// the network is only asked whether there is a picture.
+/// Previews the moodset of a picture before anything is stored. Another process decodes the
+/// picture, so that a picture that ends its decoder does not end this program. For an address on
+/// the network, it only checks that there is a picture.
 class PicturePreview : public QObject
 {
     Q_OBJECT
@@ -22,8 +22,8 @@ class PicturePreview : public QObject
 public:
     enum Status : int {
         Null, ///< there is no picture
-        Loading, ///< it is being looked at
-        Ready, ///< a moodset can be made of it
+        Loading, ///< it is being checked
+        Ready, ///< a moodset can be made from it
         Error ///< no moodset can be made of it; `error` says why
     };
     Q_ENUM(Status)
@@ -36,7 +36,7 @@ public:
     Status status() const { return m_status; }
     QString error() const { return m_error; }
 
-    /// The roles of a moodset that can be known: homeWallpaper, applicationWallpaper and the four
+    /// The roles of the moodset that are known: homeWallpaper, applicationWallpaper and the four
     /// colours. Empty for an address on the network.
     QVariantMap look() const { return m_look; }
 

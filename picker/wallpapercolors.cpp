@@ -13,7 +13,7 @@
 
 namespace {
 
-/// How much black toolkits lay over the application wallpaper.
+/// The part of black with which toolkits dim the application wallpaper.
 constexpr qreal ToolkitDimming = 0.6;
 
 QImage readSmall(const QUrl& url)
@@ -27,7 +27,7 @@ QColor colorOf(const QVariant& value)
     return value.value<QColor>();
 }
 
-/// A colour of the lightness and opacity, both from 0 to 1.
+/// Changes the lightness and the opacity of a colour; both are from 0 to 1.
 QColor withLightness(const QColor& color, qreal lightness, qreal opacity)
 {
     return QColor::fromHslF(
@@ -42,7 +42,7 @@ WallpaperColors::WallpaperColors(QObject* parent)
     connect(&m_reading, &QFutureWatcherBase::finished, this, &WallpaperColors::take);
 }
 
-// What reads does not know this object, and ends by itself.
+// The code that reads does not use this object, and ends by itself.
 WallpaperColors::~WallpaperColors() = default;
 
 void WallpaperColors::setHomeWallpaper(const QUrl& url)
@@ -124,7 +124,7 @@ WallpaperColors::Reading WallpaperColors::read(const QUrl& home, const QUrl& app
     return reading;
 }
 
-// Both URLs change one after the other.
+// The two URLs change one after the other.
 void WallpaperColors::readSoon()
 {
     Q_EMIT wallpapersChanged();

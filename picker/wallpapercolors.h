@@ -9,8 +9,8 @@
 
 #include <vector>
 
-/// What a moodset's wallpapers say of its colours: how well a colour can be read on them, and which
-/// highlight colours go with them. The pictures are read in the background.
+/// Judges the colours of a moodset with its wallpapers: how well a colour can be read on them, and
+/// which highlight colours match them. The pictures are read in the background.
 class WallpaperColors : public QObject
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ class WallpaperColors : public QObject
     Q_PROPERTY(QVariantList candidates READ candidates NOTIFY readyChanged)
 
 public:
-    /// The least contrast of text, as the Web Content Accessibility Guidelines want it (AA).
+    /// The smallest contrast of text that the Web Content Accessibility Guidelines (AA) allow.
     static constexpr qreal EnoughContrast = 4.5;
 
     explicit WallpaperColors(QObject* parent = nullptr);
@@ -36,7 +36,7 @@ public:
     /// Whether at least one of the wallpapers has been read.
     bool isReady() const { return !m_surfaces.empty(); }
 
-    /// Highlight colours that go with the picture: colours that are in it, and their harmonies.
+    /// Highlight colours that match the picture: colours of the picture, and their harmonies.
     QVariantList candidates() const { return m_candidates; }
 
     /// The lower of the contrasts of a colour on the two wallpapers, from 1 to 21; 0 until they
@@ -44,8 +44,8 @@ public:
     Q_INVOKABLE qreal contrast(const QVariant& color) const;
     Q_INVOKABLE bool isEnough(const QVariant& color) const;
 
-    /// The colour nearest to `color`, lighter, darker or less translucent, that has enough
-    /// contrast; the one with the most contrast if none has enough.
+    /// The colour nearest to `color` with enough contrast; it is lighter, darker or less
+    /// translucent. If none has enough contrast, the one with the most.
     Q_INVOKABLE QColor mended(const QVariant& color) const;
 
 Q_SIGNALS:

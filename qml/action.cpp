@@ -15,15 +15,17 @@ namespace Bus = MoodsetNames::Bus;
 
 namespace {
 
-/// The daemon does one thing at a time; a call can come while it reads a folder of tens of
-/// thousands of files.
+/// The daemon handles one call at a time, and it may be scanning a directory with tens of thousands
+/// of files when the call arrives.
 constexpr int CallTimeoutMs = 60000;
 
-/// A daemon that the bus has started takes its name a moment before its object is there.
+/// When the bus has started a daemon, the daemon takes its name a moment before it registers its
+/// object.
 constexpr int StartTimeoutMs = 5000;
 constexpr int RetryPauseMs = 50;
 
-/// Not all that is waited for is announced.
+/// Some of the changes that a call waits for are not announced, so the library is also read again
+/// after this time.
 constexpr int LookPauseMs = 200;
 
 bool isStillStarting(QDBusError::ErrorType error)
@@ -40,7 +42,7 @@ bool isWithoutDaemon(const QDBusError& error)
     case QDBusError::NoServer:
         return true;
     case QDBusError::NoReply:
-        // The daemon has ended meanwhile; a call that takes too long has the same name.
+        // The daemon has ended. A call that takes too long has the same error name.
         return !error.message().contains(QLatin1String("timeout"));
     default:
         return error.name().startsWith(QLatin1String("org.freedesktop.DBus.Error.Spawn."));
@@ -92,7 +94,7 @@ void Action::cancel()
     finish({ActionOutcome::Cancelled, tr("nobody waits for it any more"), {}, {}});
 }
 
-/// Has a look taken on the library's thread, and goes on with what it has found.
+/// Runs `look` on the library's thread, and then `next` with its result on the main thread.
 void Action::look(const Look& look, void (Action::*next)(const std::optional<ActionOutcome>&))
 {
     m_reading = m_thread->read([this, look, next](const LibraryThread::Work& work) {
@@ -113,7 +115,7 @@ void Action::call(const std::optional<ActionOutcome>& before)
         return;
     }
     if (m_plan.noteBefore) {
-        // Without a library there is nothing to note: the daemon makes one when it starts.
+        // Without a library, there is nothing to note: the daemon makes a library when it starts.
         m_plan.noteBefore(before.value_or(ActionOutcome()));
     }
     send();
@@ -179,7 +181,7 @@ void Action::handleJudgement(const std::optional<ActionOutcome>& outcome)
         const bool hasWaited = m_plan.waitMs && m_plan.waitMs() > 0;
         finish(
             {hasWaited ? ActionOutcome::TimedOut : ActionOutcome::NotDone,
-             hasWaited ? tr("nothing has come of it in time; the daemon may be at it still")
+             hasWaited ? tr("the time limit has passed; the daemon may still be working")
                        : m_plan.failure,
              {},
              {}});

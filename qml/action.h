@@ -14,55 +14,55 @@
 #include <memory>
 #include <optional>
 
-/// What has come of an action.
+/// The result of an action.
 struct ActionOutcome
 {
     enum Error : int {
         NoError,
-        InvalidArgument, ///< nothing was asked of the daemon
+        InvalidArgument, ///< the daemon was not called
         NoDaemon, ///< the daemon does not run and cannot be started, or has ended
-        Gone, ///< the library does not have what was to be changed
-        NotDone, ///< the daemon has answered, and what was asked for has not come about
-        TimedOut, ///< it has not come about in time, and may still
-        Cancelled ///< nobody waits for it any more; it may come about still
+        Gone, ///< the moodset to be changed is not in the library
+        NotDone, ///< the daemon has answered, but has not done what the call asked for
+        TimedOut, ///< the result has not come in time; it may still come
+        Cancelled ///< the caller has stopped waiting; the result may still come
     };
 
     Error error = NoError;
     /// Why it failed, in one line.
     QString text;
-    /// The moodset that it is about.
+    /// The moodset that the action was about.
     ContentRow moodset;
-    /// What else there is to tell.
+    /// Further values of the outcome.
     QVariantMap details;
 };
 
-/// One call of the daemon, from the look at what there is before it to the look at what has come of
-/// it. Nothing of it waits. Main thread only.
+/// One call of the daemon. It reads the library before the call and after the reply, and compares
+/// the two. It never blocks. Main thread only.
 class Action : public QObject
 {
     Q_OBJECT
 
 public:
-    /// A look into the library, on its thread. Nothing tells that what is asked for may still come.
+    /// Reads the library, on its thread. Returns nothing if the result of the call may still come.
     using Look = std::function<std::optional<ActionOutcome>()>;
 
     struct Plan
     {
         QString method;
         QVariantList arguments;
-        /// Before the call: what fails here is not asked of the daemon. May be empty.
+        /// Runs before the call. If it fails, the daemon is not called. May be empty.
         Look prepare;
-        /// Takes what the first look has found; on the main thread. May be empty.
+        /// Gets the result of `prepare`, on the main thread. May be empty.
         std::function<void(const ActionOutcome& before)> noteBefore;
-        /// After the reply. May be empty; then the reply is all that can be known.
+        /// Runs after the reply. If it is empty, the reply is all that can be known.
         Look judge;
-        /// Completes the outcome by what only the main thread can tell; whether it may still come
-        /// if it has not. May be empty.
+        /// Completes the outcome with what only the main thread can find out. Returns nothing if
+        /// the result may still come. May be empty.
         std::function<std::optional<ActionOutcome>(const ActionOutcome& outcome)> confirm;
-        /// How long to wait after the reply for what may still come; asked after the reply, 0 if it
-        /// has come by then or will not.
+        /// How long to wait after the reply for a result that may still come. It is called after
+        /// the reply, and gives 0 if there is nothing to wait for.
         std::function<int()> waitMs;
-        /// What is told when it has not come by then.
+        /// The text of the failure if the result has not come by then.
         QString failure;
     };
 

@@ -26,7 +26,7 @@ namespace Bus = MoodsetNames::Bus;
 
 constexpr int StandardTimeoutMs = 60000;
 
-/// How long the daemon may take to read a file that it has been told of.
+/// How long the daemon may take to read a file after it was registered.
 constexpr int ReadingTimeoutMs = 60000;
 
 QString themeText(const QLatin1String& key)
@@ -39,7 +39,8 @@ QString encoded(const QUrl& url)
     return QString::fromLatin1(url.toEncoded());
 }
 
-/// The URL that a value of QML stands for: a URL, or its text, or a path; an empty one for others.
+/// Converts a value of QML to a URL. The value is a URL, the text of a URL, or a path. For any
+/// other value, the URL is empty.
 QUrl urlFrom(const QJSValue& value)
 {
     const QVariant given = value.toVariant();
@@ -65,10 +66,10 @@ bool isUsable(const QUrl& url)
             || (url.isLocalFile() && url.toLocalFile().startsWith(QLatin1Char('/'))));
 }
 
-/// The id that a number of QML stands for; 0 for anything else.
+/// Converts a number of QML to an id. 0 for any other value.
 qint64 idFrom(const QJSValue& value)
 {
-    constexpr double largest = 9007199254740991; // up to here, a number of QML can tell ids apart
+    constexpr double largest = 9007199254740991; // above this, numbers of QML are not exact
     const double number = value.isNumber() ? value.toNumber() : 0;
     return number >= 1 && number <= largest && std::floor(number) == number ? qint64(number) : 0;
 }
@@ -104,13 +105,13 @@ QString pathOf(const ContentRow& row)
     return row.content.data()->url.toLocalFile();
 }
 
-// The values of what undo() takes.
+// The keys of the map that undo() takes.
 const QString MethodKey = QStringLiteral("method");
 const QString UrlKey = QStringLiteral("url");
 const QString IdKey = QStringLiteral("contentId");
 const QString AttributesKey = QStringLiteral("attributes");
 
-/// What QML has as null.
+/// The value that is null in QML.
 QVariant nothing()
 {
     return QVariant::fromValue(nullptr);
@@ -126,7 +127,7 @@ std::optional<ActionOutcome> foundById(qint64 id)
     return outcome;
 }
 
-/// Makes a moodset of a file or a picture.
+/// Makes a moodset from a file or a picture.
 Action::Plan planToMake(const QUrl& source)
 {
     Action::Plan plan;
@@ -141,7 +142,7 @@ Action::Plan planToMake(const QUrl& source)
     return plan;
 }
 
-/// Saves checked attributes of a moodset, and looks whether it has them then.
+/// Saves checked attributes of a moodset, and checks that the moodset has them afterwards.
 Action::Plan planToSave(qint64 id, const QVariantMap& values)
 {
     Action::Plan plan;
@@ -217,7 +218,7 @@ int Actions::make(bool makesActive, const QJSValue& url, const QJSValue& callbac
     plan.method = method;
     plan.noteBefore = [before, source](const ActionOutcome& known) {
         before->wasKnown = known.moodset.content.isValid();
-        // A picture of the network that the daemon knows is on this machine.
+        // A picture from the network that the daemon knows is already on this machine.
         before->isLocal = before->wasKnown || source.isLocalFile();
         const QString file = before->wasKnown ? pathOf(known.moodset) : source.toLocalFile();
         before->wasActive = before->isLocal && before->active == file;
@@ -228,7 +229,8 @@ int Actions::make(bool makesActive, const QJSValue& url, const QJSValue& callbac
         plan.confirm = [before](const ActionOutcome& outcome) -> std::optional<ActionOutcome> {
             const bool isActive =
                 themeText(MoodsetNames::ThemeKey::ActiveMoodset) == pathOf(outcome.moodset);
-            // Of one that was active before, only the wallpaper shows that it was made so again.
+            // If the moodset was active before, only the time of the wallpaper shows that it was
+            // applied again.
             const bool isMade = !before->wasActive
                 || RecordValues::stateOf(themeText(MoodsetNames::ThemeKey::ApplicationWallpaper))
                     != before->wallpaper;
@@ -338,7 +340,7 @@ int Actions::installPackage(const QJSValue& folder, const QJSValue& callback)
     if (!isUsable(url) || !url.isLocalFile()) {
         return refuse(Bus::InstallPackage, tr("it is no folder"), callback);
     }
-    // Without a slash at its end, which would make it another folder to the daemon.
+    // The path must not end in a slash, because the daemon would take it for another directory.
     const QDir package(QDir::cleanPath(url.toLocalFile()));
     const QStringList names = package.entryList(
         {QStringLiteral("*.moodset"), QStringLiteral("*.index")},
@@ -418,7 +420,7 @@ int Actions::undo(const QJSValue& undo, const QJSValue& callback)
     return refuse(QStringLiteral("undo"), tr("there is nothing to undo"), callback);
 }
 
-/// Makes a moodset that was removed, and then saves what was edited.
+/// Makes a removed moodset again, and then saves its edited attributes.
 int Actions::undoRemoval(const QVariantMap& undo, const QJSValue& callback)
 {
     const QUrl url = undo.value(UrlKey).toUrl();
@@ -476,7 +478,7 @@ int Actions::refuse(const QString& method, const QString& error, const QJSValue&
     const int number = ++m_lastNumber;
     m_running.insert(number, {nullptr, method, callback, {}, {}});
     Q_EMIT runningChanged();
-    // The caller has the number first.
+    // The caller must get the number before the outcome.
     QMetaObject::invokeMethod(
         this,
         [this, number, error] {

@@ -9,22 +9,23 @@
 
 class QJSEngine;
 
-/// The methods of the daemon, as calls that tell what has come of them. None waits: each returns a
-/// number at once, and when it is over, calls `callback`, if given, and then emits finished(), both
-/// with the outcome. This comes from the event loop, also for arguments that make no sense.
+/// The methods of the daemon, as calls that report their result. No call blocks. Each returns a
+/// number at once. When a call has finished, it calls `callback`, if there is one, and then emits
+/// finished(), both with the outcome. Both happen on the event loop, also if an argument is
+/// invalid.
 ///
 /// An outcome is an object with these values:
 ///   call       the number of the call
 ///   method     the name of the daemon's method
-///   succeeded  whether what was asked for has come about
+///   succeeded  whether the daemon has done what the call asked for
 ///   error      an Error
-///   errorText  why it has not, in one line
+///   errorText  why the daemon has not done it, in one line
 ///   moodset    the values of the moodset's roles by their names, as in models; null if there is
-///              none. After remove() it is the moodset as it was.
-///   undo       what undo() takes; null where there is nothing to undo
-/// and after installPackage()
+///              none. After remove(), it is the moodset before its removal.
+///   undo       the argument of undo(); null if there is nothing to undo
+/// After installPackage(), it also has these values:
 ///   moodsets   a list of the moodsets' URLs
-///   refused    a list of the paths of moodset files of which no moodset was made
+///   refused    a list of the paths of moodset files that did not become moodsets
 class Actions : public QObject
 {
     Q_OBJECT
@@ -47,36 +48,36 @@ public:
     explicit Actions(QJSEngine* engine, QObject* parent = nullptr);
     ~Actions() override;
 
-    /// How many calls are under way.
+    /// The number of calls that have not finished.
     int running() const { return m_running.size(); }
 
     /// How long to wait for a picture on the network, in milliseconds; 60000 if not set.
     int networkTimeout() const { return m_networkTimeout; }
     void setNetworkTimeout(int timeout);
 
-    /// Makes a moodset active. `url` is that of a moodset file, or of a picture, here or on the
-    /// network, of which a moodset is made first.
+    /// Applies a moodset. `url` is the URL of a moodset file, or of a picture, local or on the
+    /// network. From a picture, the daemon first makes a moodset.
     Q_INVOKABLE int setMoodset(const QJSValue& url, const QJSValue& callback = {});
-    /// Makes a moodset, and leaves the active one.
+    /// Makes a moodset, and does not apply it.
     Q_INVOKABLE int createMoodset(const QJSValue& url, const QJSValue& callback = {});
-    /// Takes a moodset out of the library, but not its file.
+    /// Removes a moodset from the library, but does not delete its file.
     Q_INVOKABLE int remove(const QJSValue& contentId, const QJSValue& callback = {});
     /// Changes a moodset. `attributes` is an object with any of displayName, favorite,
-    /// ringerVolume, the four colours, a switch for each tone, and resources, a map of the tones'
-    /// files.
+    /// ringerVolume, the four colours, a switch for each tone, and resources, which is a map of the
+    /// files of the tones.
     Q_INVOKABLE int saveAttributes(
         const QJSValue& contentId, const QJSValue& attributes, const QJSValue& callback = {});
-    /// Has the daemon take in a local file, and waits until it has been read.
+    /// Registers a local file, and waits until the daemon has read it.
     Q_INVOKABLE int indexFile(const QJSValue& url, const QJSValue& callback = {});
-    /// Has the bundle in a directory taken in; `folder` is its URL or path.
+    /// Installs the bundle in a directory. `folder` is its URL or path.
     Q_INVOKABLE int installPackage(const QJSValue& folder, const QJSValue& callback = {});
-    /// Has the daemon look for new, changed and removed packages.
+    /// Makes the daemon look for new, changed and removed packages.
     Q_INVOKABLE int refreshMoodsets(const QJSValue& callback = {});
 
-    /// Undoes what an outcome tells of, by its value `undo`.
+    /// Undoes an earlier call. The argument is the value `undo` of its outcome.
     Q_INVOKABLE int undo(const QJSValue& undo, const QJSValue& callback = {});
 
-    /// Gives up waiting for a call. What it asked for may come about all the same.
+    /// Stops waiting for a call. The daemon may still carry it out.
     Q_INVOKABLE void cancel(int call);
 
 Q_SIGNALS:
@@ -89,12 +90,12 @@ private:
 
     struct Call
     {
-        Action* action = nullptr; // null for one that was refused
+        Action* action = nullptr; // null if an argument is invalid
         QString method;
         QJSValue callback;
-        /// Turns a success into what undo() takes. May be empty.
+        /// After a success, makes the argument of undo() from it. May be empty.
         Undo undo;
-        /// What to do after a success, under the same number. May be empty.
+        /// Runs after a success, under the same number. May be empty.
         std::function<Action::Plan(const ActionOutcome&)> next;
     };
 

@@ -73,7 +73,7 @@ QString textOfUrl(const QVariant& value)
 
 QString takeName(const QVariant& value, QVariant* taken)
 {
-    // Without a name, a moodset is called as its file is.
+    // A moodset without a name is shown with the name of its file.
     const QString name = value.toString();
     if (value.userType() != QMetaType::QString || name.contains(QChar::Null)
         || (name.trimmed().isEmpty() && !name.isEmpty())) {
@@ -96,7 +96,7 @@ QString takeVolume(const QVariant& value, QVariant* taken)
 {
     const double number = isNumber(value) ? value.toDouble() : std::nan("");
     const double rounded = std::round(number);
-    // Nothing is true of a number that is none.
+    // All comparisons with NaN are false.
     if (!(rounded >= 0 && rounded <= Loudest)) {
         return tr("it is no volume from 0 to 100");
     }
@@ -110,7 +110,7 @@ QString takeColor(const QVariant& value, QVariant* taken)
     if (value.userType() == QMetaType::QColor) {
         color = value.value<QColor>();
     } else if (value.userType() == QMetaType::QString && value.toString().isEmpty()) {
-        *taken = QString(); // which takes the colour away
+        *taken = QString(); // this removes the colour
         return {};
     } else if (value.userType() == QMetaType::QString) {
         color = colorFromString(value.toString());
@@ -122,7 +122,7 @@ QString takeColor(const QVariant& value, QVariant* taken)
     return {};
 }
 
-/// A tone's file is a map with a URL, or the URL alone; an empty one takes the tone away.
+/// A tone's file is a map with a URL, or only the URL. An empty URL removes the tone's file.
 QString takeToneFile(const QVariant& value, QVariant* taken)
 {
     const QVariant given =
@@ -159,7 +159,8 @@ QString takeTones(const QVariant& value, QVariant* taken)
     return {};
 }
 
-/// Why the value of an attribute makes no sense; empty if it does, and then it is in `taken`.
+/// Checks the value of an attribute. If it is valid, it is stored in `taken`, and the result is
+/// empty. Otherwise, the result says why it is not.
 QString take(const QString& name, const QVariant& value, QVariant* taken)
 {
     if (name == Attribute::DisplayName) {

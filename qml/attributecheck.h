@@ -8,11 +8,11 @@
 struct CheckedAttributes
 {
     QVariantMap values;
-    /// Why one of them makes no sense, in one line; empty if all do.
+    /// Why one of them is invalid, in one line; empty if all are valid.
     QString error;
 };
 
-/// Turns values as QML has them into those that the daemon takes: a colour into its text, a number
-/// into an integer, a URL into its text. The daemon stores whatever it gets, and a value that the
-/// bus cannot carry would end this process, so everything else is refused.
+/// Converts values of QML to values that the daemon takes: a colour to its text, a number to an
+/// integer, a URL to its text. Everything else is invalid, because the daemon stores any value that
+/// it gets, and because a value that the bus cannot carry would end this process.
 CheckedAttributes checkedAttributes(const QVariant& attributes);

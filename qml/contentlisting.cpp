@@ -10,8 +10,8 @@ namespace {
 /// The first portion fills a screen.
 constexpr int FirstPortion = 50;
 
-/// Each portion has this many times the rows of the last: the first come soon, and few calls bring
-/// the many.
+/// Each portion has this many times as many rows as the one before. So the first rows come soon,
+/// and few calls are needed for all rows.
 constexpr int PortionGrowth = 4;
 
 } // namespace

@@ -11,18 +11,18 @@
 
 #include <queryagent.h>
 
-/// Takes the records of a listing on the library's thread, and makes of them what a model needs:
-/// for an empty model the rows as they come, in ever larger portions, and for any other the update
-/// of its rows. Records that have not changed keep the handles that the model has, so that a
-/// refresh takes no second copy of the library.
+/// Receives the records of a listing on the library's thread. For an empty model, it delivers the
+/// rows as they come, in ever larger portions. For any other model, it makes an update of the rows.
+/// If a record has not changed, the update uses the handle that the model has, so a refresh keeps
+/// no second copy of the library.
 class ContentListing final : public QueryAgent::Recipient
 {
 public:
     using Filter = std::function<bool(const Content&)>;
     using Portions = std::function<void(const ContentRows&)>;
 
-    /// `before` are the rows that the model has. A model without rows gets portions, if `portions`
-    /// is given.
+    /// `before` are the rows that the model has. If the model has no rows and `portions` is given,
+    /// the rows are delivered in portions.
     ContentListing(
         const LibraryThread::Work& work, ContentRows before, RowKey key, Filter filter,
         Portions portions);
@@ -30,10 +30,10 @@ public:
     void receive(const QVector<Content>& batch) override;
     bool wantsMore() const override;
 
-    /// What turns the rows that the model has into those of the listing; for a listing that gives
-    /// no portions.
+    /// The update from the rows of the model to the rows of the listing. For a listing without
+    /// portions.
     RowUpdate update() const;
-    /// The rows that were in no portion.
+    /// The rows that have not been delivered in a portion.
     const ContentRows& rest() const { return m_rows; }
 
 private:
@@ -47,7 +47,7 @@ private:
     const Portions m_portions;
     ContentRows m_rows;
     int m_portionSize;
-    /// The row that the next record probably is.
+    /// The row that probably has the next record.
     int m_next = 0;
     QHash<qint64, int> m_positions;
 };

@@ -10,16 +10,17 @@
 
 namespace {
 
-/// A model rests after each reading: at least for so long, so that a few announcements make one
-/// reading, and else for as long as the reading took, so that it never keeps the thread to itself.
+/// The shortest pause after each reading, so that several announcements cause only one reading. If
+/// the reading took longer, the pause is as long as the reading, so that the other models can use
+/// the thread, too.
 constexpr int ShortestPauseMs = 50;
 constexpr int LongestPauseMs = 5000;
 
-/// As many rows as a large screen shows.
+/// The number of rows that a large screen shows.
 constexpr int FastStartRows = 200;
 
-/// Whether an announcement of a type concerns a model of another: the removal of a picture or of a
-/// moodset file is announced as one of a file.
+/// Whether an announcement of a type concerns a model of another type. The removal of a picture or
+/// of a moodset file is announced as a change of files.
 bool concerns(int announced, MoodsetContent::Type type)
 {
     return announced == type || announced == MoodsetContent::File;
@@ -56,7 +57,7 @@ void ContentModel::classBegin()
 void ContentModel::componentComplete()
 {
     m_thread = LibraryThread::instance();
-    // First the announcements, so that no change is missed in between.
+    // The announcements come first, so that no change between them and the reading is missed.
     m_events = LibraryEvents::instance();
     connect(m_events.get(), &LibraryEvents::contentChanged, this, &ContentModel::handleChange);
     connect(m_events.get(), &LibraryEvents::daemonStarted, this, &ContentModel::refresh);
@@ -124,7 +125,7 @@ void ContentModel::refresh()
     schedule();
 }
 
-/// Has the library read as soon as the last reading is over and the pause after it.
+/// Reads the library again as soon as the current reading and the pause after it are over.
 void ContentModel::schedule()
 {
     m_isStale = true;
@@ -139,12 +140,12 @@ void ContentModel::requery()
         return;
     }
     if (m_isChangingRows) {
-        // A view or a handler has asked in between two steps, when the rows are those of no
-        // listing.
+        // A view or a handler has called this between two steps of an update. The rows are then
+        // neither the old nor the new listing.
         m_isQueryStale = true;
         return;
     }
-    // What is being read is not wanted any more.
+    // The result of the current reading is not needed any more.
     if (m_reading) {
         m_reading->cancel();
         m_reading.reset();
@@ -178,7 +179,8 @@ void ContentModel::start()
     });
 }
 
-// Runs on the library's thread: of the model, only what is delivered knows anything.
+// This runs on the library's thread, so it must not use the model. Only the delivered functions
+// may.
 void ContentModel::readRows(
     const LibraryThread::Work& work, const Query& query, ContentRows before, int generation)
 {
@@ -261,8 +263,8 @@ void ContentModel::apply(const RowUpdate& update)
     announceChanges(update);
 }
 
-// In both walks, what has been walked through is shown from the new rows and the rest from the old
-// ones. So no row is copied, however many there are and wherever they come and go.
+// In both walks, the rows before the current position are shown from the new list, and the rows
+// after it from the old list. So no row is copied, however many rows are removed and inserted.
 
 void ContentModel::walkRemovals(const RowUpdate& update)
 {

@@ -14,9 +14,9 @@
 
 #include <memory>
 
-/// A list model of records that follows the library. It reads on the library's thread, and begins
-/// when its component is complete. Later changes come as removals, moves and insertions of single
-/// rows, so that views keep their place and their selection.
+/// A list model of records that follows the library. It begins to read, on the library's thread,
+/// when its component is complete. It reports later changes as removals, moves and insertions of
+/// single rows, so that views keep their position and their selection.
 class ContentModel : public QAbstractListModel, public QQmlParserStatus
 {
     Q_OBJECT
@@ -30,8 +30,8 @@ public:
         Null, ///< the component is not complete yet
         Loading, ///< the rows are being read for the first time, or for the first time with a
                  ///< filter
-        Ready, ///< the rows are what the library holds, or are being brought up to date
-        Error ///< the library cannot be read; the rows are those of the last time
+        Ready, ///< the rows show the library, or are being updated
+        Error ///< the library cannot be read; the rows stay as they were
     };
     Q_ENUM(Status)
 
@@ -42,14 +42,14 @@ public:
     /// Why the library cannot be read, in one line; empty if it can.
     QString error() const { return m_error; }
 
-    /// All values of a row by the names of the roles; null if there is no such row.
+    /// All values of a row, by the names of their roles; null if there is no such row.
     Q_INVOKABLE QVariant get(int row) const;
     /// The row of a record; -1 if it has none.
     Q_INVOKABLE int indexOf(qlonglong contentId) const;
     /// The row of a file; -1 if it has none.
     Q_INVOKABLE int indexOfUrl(const QUrl& url) const;
-    /// Reads the library again, which the model does by itself when the daemon says that something
-    /// has changed.
+    /// Reads the library again. The model also does this by itself when the daemon announces a
+    /// change.
     Q_INVOKABLE void refresh();
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -62,30 +62,30 @@ public:
 Q_SIGNALS:
     void countChanged();
     void statusChanged();
-    /// The rows are those that the library had when they were read.
+    /// A reading is complete, and the rows show its result.
     void updated();
 
 protected:
-    /// What to list, as the properties of the model say. Copied to the library's thread.
+    /// The listing that the properties of the model select. It is copied to the library's thread.
     struct Query
     {
-        /// Lists on the library's thread; false if that failed. With a limit, as many records as
-        /// fill a screen.
+        /// Runs the listing on the library's thread. False if it failed. If `limit` is not NoLimit,
+        /// the listing may end after this number of records.
         std::function<bool(QueryAgent::Recipient*, int limit)> list;
         ContentListing::Filter filter;
-        /// Whether the first rows can be listed much sooner than all of them.
+        /// Whether the first rows can be listed much sooner than all rows.
         bool hasFastStart = false;
     };
     static constexpr int NoLimit = -1;
 
-    /// The whole listing of the library's agent for a type, with the modification times.
+    /// The whole listing of a type's agent, with the modification times.
     static Query wholeListing(MoodsetContent::Type type, QueryAgent::Parameters parameters);
 
     ContentModel(MoodsetContent::Type type, QObject* parent);
 
     virtual Query query() const = 0;
 
-    /// Has the rows read for other properties.
+    /// Reads the rows again because the properties have changed.
     void requery();
 
 private:
@@ -108,7 +108,7 @@ private:
     const QHash<int, QByteArray> m_roleNames;
     std::shared_ptr<LibraryThread> m_thread;
     std::shared_ptr<LibraryEvents> m_events;
-    ReadingPointer m_reading; // null while none is under way
+    ReadingPointer m_reading; // null while nothing is being read
     bool m_isStale = false;
     bool m_isQueryStale = false;
     bool m_isChangingRows = false;
@@ -118,8 +118,8 @@ private:
     Status m_status = Null;
     QString m_error;
 
-    /// The rows. While an update is applied, the first m_done of them are those of m_next, and
-    /// those from m_taken on of m_rows follow.
+    /// The rows of the model. While an update is applied, the model shows the first m_done rows of
+    /// m_next, and after them the rows of m_rows from m_taken on.
     ContentRows m_rows;
     ContentRows m_next;
     int m_done = 0;

@@ -5,8 +5,9 @@
 
 #include <content.h>
 
-/// A row of a model: a record, and what tells one state of its wallpapers from another, which keep
-/// their names when they are written again. 0 where that is not looked at.
+/// A row of a model: a record, and a number for the state of each of its wallpapers, because the
+/// daemon replaces a wallpaper without changing its name. The number is 0 if the state is not
+/// needed.
 struct ContentRow
 {
     Content content;

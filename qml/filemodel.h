@@ -3,7 +3,7 @@
 
 #include "contentmodel.h"
 
-/// The files of the library, by their names.
+/// Lists the files of the library, sorted by name.
 class FileModel : public ContentModel
 {
     Q_OBJECT
@@ -18,8 +18,8 @@ public:
     QString mimeType() const { return m_mimeType; }
     void setMimeType(const QString& mimeType);
 
-    /// Paths: only files in directories below one of them are listed, and not those that lie
-    /// directly in it. Empty for all.
+    /// Paths of directories. Only files in directories below one of these are listed, and not the
+    /// files directly in them. If it is empty, all files are listed.
     QStringList directories() const { return m_directories; }
     void setDirectories(const QStringList& directories);
 

@@ -7,23 +7,24 @@
 
 class QDBusServiceWatcher;
 
-/// What the daemon announces on the session bus, for all users in the process. Main thread only.
+/// Receives the announcements of the daemon on the session bus, for all users in the process. Main
+/// thread only.
 class LibraryEvents : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The one that all users share; it is gone with the last of them.
+    /// The object that all users share. It is destroyed with its last user.
     static std::shared_ptr<LibraryEvents> instance();
 
     LibraryEvents();
 
 Q_SIGNALS:
-    /// There is something new to read of the content type, and of types that depend on it: pictures
-    /// and moodsets after a change of files (0).
+    /// Content of this type has changed. A change of files (0) is also emitted for the types that
+    /// depend on files: pictures and moodsets.
     void contentChanged(int type);
 
-    /// A daemon has come to the bus. It may have made another library.
+    /// A daemon has appeared on the bus. It may have made another library.
     void daemonStarted();
 
     /// The daemon has left the bus.

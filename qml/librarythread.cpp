@@ -80,7 +80,7 @@ QString LibraryThread::openLibrary()
     {
     };
     if (stat(QFile::encodeName(path).constData(), &state) != 0) {
-        // Nobody but the reader would keep the file, which may be huge.
+        // The file was removed. Only the connection still keeps it, and it may be huge.
         QueryAgent::closeConnection();
         m_file = {};
         return QStringLiteral("there is no database at %1").arg(path);

@@ -10,13 +10,13 @@
 #include <functional>
 #include <memory>
 
-/// Something that was asked of the library's thread, which the one who asked can take back.
+/// Work that was given to the library's thread. The caller can cancel it.
 class Reading
 {
 public:
     bool isCancelled() const { return m_isCancelled; }
 
-    /// Has what was asked end as soon as it can. Nothing of it is delivered any more. Main thread.
+    /// Makes the work end as soon as it can. Nothing more is delivered. Main thread only.
     void cancel() { m_isCancelled = true; }
 
 private:
@@ -25,29 +25,29 @@ private:
 
 using ReadingPointer = std::shared_ptr<Reading>;
 
-/// The process's one thread that reads the library. One piece of work follows the other, so that
-/// there is one listing at a time, and none inside of another.
+/// The thread that reads the library; a process has only one. It does one piece of work after the
+/// other, so there is never more than one listing.
 ///
-/// It is made by the first that needs it, and has ended when the last that holds it is destroyed.
-/// All but what `work` calls is for the main thread.
+/// The first user starts the thread, and it ends when the last user is destroyed. All functions
+/// except those that `work` calls are for the main thread.
 class LibraryThread
 {
 public:
-    /// What a piece of work sees of the thread.
+    /// The part of the thread that a piece of work can use.
     class Work
     {
     public:
-        /// Whether nobody wants its result any more.
+        /// Whether the caller has cancelled the work.
         bool isCancelled() const { return m_reading->isCancelled(); }
 
         /// Runs `function` on the main thread, unless the reading is cancelled before.
         void deliver(std::function<void()> function) const;
 
-        /// Looks whether there is a library, and opens it again if the daemon has made another one
-        /// since the last work. Returns why it cannot be read, in one line, or an empty text.
+        /// Checks that there is a library. If the daemon has made a new database file, it opens
+        /// that file. Returns why the library cannot be read, in one line, or an empty text.
         QString open() const;
 
-        /// Counts how often a library has been opened again.
+        /// The number of times that a library was opened.
         int generation() const;
 
     private:
@@ -60,11 +60,11 @@ public:
     static std::shared_ptr<LibraryThread> instance();
 
     LibraryThread();
-    /// Waits for the work that is being done, which ends soon if it is cancelled.
+    /// Waits for the current work, which ends soon if it is cancelled.
     ~LibraryThread();
     Q_DISABLE_COPY_MOVE(LibraryThread)
 
-    /// Has `work` done on the thread, after all that was asked before.
+    /// Runs `work` on the thread, after all earlier work.
     ReadingPointer read(std::function<void(const Work&)> work);
 
 private:
@@ -81,10 +81,11 @@ private:
     QString openLibrary();
 
     QThread m_thread;
-    /// Live on the thread and on the main thread; they run what is sent to them.
+    /// The first lives on the thread, the second on the main thread. They run the functions that
+    /// are sent to them.
     QObject* m_worker;
     QObject m_home;
-    /// Of the file that the connection reads. The thread's own.
+    /// The identity of the file that the connection reads. Only the thread uses it.
     FileIdentity m_file;
     int m_generation = 0;
 };

@@ -59,7 +59,7 @@ QVariant MoodsetItem::moodset() const
     return RecordValues::map(m_row);
 }
 
-/// Looks for another moodset.
+/// Reads another moodset, because the id or the URL has changed.
 void MoodsetItem::look()
 {
     if (!m_thread) {
@@ -83,7 +83,7 @@ void MoodsetItem::start()
     if (m_contentId == 0 && m_url.isEmpty()) {
         return;
     }
-    // Announcements that come while a reading is under way make one more, whatever their number.
+    // However many announcements come while a reading runs, they cause only one further reading.
     m_isStale = m_reading != nullptr;
     if (m_isStale) {
         return;

@@ -27,7 +27,7 @@ public:
     enum Status : int {
         Null, ///< neither an id nor a URL is given, or the component is not complete yet
         Loading, ///< the moodset is being read for the first time
-        Ready, ///< `moodset` is what the library holds
+        Ready, ///< `moodset` shows the library
         Error ///< the library cannot be read; `moodset` is that of the last time
     };
     Q_ENUM(Status)
@@ -35,16 +35,16 @@ public:
     explicit MoodsetItem(QObject* parent = nullptr);
     ~MoodsetItem() override;
 
-    /// The id of the moodset; 0 to look for a URL.
+    /// The id of the moodset. If it is 0, the URL counts.
     qlonglong contentId() const { return m_contentId; }
     void setContentId(qlonglong contentId);
 
     /// The URL of the moodset's file or picture, or the address that the picture was downloaded
-    /// from. Not looked at while there is an id.
+    /// from. It is ignored while there is an id.
     QUrl url() const { return m_url; }
     void setUrl(const QUrl& url);
 
-    /// The values of the moodset's roles by their names; null while there is no such moodset.
+    /// The values of the moodset's roles, by their names; null while there is no such moodset.
     QVariant moodset() const;
     const ContentRow& row() const { return m_row; }
 

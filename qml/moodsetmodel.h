@@ -3,7 +3,7 @@
 
 #include "contentmodel.h"
 
-/// The moodsets, favourites first, and each group by the times when its moodsets came.
+/// Lists the moodsets, favourites first. Each group is sorted by time stamp.
 class MoodsetModel : public ContentModel
 {
     Q_OBJECT

@@ -3,7 +3,7 @@
 
 #include "contentmodel.h"
 
-/// The pictures whose data have been read, by the times when they were taken.
+/// Lists the pictures whose data have been read, sorted by the times when they were taken.
 class PhotoModel : public ContentModel
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ class PhotoModel : public ContentModel
     Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY searchChanged)
 
 public:
-    /// Those that do not say when they were taken come last in either order.
+    /// Pictures without a time come last in either order.
     enum Order : int { NewestFirst = 0, OldestFirst = 1 };
     Q_ENUM(Order)
 
@@ -30,8 +30,9 @@ public:
     QString folder() const { return m_folder; }
     void setFolder(const QString& folder);
 
-    /// A text: only pictures are listed whose path, or whose date in the form "2024-03-31", has
-    /// each of its words in it, in upper or lower case. Empty for all.
+    /// Some words. Only pictures are listed that have each of these words in their path or in their
+    /// date, in upper or lower case. The date has the form "2024-03-31". If it is empty, all
+    /// pictures are listed.
     QString search() const { return m_search; }
     void setSearch(const QString& search);
 

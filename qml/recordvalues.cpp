@@ -20,7 +20,7 @@ const MoodsetData* moodsetOf(const ContentRow& row)
         : nullptr;
 }
 
-/// What is no value in QML.
+/// The value that is undefined in QML.
 QVariant definedValue(const QVariant& value)
 {
     const bool isUnset = (value.userType() == QMetaType::QColor && !value.value<QColor>().isValid())
@@ -141,7 +141,7 @@ qint64 RecordValues::stateOf(const QString& path)
     if (path.isEmpty() || stat(QFile::encodeName(path).constData(), &state) != 0) {
         return 0;
     }
-    // A file that was put in the place of another within a tick of the clock has another number.
+    // If a file replaces another one within a tick of the clock, it has another inode number.
     constexpr qint64 nanoseconds = 1000000000;
     return (state.st_mtim.tv_sec * nanoseconds + state.st_mtim.tv_nsec) ^ qint64(state.st_ino);
 }
@@ -150,7 +150,7 @@ ContentRow RecordValues::row(const Content& content)
 {
     ContentRow row{content, 0};
     if (const MoodsetData* const moodset = moodsetOf(row)) {
-        // One build writes both.
+        // The daemon always writes both wallpapers together.
         row.version =
             stateOf(moodset->homeWallpaper) ^ (3 * (stateOf(moodset->applicationWallpaper) >> 2U));
     }

@@ -7,19 +7,18 @@
 #include <QUrl>
 #include <QVariantMap>
 
-/// What QML sees of records: the values of their roles, and of some more that the module has of its
-/// own. A colour or a time that a record does not have is undefined: as it is, QML would show the
-/// one as black and the other as "Invalid Date".
+/// The values of records for QML: those of their roles, and of some roles that only the module has.
+/// If a record does not have a colour or a time, the value is undefined, because QML would show an
+/// invalid colour as black and an invalid time as "Invalid Date".
 namespace RecordValues {
 
 enum OwnRole : int {
-    NameRole = 0x2000, ///< what a moodset is called: its name, or else that of its file
-    ThumbnailRole, ///< the URL of a small picture, which has another form when the picture has
-                   ///< changed
-    MonthRole, ///< "2024-03", when a picture was taken; empty where it does not say
+    NameRole = 0x2000, ///< the name of a moodset, or the name of its file if it has none
+    ThumbnailRole, ///< the URL of a small picture, which changes when the picture changes
+    MonthRole, ///< "2024-03", when a picture was taken; empty without a time
     FolderRole, ///< the path of the directory
-    VersionedWallpaperRole, ///< the URL of the home wallpaper, of another form when it has changed
-    VersionedApplicationWallpaperRole ///< likewise of the application wallpaper
+    VersionedWallpaperRole, ///< the URL of the home wallpaper, which changes with the file
+    VersionedApplicationWallpaperRole ///< the same for the application wallpaper
 };
 
 QHash<int, QByteArray> moodsetRoleNames();
@@ -30,16 +29,16 @@ QHash<int, QByteArray> roleNames(int type);
 /// The value of a role.
 QVariant value(const ContentRow& row, int role);
 
-/// All values by the names of their roles; null for a null handle.
+/// All values, by the names of their roles; null for a null handle.
 QVariant map(const ContentRow& row);
 
-/// Tells one state of the file at a local path from another; 0 if there is none.
+/// A number that changes when the file at a local path changes; 0 if there is no file.
 qint64 stateOf(const QString& path);
 
-/// A row of a record, with the state of its wallpapers if it is a moodset.
+/// Makes the row of a record. For a moodset, it includes the states of the wallpapers.
 ContentRow row(const Content& content);
 
-/// The URL of a local file, of another form for each state; an empty URL for an empty path.
+/// The URL of a local file, which contains its state as a query. Empty for an empty path.
 QUrl versionedUrl(const QString& path, qint64 state);
 
 /// The URL of the thumbnail of a local file.

@@ -9,12 +9,12 @@
 
 namespace {
 
-/// A move costs a walk through the rows. Where more rows than this have changed places, the others
-/// are removed and inserted instead.
+/// Each move takes a search through the rows. If more rows than this have moved, the others are
+/// removed and inserted instead.
 constexpr int MostMoves = 200;
 
-/// How many unchanged rows may lie between two changed ones that are announced together, where
-/// there are many.
+/// If there are many changes, two changed rows are announced together if at most this many
+/// unchanged rows are between them.
 constexpr int MostChanges = 1000;
 
 constexpr int None = -1;
@@ -25,7 +25,7 @@ bool isSameRow(const ContentRow& left, const ContentRow& right, RowKey key)
                              : left.content.data()->url == right.content.data()->url;
 }
 
-/// Puts the position into the last range if that ends before it.
+/// Appends a position: to the last range if it comes right after it, and else as a new range.
 void append(std::vector<RowUpdate::Range>* ranges, int position)
 {
     if (!ranges->empty() && ranges->back().first + ranges->back().count == position) {
@@ -51,7 +51,7 @@ std::vector<int> match(
     return origins;
 }
 
-/// The position that each new row had among the old ones; None for those that are new.
+/// The position that each new row had among the old rows; None if it is new.
 std::vector<int> originsOf(const ContentRows& before, const ContentRows& after, RowKey key)
 {
     const int shorter = std::min(before.size(), after.size());
@@ -75,10 +75,10 @@ std::vector<int> originsOf(const ContentRows& before, const ContentRows& after, 
     return origins;
 }
 
-/// Which of the numbers make up a longest ascending part; None is left out.
+/// Marks the numbers of a longest ascending subsequence. Numbers that are None do not count.
 std::vector<bool> longestAscent(const std::vector<int>& numbers)
 {
-    std::vector<std::size_t> ends; // where the best ascent of each length ends
+    std::vector<std::size_t> ends; // the last element of the best subsequence of each length
     std::vector<std::size_t> previous(numbers.size());
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         if (numbers[i] == None) {
@@ -106,7 +106,7 @@ std::vector<bool> longestAscent(const std::vector<int>& numbers)
     return isInAscent;
 }
 
-/// Finds the rows that have to change places. If they are too many, they become new ones.
+/// Finds the rows that must move. If there are too many, they become removals and insertions.
 std::vector<bool> findMoved(std::vector<int>* origins)
 {
     std::vector<bool> isMoved(origins->size(), false);
@@ -134,8 +134,8 @@ std::vector<bool> findMoved(std::vector<int>* origins)
     return isMoved;
 }
 
-/// The moves that bring the kept old rows into the order of the new ones: each moved row goes to
-/// the place after the row that stands before it in the new order.
+/// The moves that sort the kept old rows into the order of the new ones. Each moved row goes to the
+/// position after the row that comes before it in the new order.
 std::vector<RowUpdate::Move> movesOf(
     const std::vector<int>& origins, const std::vector<bool>& isMoved)
 {
@@ -183,7 +183,7 @@ void findRemovals(const ContentRows& before, const std::vector<int>& origins, Ro
     if (update->removals.empty()) {
         return;
     }
-    // By ranges, as a row at a time is several times as slow.
+    // Whole ranges are copied, because single rows take several times as long.
     int begin = 0;
     for (const RowUpdate::Range& range : update->removals) {
         update->kept += before.mid(begin, range.first - begin);
@@ -192,7 +192,7 @@ void findRemovals(const ContentRows& before, const std::vector<int>& origins, Ro
     update->kept += before.mid(begin);
 }
 
-/// Announces changes that lie close together as one, where there are too many.
+/// If there are too many changes, joins those that are close together.
 std::vector<RowUpdate::Range> merged(const std::vector<RowUpdate::Range>& changes)
 {
     if (changes.size() <= std::size_t(MostChanges)) {

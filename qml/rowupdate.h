@@ -5,9 +5,9 @@
 
 #include <vector>
 
-/// What turns the rows of a model into others, so that what stays keeps its place in views. The
-/// steps are done in this order: removals, moves, insertions, and last the announcement of rows
-/// that show other values.
+/// The steps from the old rows of a model to the new ones. Views keep the position of the rows that
+/// stay. The order of the steps is: removals, moves, insertions, and last the announcement of rows
+/// with changed values.
 struct RowUpdate
 {
     struct Range
@@ -25,12 +25,12 @@ struct RowUpdate
     std::vector<Range> removals;
     /// The old rows without the removed ones; empty if none is removed.
     ContentRows kept;
-    /// Each by the positions that the moves before it have left. `to` is where the row stands
-    /// afterwards.
+    /// The positions are those after all moves before this one. `to` is the position of the row
+    /// after the move.
     std::vector<Move> moves;
     /// In ascending order, by the positions of the new rows.
     std::vector<Range> insertions;
-    /// Rows that stay and have other values, likewise.
+    /// The rows that stay and have changed values, in the same order.
     std::vector<Range> changes;
     /// The new rows.
     ContentRows rows;
@@ -41,13 +41,13 @@ struct RowUpdate
     }
 };
 
-/// Which rows of two listings are the same record.
+/// How to recognise the same record in two listings.
 enum class RowKey {
     Id,
-    /// In a database that was made again, all ids are other ones.
+    /// In a rebuilt database, all ids are different.
     Url
 };
 
-/// The update from `before` to `after`. Rows that stay and are not changed must have the same
-/// record handle in both. No key may be there twice in either of the lists.
+/// The update from `before` to `after`. Rows that stay and have not changed must have the same
+/// record handle in both. No key may be in a list twice.
 RowUpdate rowUpdate(const ContentRows& before, const ContentRows& after, RowKey key);

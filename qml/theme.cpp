@@ -131,13 +131,13 @@ void Theme::follow()
          {ThemeKey::Highlight, ThemeKey::SecondaryHighlight, ThemeKey::Primary, ThemeKey::Secondary,
           ThemeKey::HomeWallpaper, ThemeKey::ApplicationWallpaper, ThemeKey::ActiveMoodset}) {
         auto* const item = new MGConfItem(key, this);
-        // The keys of one theme come together.
+        // The keys of one theme change together.
         connect(item, &MGConfItem::valueChanged, &m_updateSoon, qOverload<>(&QTimer::start));
     }
     m_values = readValues();
     m_active.setUrl(m_values.activeMoodset);
     m_active.componentComplete();
-    // A moodset that is made active again has the same keys, and its wallpapers are written again.
+    // If a moodset is applied again, its wallpapers are written again, but no key changes.
     m_events = LibraryEvents::instance();
     connect(
         m_events.get(), &LibraryEvents::contentChanged, &m_updateSoon, qOverload<>(&QTimer::start));

@@ -10,8 +10,8 @@
 
 class MGConfItem;
 
-/// The theme that is set, live. It begins to follow the keys when the first of its properties is
-/// read. A colour that is not set is undefined.
+/// The current theme. It begins to follow the keys when one of its properties is read for the first
+/// time. A colour that is not set is undefined.
 class Theme : public QObject
 {
     Q_OBJECT
@@ -34,18 +34,18 @@ public:
     QVariant primaryColor();
     QVariant secondaryColor();
 
-    /// The wallpapers, under URLs that change when the file is written again under its name; empty
-    /// where none is set.
+    /// The URLs of the wallpapers, which change when the files are replaced. Empty if no wallpaper
+    /// is set.
     QUrl homeWallpaper();
     QUrl applicationWallpaper();
 
-    /// The URL of the file or picture of the moodset that is active; empty if there is none.
+    /// The URL of the active moodset's file or picture; empty if there is none.
     QUrl activeMoodset();
 
-    /// What that moodset is called; empty if the library does not have it.
+    /// The name of the active moodset; empty if it is not in the library.
     QString activeName();
 
-    /// A number that grows with each change of the theme, also of the content of a wallpaper.
+    /// A number that grows with each change of the theme, including the content of the wallpapers.
     int version();
 
 Q_SIGNALS:

@@ -15,21 +15,23 @@
 
 namespace {
 
-/// The side where nothing is asked for.
+/// The side of a thumbnail if no size is requested.
 constexpr int StandardSide = 256;
 
-/// Of a panorama that is to cover a square, the longer side is at most so many times the square's.
+/// If a panorama has to cover a square, its longer side is at most this many times as long as the
+/// side of the square.
 constexpr int LongestAspect = 4;
 
-/// How much of a size the camera's thumbnail must have to be shown in it: at less it looks blurred.
+/// The camera's thumbnail is used if it has at least this part of the requested size. A smaller one
+/// would look blurred.
 constexpr double SmallestShare = 0.8;
 
-/// How far the camera's thumbnail may be off the picture's ratio of width and height, as a share.
-/// One in six cameras adds black bars.
+/// The largest difference between the proportions of the camera's thumbnail and of the picture, as
+/// a part of the latter. One in six cameras adds black bars.
 constexpr double LargestDeviation = 0.03;
 
-/// The largest pictures that are decoded. Unlike a JPEG file, which is scaled as it is decoded, the
-/// others are in memory as a whole before they are scaled, four bytes a pixel.
+/// The largest pictures that are decoded. A JPEG file is scaled while it is decoded. All others are
+/// first in memory as a whole, with four bytes for each pixel.
 constexpr qint64 MostJpegPixels = 256'000'000;
 constexpr qint64 MostOtherPixels = 64'000'000;
 
@@ -39,7 +41,7 @@ bool isTooLarge(const QSize& size, PictureFormat format)
         > (format == PictureFormat::Jpeg ? MostJpegPixels : MostOtherPixels);
 }
 
-/// How a picture is stored, and what the camera has put beside it.
+/// The tags of a picture: its orientation, and the thumbnail that the camera has stored.
 struct Tags
 {
     int orientation = 0;
@@ -61,7 +63,7 @@ Tags readTags(const QString& path, PictureFormat format)
     return tags;
 }
 
-/// The stored pixels as the number of Exif says that they are to be seen.
+/// Turns the stored pixels as the Exif orientation says.
 QImage upright(const QImage& stored, int orientation)
 {
     const auto rotated = [](const QImage& image, int angle) {
@@ -87,7 +89,7 @@ QImage upright(const QImage& stored, int orientation)
     }
 }
 
-/// The size of what is to be made of an upright picture.
+/// The size of the thumbnail of an upright picture.
 QSize thumbnailSize(const QSize& picture, const QSize& wanted)
 {
     QSize box = wanted;
@@ -117,7 +119,7 @@ QImage scaledDown(const QImage& image, const QSize& size)
         : image;
 }
 
-/// The camera's thumbnail, if it shows the picture in `size` pixels; null otherwise.
+/// The camera's thumbnail, if it is good enough for `size` pixels; null otherwise.
 QImage cameraThumbnail(const Tags& tags, const QSize& picture, const QSize& size)
 {
     if (tags.thumbnail.isEmpty()) {

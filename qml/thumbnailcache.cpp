@@ -30,10 +30,10 @@ constexpr std::array<Class, 4> Classes{
 const QString UriKey = QStringLiteral("Thumb::URI");
 const QString TimeKey = QStringLiteral("Thumb::MTime");
 
-/// For so long after a change, the next one can have the same time.
+/// If a file changes again within this time, it can still have the same modification time.
 constexpr qint64 ShortestAgeSecs = 2;
 
-/// Small files fast: a higher compression takes longer than the picture takes to decode.
+/// This makes small files quickly: a higher compression takes longer than decoding the picture.
 constexpr int PngQuality = 80;
 
 QString root()
@@ -60,7 +60,8 @@ QString textOf(const QDateTime& modified)
     return QString::number(modified.toSecsSinceEpoch());
 }
 
-/// The folder of a class, which others may not look into; false if there is none.
+/// Makes the directory for thumbnails of one size, which only the user may read. False if there is
+/// none.
 bool makeFolder(const QString& folder)
 {
     if (QFileInfo(folder).isDir()) {
@@ -71,7 +72,7 @@ bool makeFolder(const QString& folder)
         return false;
     }
     constexpr mode_t ownersOnly = 0700;
-    // Another program may have made it meanwhile.
+    // Another program may have made it in the meantime.
     static_cast<void>(mkdir(QFile::encodeName(folder).constData(), ownersOnly));
     return QFileInfo(folder).isDir();
 }
@@ -97,7 +98,7 @@ QImage ThumbnailCache::find(const QString& path, const QDateTime& modified, int 
         }
         PictureReader reader(fileFor(uri, size));
         const QSize pixels = reader.size();
-        // Anyone who writes to the cache could leave a huge one.
+        // Any program that writes to the cache could put a huge file there.
         if (reader.format() != PictureFormat::Png || !pixels.isValid()
             || std::max(pixels.width(), pixels.height()) > size.side) {
             continue;
@@ -135,9 +136,9 @@ void ThumbnailCache::store(
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     QImageWriter writer(&file, "png");
     writer.setQuality(PngQuality);
-    // commit() alone does not notice that the last bytes cannot be written.
+    // commit() alone does not notice that the last bytes could not be written.
     if (writer.write(thumbnail) && file.flush()) {
-        // What cannot be stored is made again.
+        // A thumbnail that could not be stored is made again the next time.
         static_cast<void>(file.commit());
     }
 }

@@ -5,21 +5,24 @@
 #include <QImage>
 #include <QString>
 
-/// The user's thumbnails as all programs of a desktop share them: the thumbnail standard of
-/// freedesktop.org, in the directory "thumbnails" of the user's cache. Any thread may use it.
+/// The cache of thumbnails that all programs of a desktop share, as the thumbnail standard of
+/// freedesktop.org describes it: the directory "thumbnails" in the user's cache. Any thread may use
+/// it.
 namespace ThumbnailCache {
 
-/// The length of the longer side of the smallest thumbnails of the cache that show `side` pixels; 0
-/// if all are smaller.
+/// The cache has thumbnails of some fixed sizes. This is the longer side of the smallest size that
+/// suffices for `side` pixels; 0 if all are smaller.
 int sideFor(int side);
 
-/// A thumbnail of that side, or one that is larger, of the file at the absolute path `path`, as it
-/// was changed last at `modified`. Null if the cache has none of it in that state.
+/// Finds a thumbnail whose longer side is `side` or longer. It must have been made from the file at
+/// the absolute path `path` when the file's modification time was `modified`. Null if there is
+/// none.
 QImage find(const QString& path, const QDateTime& modified, int side);
 
-/// Stores a thumbnail whose longer side is `side` for others and for the next time; what cannot be
-/// stored is made again then. A file that has just been changed may change again without another
-/// time, so its thumbnail is not stored.
+/// Stores a thumbnail whose longer side is `side`, for other programs and for the next time. If
+/// this fails, the thumbnail is made again the next time. If the file has just changed, its
+/// thumbnail is not stored, because the file may change again without getting another modification
+/// time.
 void store(const QString& path, const QDateTime& modified, int side, QImage thumbnail);
 
 } // namespace ThumbnailCache

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Decoders take memory, and the rest of the machine has work to do, too.
+/// The number of threads. Decoders take memory, and other programs need processors, too.
 constexpr int MostThreads = 3;
 
 QString pathFrom(const QString& id)
@@ -22,8 +22,8 @@ QString pathFrom(const QString& id)
 
 class ThumbnailResponse;
 
-/// Leads from the work to its response, which an engine that ends may destroy before the work is
-/// done.
+/// Connects the work with its response. An engine that ends may destroy the response before the
+/// work is done.
 struct ResponseLink
 {
     QMutex mutex;

@@ -5,11 +5,12 @@
 
 #include <QQuickAsyncImageProvider>
 
-/// Gives small pictures of local files, under URLs such as
-/// "image://moodset-thumbnail/file:///home/u/a.jpg?v=1f", which the models have as `thumbnail`.
+/// Makes thumbnails of local files, for URLs such as
+/// "image://moodset-thumbnail/file:///home/u/a.jpg?v=1f". The models have these URLs in the role
+/// `thumbnail`.
 ///
-/// What was asked for last comes first, as that has come into view last. What nobody wants any more
-/// is taken out of the queue.
+/// The last request comes first, because its item has come into view last. Requests for items that
+/// have left the view are removed from the queue.
 class ThumbnailProvider : public QQuickAsyncImageProvider
 {
 public:

@@ -10,26 +10,27 @@
 #include <thread>
 #include <vector>
 
-/// Does work on a few threads of its own, what came last first. Any thread may call it.
+/// Runs work on a few threads of its own. The work that was added last comes first. Any thread may
+/// call it.
 class ThumbnailQueue
 {
 public:
     using Work = std::function<void()>;
-    /// Names work that has been added; 0 names none.
+    /// The number of work that has been added; 0 is no work.
     using Ticket = quint64;
 
     explicit ThumbnailQueue(int threads);
-    /// Forgets what has not begun, and waits for what has.
+    /// Drops the work that has not begun, and waits for the work that has.
     ~ThumbnailQueue();
     ThumbnailQueue(const ThumbnailQueue&) = delete;
     ThumbnailQueue& operator=(const ThumbnailQueue&) = delete;
 
     Ticket add(Work work);
 
-    /// Takes work out of the queue; false if it has begun.
+    /// Removes work from the queue; false if it has begun already.
     bool remove(Ticket ticket);
 
-    /// How much work waits.
+    /// How much of the work has not begun.
     std::size_t waiting();
 
 private:

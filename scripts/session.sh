@@ -22,7 +22,7 @@ groups=()   # the process groups that the session has started
 make_folders()
 {
     local keep=$1
-    # A mount point must not lie behind a link.
+    # The path of a mount point must not contain a link.
     session=$(realpath -- "$(mktemp -d "${TMPDIR:-/tmp}/moodsetd-run.XXXXXX")")
     data=$session
     if [[ -n $keep ]]; then

@@ -53,7 +53,7 @@ void FeedbackAdapter::save(
     done(StoreTexts::saveUserValues(plan, record, ThemeName), {});
 }
 
-// The themes come first, so that the service finds them when it hears their names.
+// The themes are written first, so that the service finds them when it reads their names.
 void FeedbackAdapter::apply(const Appearance& appearance, const QJsonObject& plan, const Done& done)
 {
     Q_UNUSED(appearance)

@@ -4,14 +4,14 @@
 #include "adapter.h"
 #include "buspresence.h"
 
-/// feedbackd: the tones, as a sound theme of the user and a feedback theme that names its sounds,
-/// and the profile.
+/// The adapter for feedbackd. It sets the profile and the tones: a sound theme in the user's data
+/// directory, and a feedback theme that names its sounds.
 class FeedbackAdapter : public Adapter
 {
     Q_OBJECT
 public:
-    /// With `keepsSilent`, the profile "silent" stays what it is; else it becomes "quiet", with
-    /// which the phone still vibrates.
+    /// With `keepsSilent`, the profile "silent" stays. Otherwise it becomes "quiet", with which the
+    /// phone still vibrates.
     explicit FeedbackAdapter(bool keepsSilent, QObject* parent = nullptr);
 
     QString name() const override;

@@ -11,10 +11,10 @@
 
 namespace {
 
-/// Larger files are no templates, and not kept for the way back.
+/// Larger files are not templates, and their old content is not kept.
 constexpr qint64 LargestTemplate = qint64(1024) * 1024;
 
-/// The name of the hook among the values.
+/// The name under which the hook stands among the values.
 const QString HookName = QStringLiteral("hook");
 
 QString hashOf(const QByteArray& content)
@@ -23,7 +23,8 @@ QString hashOf(const QByteArray& content)
         QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex());
 }
 
-/// Where a text is quoted in the target is not known here.
+/// Whether a path means the same with and without any kind of quotes, because it is not known how a
+/// target quotes it.
 bool isQuotable(const QString& path)
 {
     return std::none_of(path.begin(), path.end(), [](QChar character) {

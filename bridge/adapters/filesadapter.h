@@ -5,8 +5,8 @@
 #include "bridgeconfiguration.h"
 #include "hookprocess.h"
 
-/// Files that are made of the user's templates, and a program of the user that is run when they are
-/// written: for bars, terminals and launchers.
+/// The adapter for bars, terminals and launchers. It writes files from the user's templates, and
+/// then runs a program of the user.
 class FilesAdapter : public Adapter
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ public:
 
     QString name() const override;
     int limitMs() const override;
-    /// No: a hook that hangs would hang again.
+    /// No, because a hook that hangs would hang again.
     bool isTriedAgain() const override { return false; }
     void detect() override;
     QJsonObject plan(const Appearance& appearance) const override;
@@ -33,6 +33,6 @@ private:
     HookProcess m_hook;
 };
 
-/// A template with the values of the look in the places of "{{highlight}}" and the like; nothing if
-/// it asks for a value that the look does not have. Names that are none of ours stay as they are.
+/// Replaces "{{highlight}}" and the other names in a template with the values of the look. Nothing
+/// if the template contains a value that the look does not have. Unknown names stay as they are.
 std::optional<QByteArray> fillTemplate(const QByteArray& text, const Look& look);

@@ -24,7 +24,7 @@ struct Accent
     Argb color;
 };
 
-/// The desktop's own colours of these names, except for slate.
+/// The colours that the desktop itself uses for these names, except for slate.
 constexpr std::array<Accent, 8> Accents{{
     {"blue", {255, 0x35, 0x84, 0xe4}},
     {"teal", {255, 0x21, 0x90, 0xa4}},
@@ -44,7 +44,7 @@ int chroma(const Argb& color)
     return most - least;
 }
 
-/// In degrees. The colour must have a chroma.
+/// The hue in degrees. The colour must have a chroma.
 double hue(const Argb& color)
 {
     constexpr double sector = 60;
@@ -70,7 +70,7 @@ double hueDistance(const Argb& one, const Argb& other)
 
 QString nearestAccent(const Argb& color)
 {
-    // A tenth of the range looks grey beside the other accents.
+    // Below a tenth of the range, a colour looks grey beside the other accents.
     constexpr int leastChroma = 26;
     if (chroma(color) < leastChroma) {
         return QStringLiteral("slate");
@@ -99,7 +99,7 @@ QString GnomeAdapter::name() const
 void GnomeAdapter::detect()
 {
     connect(&m_shells, &BusPresence::changed, this, [this] { setPresent(m_shells.isPresent()); });
-    // The store tells so, too, of values that it could not keep.
+    // The store also announces values that it could not keep.
     connect(&DconfStore::instance(), &DconfStore::changed, this, [this](const QByteArray& path) {
         if (path.startsWith("/org/gnome/desktop/")) {
             Q_EMIT doubted();

@@ -4,12 +4,12 @@
 #include "adapter.h"
 #include "buspresence.h"
 
-/// GNOME and Phosh: the settings of the desktop in the key/value store.
+/// The adapter for GNOME and Phosh. It sets the settings of the desktop in the key/value store.
 class GnomeAdapter : public Adapter
 {
     Q_OBJECT
 public:
-    /// `pictures` is the directory of the copies that are handed out.
+    /// `pictures` is the directory of the copies of wallpapers.
     explicit GnomeAdapter(const QString& pictures, QObject* parent = nullptr);
 
     QString name() const override;
@@ -26,6 +26,6 @@ private:
     BusPresence m_shells;
 };
 
-/// The desktop's accent colour that is the nearest to a colour by hue; "slate" for a colour with
-/// next to no chroma.
+/// The accent colour of the desktop with the nearest hue; "slate" for a colour with almost no
+/// chroma.
 QString nearestAccent(const Argb& color);

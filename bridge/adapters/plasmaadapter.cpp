@@ -20,7 +20,7 @@ const QString AccentColor = QStringLiteral("AccentColor");
 const QString Wallpapers = QStringLiteral("wallpapers");
 const QString Service = QStringLiteral("org.kde.plasmashell");
 
-/// Prints, for each desktop, its id, its kind of wallpaper and its picture.
+/// A script that prints the id, the kind of wallpaper and the picture of each desktop.
 QString readingScript()
 {
     return QStringLiteral(
@@ -38,20 +38,20 @@ QString writingScript(const QString& uri)
         .arg(javaScriptText(uri));
 }
 
-/// What a reading script has printed; empty if it is nothing of that kind.
+/// Parses the output of the script above; empty if it is something else.
 QJsonArray desktopsIn(const QString& output)
 {
     return QJsonDocument::fromJson(output.trimmed().toUtf8()).array();
 }
 
-/// The accent colour that the user's settings have, "r,g,b"; empty if there is none.
+/// The accent colour in the user's settings, as "r,g,b"; empty if there is none.
 QString currentAccent()
 {
     const QSettings settings(
         QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
             + QStringLiteral("/kdeglobals"),
         QSettings::IniFormat);
-    // The group "General" has this name for QSettings, too.
+    // QSettings uses this name for the group "General", too.
     return settings.value(AccentColor).toStringList().join(QLatin1Char(','));
 }
 
@@ -68,7 +68,7 @@ bool hasAccent(const QJsonObject& plan)
     return accent.isEmpty() || currentAccent() == accent;
 }
 
-/// Running programs take the colours again when they are told so.
+/// This signal makes running programs read the colours again.
 void tellPrograms()
 {
     QDBusMessage signal = QDBusMessage::createSignal(
@@ -193,7 +193,7 @@ void PlasmaAdapter::runTool(const QString& program, const QStringList& arguments
         arguments);
 }
 
-// While Plasma starts, its programs write the settings in turns.
+// While Plasma starts, several of its programs write these settings.
 void PlasmaAdapter::verify(const QJsonObject& plan, const Done& done)
 {
     if (hasAccent(plan)) {
@@ -227,7 +227,7 @@ void PlasmaAdapter::verifyPicture(const QJsonObject& plan, const Done& done)
     });
 }
 
-// Only where our picture still is.
+// Restores only the desktops that still have our picture.
 QString PlasmaAdapter::restoringScript(const AdapterRecord& record) const
 {
     QString script;

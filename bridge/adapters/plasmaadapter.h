@@ -9,13 +9,13 @@
 
 #include <functional>
 
-/// Plasma, on desktops and phones: the wallpaper of all desktops by a script of the shell, and the
-/// accent colour by Plasma's own program.
+/// The adapter for Plasma, on desktops and phones. It sets the wallpaper of all desktops with a
+/// script that the shell runs, and the accent colour with a program of Plasma.
 class PlasmaAdapter : public Adapter
 {
     Q_OBJECT
 public:
-    /// `pictures` is the directory of the copies that are handed out.
+    /// `pictures` is the directory of the copies of wallpapers.
     explicit PlasmaAdapter(const QString& pictures, QObject* parent = nullptr);
 
     QString name() const override;
@@ -24,13 +24,14 @@ public:
     QString shortfall(const Appearance& appearance) const override;
     void save(const QJsonObject& plan, const AdapterRecord& record, const SaveDone& done) override;
     void apply(const Appearance& appearance, const QJsonObject& plan, const Done& done) override;
-    /// Reads back: the shell reports success for pictures that it cannot show.
+    /// Reads the wallpapers again, because the shell reports success for pictures that it cannot
+    /// show.
     void verify(const QJsonObject& plan, const Done& done) override;
     void restore(const AdapterRecord& record, const Done& done) override;
     void abandon() override;
 
 private:
-    /// With what the script has printed, or with what went wrong.
+    /// Gets the output of the script, or the reason for the failure.
     using ScriptDone = std::function<void(const QString& output, const QString& failure)>;
 
     void runScript(const QString& script, const ScriptDone& done);
@@ -45,5 +46,5 @@ private:
     HookProcess m_tool;
 };
 
-/// A text as a literal of JavaScript, whatever is in it.
+/// Makes a JavaScript literal of any text.
 QString javaScriptText(const QString& text);

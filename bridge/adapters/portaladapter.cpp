@@ -16,7 +16,7 @@ const QString BackendName = QStringLiteral("org.freedesktop.impl.portal.desktop.
 const QString FrontendName = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString ObjectPath = QStringLiteral("/org/freedesktop/portal/desktop");
 
-/// The frontend gives a variant in a variant.
+/// The frontend returns a variant inside a variant.
 std::optional<PortalColor> colorIn(const QDBusMessage& reply)
 {
     QVariant value = reply.arguments().value(0);
@@ -35,7 +35,7 @@ std::optional<PortalColor> colorIn(const QDBusMessage& reply)
 
 bool isColor(const std::optional<PortalColor>& given, const Argb& color)
 {
-    // Between two steps of the eight bits.
+    // This tolerance is smaller than one step of a channel with eight bits.
     constexpr double most = 255;
     constexpr double tolerance = 0.4 / most;
     return given && std::abs(given->red - color.red / most) < tolerance
@@ -65,7 +65,7 @@ void PortalAdapter::detect()
     if (!bus.registerObject(ObjectPath, this, QDBusConnection::ExportAdaptors)) {
         return;
     }
-    // A frontend that starts later asks by itself; whether it does is to be seen.
+    // A frontend that starts later asks by itself. verify() checks this.
     connect(&m_frontend, &BusPresence::changed, this, &Adapter::doubted);
     m_frontend.follow();
     setPresent(true);
@@ -79,7 +79,8 @@ QJsonObject PortalAdapter::plan(const Appearance& appearance) const
     return {{SettingsBackend::setting(), appearance.look.highlight->hex()}};
 }
 
-// The name comes after the colour: a frontend loses a change that is told before.
+// The name is taken after the colour is set, because a frontend loses a change that comes before
+// the name.
 void PortalAdapter::apply(const Appearance& appearance, const QJsonObject& plan, const Done& done)
 {
     Q_UNUSED(plan)
@@ -117,7 +118,7 @@ void PortalAdapter::verify(const QJsonObject& plan, const Done& done)
 
 void PortalAdapter::restore(const AdapterRecord& record, const Done& done)
 {
-    // What it has set has gone with its process.
+    // The setting ended with the process that offered it.
     Q_UNUSED(record)
     done({});
 }

@@ -9,8 +9,9 @@
 class QDBusPendingCallWatcher;
 class SettingsBackend;
 
-/// The settings portal: a backend that gives the highlight colour as the accent colour, and nothing
-/// else, so that every other setting stays what the desktop's own backend says.
+/// The adapter for the settings portal. It is a backend that offers the highlight colour as the
+/// accent colour, and no other setting. So all other settings still come from the desktop's own
+/// backend.
 class PortalAdapter : public Adapter
 {
     Q_OBJECT
@@ -23,7 +24,7 @@ public:
     void detect() override;
     QJsonObject plan(const Appearance& appearance) const override;
     void apply(const Appearance& appearance, const QJsonObject& plan, const Done& done) override;
-    /// Asks the frontend, if one runs, what it tells programs.
+    /// Asks the frontend, if one runs, which colour it gives to programs.
     void verify(const QJsonObject& plan, const Done& done) override;
     void restore(const AdapterRecord& record, const Done& done) override;
 

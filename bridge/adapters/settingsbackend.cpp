@@ -18,7 +18,7 @@ QString SettingsBackend::setting()
 
 namespace {
 
-/// Whether a pattern of a caller, which may end with "*", asks for our namespace.
+/// Whether our namespace matches a pattern of a caller, which may end with "*".
 bool asksForOurs(const QString& pattern)
 {
     return pattern.isEmpty() || pattern == SettingsBackend::nameSpace()

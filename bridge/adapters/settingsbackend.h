@@ -13,7 +13,7 @@
 
 #include <optional>
 
-/// A colour as the portal gives it: three numbers from 0 to 1, a `(ddd)` on the bus.
+/// A colour in the form of the portal: three numbers from 0 to 1, a `(ddd)` on the bus.
 struct PortalColor
 {
     double red = 0;
@@ -25,11 +25,11 @@ Q_DECLARE_METATYPE(PortalColor)
 QDBusArgument& operator<<(QDBusArgument& argument, const PortalColor& color);
 const QDBusArgument& operator>>(const QDBusArgument& argument, PortalColor& color);
 
-/// Settings by their names, in groups by their namespaces.
+/// Settings by their names, grouped by their namespaces.
 using PortalSettings = QMap<QString, QVariantMap>;
 Q_DECLARE_METATYPE(PortalSettings)
 
-/// The interface of a backend of the settings portal, with one setting.
+/// The bus interface of a backend of the settings portal, with one setting.
 class SettingsBackend : public QDBusAbstractAdaptor
 {
     Q_OBJECT
@@ -43,11 +43,11 @@ public:
     explicit SettingsBackend(QObject* parent);
 
     uint version() const { return 1; }
-    /// Offers a colour from now on, and tells of it if it is another one.
+    /// Offers a colour from now on, and announces it if it has changed.
     void setColor(const Argb& color);
 
 public Q_SLOTS:
-    // The names are those of the interface.
+    // The interface prescribes these names.
     // NOLINTBEGIN(readability-identifier-naming)
     QDBusVariant Read(
         const QString& namespaceName, const QString& key, const QDBusMessage& message);

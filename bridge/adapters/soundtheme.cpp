@@ -20,9 +20,9 @@ struct SoundName
     const char* name;
 };
 
-/// The sounds that the service plays for a tone. Those for messages and mails are named in our
-/// feedback theme alone, because the service's own plays the sound of chats for both. It has none
-/// for internet calls and the calendar.
+/// The sounds that the service plays for a tone. The sounds of messages and mails exist only in our
+/// feedback theme, because the service's own theme plays the sound of chats for both. The service
+/// has no sound for internet calls and for the calendar.
 constexpr std::array<SoundName, 5> Sounds{{
     {ToneUse::Ringing, "phone-incoming-call"},
     {ToneUse::Message, "moodset-message"},
@@ -74,14 +74,14 @@ QString feedbackFile()
         + QStringLiteral("/feedbackd/themes/moodset.json");
 }
 
-/// What sounds that are switched off are linked to. Without any file, or with one that says that
-/// the sound is disabled, the service tries again without a pause for as long as a call rings.
+/// A sound that is not enabled is a link to this file. Without a file, or with one that marks the
+/// sound as disabled, the service would try again without a pause for as long as a call rings.
 QString silenceFile()
 {
     return dataFolder() + QStringLiteral("/silence.wav");
 }
 
-/// Two seconds of silence, 8 bits each at 8 kHz.
+/// Two seconds of silence, with 8 bits for each sample at 8 kHz.
 QByteArray silence()
 {
     constexpr int sampleCount = 16000;
@@ -106,8 +106,8 @@ bool isSound(const QString& name)
     return !name.startsWith(QLatin1Char('/'));
 }
 
-/// Returns what went wrong, or an empty text. Whoever opens the link finds the old file or the new
-/// one.
+/// Makes a link, or replaces it: whoever opens it finds the old file or the new one. Returns what
+/// went wrong, or an empty text.
 QString replaceLink(const QString& link, const QString& target)
 {
     if (QFile::symLinkTarget(link) == target) {
@@ -147,7 +147,7 @@ QJsonObject SoundTheme::plan(const Sound& sound)
     for (const SoundName& entry : Sounds) {
         const Tone& tone = sound.tone(entry.use);
         const QLatin1String name(entry.name);
-        // The theme below has none of our own names.
+        // The theme that ours is based on has no sounds with our own names.
         const bool isOurs = name.startsWith(QLatin1String("moodset-"));
         if (tone.isEnabled && isPlayableTone(tone.file)) {
             plan.insert(name, tone.file);
@@ -200,7 +200,7 @@ QString SoundTheme::difference(const QJsonObject& plan)
 
 void SoundTheme::remove()
 {
-    // What is left does no harm once no key names it.
+    // A remaining file does no harm when no key names it any more.
     static_cast<void>(QDir(dataFolder()).removeRecursively());
     static_cast<void>(QFile::remove(feedbackFile()));
 }

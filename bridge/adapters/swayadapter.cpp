@@ -20,7 +20,7 @@ QString runtimeFolder()
     return qEnvironmentVariable("XDG_RUNTIME_DIR");
 }
 
-/// The sockets that sway may listen at, the likeliest first.
+/// The sockets on which sway may listen, the most likely one first.
 QStringList sockets()
 {
     QStringList paths;
@@ -38,7 +38,7 @@ QStringList sockets()
     return paths;
 }
 
-/// Whether a process of the painter's name runs with this argument.
+/// Whether a process with the name of the painter runs with this argument.
 bool isPainterRunning(const QByteArray& picture)
 {
     const QStringList processes =
@@ -57,7 +57,7 @@ bool isPainterRunning(const QByteArray& picture)
 
 } // namespace
 
-// Sway takes quotes away, and a shell's rules for words hold after that.
+// Sway removes the quotes. After that, the rules of a shell for words apply.
 bool canSayToSway(const QString& path)
 {
     return std::all_of(path.begin(), path.end(), [](QChar character) {
@@ -105,7 +105,7 @@ void SwayAdapter::detect()
     lookForSocket();
 }
 
-// A socket has its name a moment before anybody listens at it.
+// A socket file exists a moment before a process listens on it.
 void SwayAdapter::lookForSocket()
 {
     constexpr int tries = 10;
@@ -168,7 +168,7 @@ QString SwayAdapter::shortfall(const Appearance& appearance) const
 void SwayAdapter::command(const QByteArray& text, const Done& done)
 {
     m_commandDone = done;
-    // If this fails, lost() has told.
+    // If this fails, lost() has been emitted.
     static_cast<void>(m_connection.send(SwayConnection::Message::Command, text));
 }
 

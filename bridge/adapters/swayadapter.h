@@ -7,7 +7,7 @@
 #include <QFileSystemWatcher>
 #include <QTimer>
 
-/// sway: the background of all outputs, over the control socket.
+/// The adapter for sway. It sets the background of all outputs over the control socket.
 class SwayAdapter : public Adapter
 {
     Q_OBJECT
@@ -20,9 +20,9 @@ public:
     QJsonObject plan(const Appearance& appearance) const override;
     QString shortfall(const Appearance& appearance) const override;
     void apply(const Appearance& appearance, const QJsonObject& plan, const Done& done) override;
-    /// Looks for the program that sway shows pictures with.
+    /// Looks for the process with which sway shows the picture.
     void verify(const QJsonObject& plan, const Done& done) override;
-    /// Has sway read its configuration again, which says what the background was.
+    /// Makes sway read its configuration again, which sets the background that the user had.
     void restore(const AdapterRecord& record, const Done& done) override;
     void abandon() override;
 
@@ -39,10 +39,10 @@ private:
     int m_triesLeft = 0;
     Done m_commandDone; ///< empty if no command waits for its reply
     QTimer m_painterTimer;
-    QByteArray m_painted; ///< the path of the picture that the painter is to have
+    QByteArray m_painted; ///< the path of the picture that the painter should show
     int m_looksLeft = 0;
     Done m_verifyDone;
 };
 
-/// Whether sway understands a path in its commands, whatever it does with quotes.
+/// Whether a path can be used in commands of sway, although sway cannot quote some characters.
 bool canSayToSway(const QString& path);

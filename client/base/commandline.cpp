@@ -250,8 +250,7 @@ const std::vector<Option>& CommandLine::commonOptions()
 {
     static const std::vector<Option> options{
         {"json", nullptr, ValueKind::Flag, QT_TRANSLATE_NOOP("Text", "print JSON, for programs")},
-        {"quiet", nullptr, ValueKind::Flag, QT_TRANSLATE_NOOP("Text", "print nothing but errors"),
-         'q'},
+        {"quiet", nullptr, ValueKind::Flag, QT_TRANSLATE_NOOP("Text", "print only errors"), 'q'},
         {"help", nullptr, ValueKind::Flag, QT_TRANSLATE_NOOP("Text", "show this help"), 'h'},
         {"version", nullptr, ValueKind::Flag, QT_TRANSLATE_NOOP("Text", "show the version"), 'v'}};
     return options;

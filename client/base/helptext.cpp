@@ -130,18 +130,18 @@ QString roffExamples(const std::vector<Command>& commands)
 /// The explanation of the names of arguments, for the help and the man page.
 QString notions()
 {
-    return Text::tr(
-        "A PICTURE is a path or a URL; for set, create and preview also one of the network. A "
-        "MOODSET is the id or the name that the table of moodsets shows; where a picture is taken, "
-        "too, a name that is that of a file as well means the file.");
+    return Text::tr("A PICTURE is a path or a URL; set, create and preview also take an "
+                    "address on the network. A MOODSET is an id or a name from the table of "
+                    "moodsets. If a command takes both and a name is also the name of a "
+                    "file, it means the file.");
 }
 
 QString exitStatuses()
 {
-    return Text::tr(
-        "0: done; 1: failed; 2: the arguments make no sense; 3: the daemon does not run "
-        "and cannot be started; 4: it did not happen in time. Other than 0 comes with "
-        "one line on the standard error that says why.");
+    return Text::tr("0: the command succeeded; 1: it failed; 2: the arguments are wrong; 3: "
+                    "the daemon does not run and cannot be started; 4: the time limit has "
+                    "passed. If the status is not 0, one line on the standard error gives "
+                    "the reason.");
 }
 
 } // namespace
@@ -210,7 +210,7 @@ QString overviewHelp(const std::vector<Command>& commands)
                          "  moodsetctl edit MOODSET highlight=tomato\n"
                          "  moodsetctl undo\n"
                          "  moodsetctl doctor\n\n")
-        + wrapped(Text::tr("moodsetctl help COMMAND tells more of each."), 0)
+        + wrapped(Text::tr("moodsetctl help COMMAND describes each of them."), 0)
         + title(Text::tr("Exit status")) + wrapped(exitStatuses(), 2);
     return help;
 }

@@ -8,9 +8,9 @@
 enum class ExitStatus : int {
     Done = 0,
     Failed = 1,
-    Usage = 2, ///< The arguments make no sense.
+    Usage = 2, ///< The arguments are wrong.
     NoDaemon = 3, ///< The daemon does not run and cannot be started.
-    TimedOut = 4, ///< It did not happen in time, and may still.
+    TimedOut = 4, ///< It did not happen in time. It may still happen.
 };
 
 /// The outcome of a command.

@@ -30,7 +30,7 @@ QString writeBytes(const QByteArray& bytes)
 
 void Output::keepPlaces()
 {
-    // Nothing can be written to what is opened for reading, so that writing still fails.
+    // The file is opened for reading only, so that writing still fails.
     while (true) {
         const int descriptor = open("/dev/null", O_RDONLY);
         if (descriptor < 0) {

@@ -13,6 +13,6 @@ struct Text
 /// The singular or the plural of a translated text, with `number` in place of its "%1".
 QString numbered(int number, const char* singular, const char* plural);
 
-/// Has a program speak the language of the environment, if it is one of those built in for the
-/// catalogue of that name.
+/// Makes a program use the language of the environment, if the built-in catalogue of this name has
+/// it.
 void installTranslation(QCoreApplication* application, const char* catalog = "moodsetctl");

@@ -3,8 +3,9 @@
 
 #include "text.h"
 
+#include <filereplacement.h>
+
 #include <QFileInfo>
-#include <QSaveFile>
 
 QString writeWholeFile(const QString& path, const QByteArray& content)
 {
@@ -13,10 +14,5 @@ QString writeWholeFile(const QString& path, const QByteArray& content)
     if (place.exists() && !place.isFile()) {
         return Text::tr("not a file");
     }
-    QSaveFile file(path);
-    // commit() alone takes a file whose last bytes find no space for complete.
-    const bool isWritten = file.open(QIODevice::WriteOnly)
-        && file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)
-        && file.write(content) == content.size() && file.flush() && file.commit();
-    return isWritten ? QString() : file.errorString();
+    return replaceFile(path, content, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
 }

@@ -4,6 +4,6 @@
 #include <QByteArray>
 #include <QString>
 
-/// Writes a file that takes the place of the one of its name as a whole, or not at all, and that
-/// only its owner can read. Returns why it cannot, in one line, or an empty text.
+/// Replaces a file as a whole, or not at all. Only its owner can read it. Returns why this failed,
+/// in one line, or an empty text.
 QString writeWholeFile(const QString& path, const QByteArray& content);

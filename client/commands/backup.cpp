@@ -19,15 +19,16 @@ Command backupCommand()
     return {
         "backup",
         Command::Group::Library,
-        QT_TRANSLATE_NOOP("Text", "save what was edited to a file"),
+        QT_TRANSLATE_NOOP("Text", "save the edits to a file"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Saves what is in the database alone: which moodsets there are, their names, "
-            "favourites, colours, volumes and tones as they were edited, and where downloaded "
-            "pictures came from. Pictures and bundles are not in it. The daemon need not run."),
+            "Saves what only the database has: the moodsets with their edited names, "
+            "favourites, colours, volumes and tones, and the addresses of downloaded "
+            "pictures. It does not save pictures and bundles. The daemon need not "
+            "run."),
         {{"FILE", ValueKind::File}},
         {},
         {{"backup moodsets.json",
-          QT_TRANSLATE_NOOP("Text", "save the edits before the phone is set up anew")}},
+          QT_TRANSLATE_NOOP("Text", "save the edits before the phone is reset")}},
         run};
 }

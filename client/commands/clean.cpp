@@ -54,11 +54,12 @@ Command cleanCommand()
         QT_TRANSLATE_NOOP("Text", "delete the wallpapers that nothing uses"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Deletes the wallpapers that the daemon has made and that no moodset and no key of the "
-            "theme refers to. The daemon never deletes any. The daemon need not run."),
+            "Deletes the wallpapers that the daemon has made and that no moodset and "
+            "no key of the theme uses. The daemon itself never deletes a wallpaper. "
+            "The daemon need not run."),
         {},
         {{"dry-run", nullptr, ValueKind::Flag,
-          QT_TRANSLATE_NOOP("Text", "only say which would be deleted"), 'n'}},
-        {{"clean --dry-run", QT_TRANSLATE_NOOP("Text", "see how much space there is to gain")}},
+          QT_TRANSLATE_NOOP("Text", "only print what would be deleted"), 'n'}},
+        {{"clean --dry-run", QT_TRANSLATE_NOOP("Text", "see how much space this would free")}},
         run};
 }

@@ -88,6 +88,6 @@ Command colorsCommand()
         {{"PICTURE", ValueKind::Picture}},
         {},
         {{"colors ~/Pictures/sea.jpg",
-          QT_TRANSLATE_NOOP("Text", "judge a picture before it is set")}},
+          QT_TRANSLATE_NOOP("Text", "check a picture before you apply it")}},
         run};
 }

@@ -29,18 +29,19 @@ Command completionCommand()
     return {
         "completion",
         Command::Group::Shell,
-        QT_TRANSLATE_NOOP("Text", "print the script that has a shell complete command lines"),
+        QT_TRANSLATE_NOOP("Text", "print the script for completion in a shell"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Prints the script that has a shell, bash, zsh or fish, complete commands, options, "
-            "files and the names of moodsets. Packages install it; by hand:\n"
+            "Prints a script for bash, zsh or fish. With it, the shell completes "
+            "commands, options, files and the names of moodsets. Packages install "
+            "it. Without a package:\n"
             "bash: source <(moodsetctl completion bash)\n"
             "zsh: source <(moodsetctl completion zsh)\n"
             "fish: moodsetctl completion fish | source"),
         {{"SHELL", ValueKind::Shell, false, true}},
         {{"words", nullptr, ValueKind::Flag,
           QT_TRANSLATE_NOOP(
-              "Text", "print what the last of some words can be, for these scripts")}},
+              "Text", "print the possible values of the last word, for these scripts")}},
         {{"completion bash", QT_TRANSLATE_NOOP("Text", "print the script for bash")}},
         run};
 }

@@ -27,14 +27,14 @@ Command createCommand()
     return {
         "create",
         Command::Group::Moodsets,
-        QT_TRANSLATE_NOOP("Text", "make a moodset of a picture, and leave the active one"),
+        QT_TRANSLATE_NOOP("Text", "make a moodset from a picture, but do not apply it"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Makes a moodset of a picture, and leaves the active one as it is. A "
-            "picture on the network is downloaded by the daemon, which is waited for."),
+            "Makes a moodset from a picture, and does not apply it. If the picture "
+            "is on the network, the command waits until the daemon has downloaded it."),
         {{"PICTURE", ValueKind::Picture}},
         networkOptions(),
         {{"create ~/Pictures/sea.jpg",
-          QT_TRANSLATE_NOOP("Text", "make a moodset to set or edit later")}},
+          QT_TRANSLATE_NOOP("Text", "make a moodset that you apply or edit later")}},
         run};
 }

@@ -80,23 +80,23 @@ Command doctorCommand()
     return {
         "doctor",
         Command::Group::Library,
-        QT_TRANSLATE_NOOP("Text", "look for what is wrong, and say how to mend it"),
+        QT_TRANSLATE_NOOP("Text", "find problems, and show how to repair them"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Looks at the bus, the daemon, its unit and limits, the database, the folders that it "
-            "is stuck with, the key/value store and its defaults, the theme and the wallpapers, "
-            "and "
-            "says for each what is wrong and which command mends it. The exit status is 1 if there "
-            "is a problem.\n"
-            "With --rebuild, the edits are saved, the daemon is stopped, a new database is built, "
-            "and the edits are put back; the old database is kept. Favourites come back in their "
-            "order, but not since when each is one. Where this is cut short, doctor says how to "
-            "put the edits back."),
+            "Checks the bus, the daemon, its unit and limits, the database, the "
+            "folders that it cannot follow any more, the key/value store and its "
+            "defaults, the theme and the wallpapers. For each, it shows what is "
+            "wrong and which command repairs it. The exit status is 1 if there is a "
+            "problem.\n"
+            "With --rebuild, it saves the edits, ends the daemon, has a new database "
+            "built, and restores the edits. The old database is kept. Favourites "
+            "keep their order, but not their times. If a rebuild is interrupted, "
+            "doctor shows how to restore the edits."),
         {},
         {{"rebuild", nullptr, ValueKind::Flag,
-          QT_TRANSLATE_NOOP("Text", "have a new database built, and keep what was edited")}},
+          QT_TRANSLATE_NOOP("Text", "build a new database, and keep the edits")}},
         {{"doctor", QT_TRANSLATE_NOOP("Text", "find out why something does not work")},
          {"doctor --rebuild",
-          QT_TRANSLATE_NOOP("Text", "mend a library that does not see its pictures")}},
+          QT_TRANSLATE_NOOP("Text", "repair a library that does not find its pictures")}},
         run};
 }

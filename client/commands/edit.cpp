@@ -81,20 +81,19 @@ Command editCommand()
         QT_TRANSLATE_NOOP("Text", "change a moodset's name, colours, volume and tones"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Changes a moodset, and the theme with it if it is active. Each value is checked "
-            "before "
-            "any is sent. The keys are:\n"
+            "Changes a moodset, and also the theme if the moodset is active. All "
+            "values are checked before the first one is sent. The keys are:\n"
             "name=TEXT, favorite=on|off, volume=0...100;\n"
-            "highlight, secondaryHighlight, primary, secondary, each with a colour as #rrggbb, "
-            "#aarrggbb or an SVG name;\n"
-            "ringerTone, messageTone, mailTone, internetCallTone, chatTone, calendarTone, "
-            "clockAlarmTone, each with on, off, none or a sound file.\n"
-            "undo brings back what was there before."),
+            "highlight, secondaryHighlight, primary, secondary, each with a colour "
+            "as #rrggbb, #aarrggbb or an SVG name;\n"
+            "ringerTone, messageTone, mailTone, internetCallTone, chatTone, "
+            "calendarTone, clockAlarmTone, each with on, off, none or a sound file.\n"
+            "undo restores the former values."),
         {{"MOODSET", ValueKind::MoodsetName}, {"KEY=VALUE", ValueKind::Edit, true, true}},
         {},
         {{"edit \"Coast light\" highlight=tomato volume=40",
-          QT_TRANSLATE_NOOP("Text", "change a colour and the ringer's volume")},
+          QT_TRANSLATE_NOOP("Text", "change a colour and the ringer volume")},
          {"edit 12 name=Sea ringerTone=~/Music/waves.ogg chatTone=off",
-          QT_TRANSLATE_NOOP("Text", "change the name and two tones of the moodset of an id")}},
+          QT_TRANSLATE_NOOP("Text", "change the name and two tones of the moodset with this id")}},
         run};
 }

@@ -29,11 +29,11 @@ Command favoriteCommand()
     return {
         "favorite",
         Command::Group::Moodsets,
-        QT_TRANSLATE_NOOP("Text", "make a moodset a favourite, or no longer one"),
+        QT_TRANSLATE_NOOP("Text", "make a moodset a favourite, or end that"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Makes a moodset a favourite, which is listed before the others, or no "
-            "longer one."),
+            "Makes a moodset a favourite, or ends that. Favourites are listed before "
+            "the others."),
         {{"MOODSET", ValueKind::MoodsetName}, {"on|off", ValueKind::Switch}},
         {},
         {{"favorite \"Coast light\" on", QT_TRANSLATE_NOOP("Text", "list it first")}},

@@ -36,11 +36,11 @@ Command helpCommand()
     return {
         "help",
         Command::Group::Shell,
-        QT_TRANSLATE_NOOP("Text", "show what there is, or how a command is used"),
-        QT_TRANSLATE_NOOP("Text", "Shows all commands, or how one is used, with examples."),
+        QT_TRANSLATE_NOOP("Text", "show all commands, or how to use one"),
+        QT_TRANSLATE_NOOP("Text", "Shows all commands, or how to use one of them, with examples."),
         {{"COMMAND", ValueKind::Command, false}},
         {{"man", nullptr, ValueKind::Flag,
           QT_TRANSLATE_NOOP("Text", "print the manual page instead")}},
-        {{"help set", QT_TRANSLATE_NOOP("Text", "see how set is used")}},
+        {{"help set", QT_TRANSLATE_NOOP("Text", "see how to use set")}},
         run};
 }

@@ -115,16 +115,16 @@ Command indexCommand()
     return {
         "index",
         Command::Group::Pictures,
-        QT_TRANSLATE_NOOP("Text", "have pictures taken in"),
+        QT_TRANSLATE_NOOP("Text", "add pictures to the library"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Has pictures taken in, and waits until their data are there. It is an error "
-            "if a file is no picture, or one that cannot be read; then the ones after "
-            "it are not taken in."),
+            "Adds pictures to the library, and waits until the daemon has read them. "
+            "It is an error if a file is not a picture or cannot be read. The "
+            "pictures after it are then not added."),
         {{"PICTURE", ValueKind::Picture, true, true}},
         {{"timeout", "SECONDS", ValueKind::Seconds,
-          QT_TRANSLATE_NOOP("Text", "wait for each picture for so long; 60 if not given")}},
+          QT_TRANSLATE_NOOP("Text", "how long to wait for each picture; 60 if not given")}},
         {{"index /media/card/a.jpg",
-          QT_TRANSLATE_NOOP("Text", "take in a picture from elsewhere")}},
+          QT_TRANSLATE_NOOP("Text", "add a picture from another folder")}},
         run};
 }

@@ -117,15 +117,15 @@ Command installCommand()
     return {
         "install",
         Command::Group::Bundles,
-        QT_TRANSLATE_NOOP("Text", "have the bundle in a folder taken in"),
+        QT_TRANSLATE_NOOP("Text", "install the bundle in a folder"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Has the moodset files and index files in a folder taken in, also if they "
-            "have been before, and waits until they are. It is an error if there are "
-            "none, or if one gives no moodset."),
+            "Makes the daemon read the moodset files and index files in a folder, "
+            "even if it has read them before, and waits until it has. It is an error "
+            "if there are none, or if one does not become a moodset."),
         {{"FOLDER", ValueKind::Folder}},
         {{"timeout", "SECONDS", ValueKind::Seconds,
-          QT_TRANSLATE_NOOP("Text", "wait for each file for so long; 60 if not given")}},
-        {{"install ~/bundles/coast-light", QT_TRANSLATE_NOOP("Text", "try a bundle of one's own")}},
+          QT_TRANSLATE_NOOP("Text", "how long to wait for each file; 60 if not given")}},
+        {{"install ~/bundles/coast-light", QT_TRANSLATE_NOOP("Text", "try your own bundle")}},
         run};
 }

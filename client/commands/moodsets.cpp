@@ -81,14 +81,15 @@ Command moodsetsCommand()
         QT_TRANSLATE_NOOP("Text", "show a table of all moodsets"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Prints a table of all moodsets, favourites first, and their number. The colours are "
-            "the primary, the secondary, the highlight and the secondary highlight colour: fields "
-            "on a terminal, without their transparency, and #aarrggbb elsewhere. The daemon need "
-            "not run."),
+            "Prints a table of all moodsets, favourites first, and their number. The "
+            "colours are the primary, the secondary, the highlight and the secondary "
+            "highlight colour. A terminal shows them as fields without transparency; "
+            "otherwise they are written as #aarrggbb. The daemon need not run."),
         {},
-        {{"favorites", nullptr, ValueKind::Flag, QT_TRANSLATE_NOOP("Text", "only favourites")},
+        {{"favorites", nullptr, ValueKind::Flag,
+          QT_TRANSLATE_NOOP("Text", "print only favourites")},
          {"names", nullptr, ValueKind::Flag,
-          QT_TRANSLATE_NOOP("Text", "only names, one to a line")}},
+          QT_TRANSLATE_NOOP("Text", "print only names, one in each line")}},
         {{"moodsets", QT_TRANSLATE_NOOP("Text", "find a moodset")},
          {"moodsets --json", QT_TRANSLATE_NOOP("Text", "the same for programs")}},
         run};

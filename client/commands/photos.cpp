@@ -87,9 +87,9 @@ Command photosCommand()
         QT_TRANSLATE_NOOP("Text", "show a table of all pictures"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Prints a table of all pictures and, below it, how many files, pictures and folders "
-            "the "
-            "database holds. The daemon need not run, unless --watch is given."),
+            "Prints a table of all pictures, and below it the number of files, "
+            "pictures and folders in the database. The daemon need not run, unless "
+            "--watch is given."),
         {},
         {{"folder", "DIR", ValueKind::Folder,
           QT_TRANSLATE_NOOP(
@@ -97,7 +97,7 @@ Command photosCommand()
               "show paths relative to DIR; relative to the user's pictures folder if "
               "not given")},
          {"watch", nullptr, ValueKind::Flag,
-          QT_TRANSLATE_NOOP("Text", "then show what changes, as watch does")}},
+          QT_TRANSLATE_NOOP("Text", "then show changes, as watch does")}},
         {{"photos", QT_TRANSLATE_NOOP("Text", "see which pictures the library holds")}},
         run};
 }

@@ -143,9 +143,10 @@ Command previewCommand()
         QT_TRANSLATE_NOOP("Text", "paint what a moodset or a picture would look like"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Writes a PNG picture of two phones that follow a moodset, or what a moodset of a "
-            "picture would be, also in colours that are only being considered. Nothing is stored. "
-            "Without a SOURCE, the theme as it is. The daemon need not run."),
+            "Writes a PNG picture of two phones with a moodset, or with the moodset "
+            "that a picture would give. The colours can be replaced by others. "
+            "Nothing is stored. Without a SOURCE, the phones show the present theme. "
+            "The daemon need not run."),
         {{"SOURCE", ValueKind::Source, false}},
         {{"output", "FILE", ValueKind::File,
           QT_TRANSLATE_NOOP("Text", "the file to write; preview.png if not given"), 'o'},
@@ -154,8 +155,8 @@ Command previewCommand()
          {"highlight", "COLOUR", ValueKind::Color, help},
          {"secondaryHighlight", "COLOUR", ValueKind::Color, help}},
         {{"preview \"Coast light\" -o coast.png",
-          QT_TRANSLATE_NOOP("Text", "see a moodset before it is set")},
+          QT_TRANSLATE_NOOP("Text", "see a moodset before you apply it")},
          {"preview sea.jpg --highlight tomato -o sea.png",
-          QT_TRANSLATE_NOOP("Text", "see what a picture would give with another colour")}},
+          QT_TRANSLATE_NOOP("Text", "see the moodset of a picture with another colour")}},
         run};
 }

@@ -63,14 +63,14 @@ Command refreshCommand()
     return {
         "refresh",
         Command::Group::Bundles,
-        QT_TRANSLATE_NOOP("Text", "have the folders of installed bundles looked through"),
+        QT_TRANSLATE_NOOP("Text", "look for new, changed and removed bundles"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Has /usr/share/moodset and /usr/share/sounds looked through for bundles "
-            "that have come, changed or gone, and waits until that is done."),
+            "Makes the daemon look for new, changed and removed bundles in "
+            "/usr/share/moodset and /usr/share/sounds, and waits until it has."),
         {},
         {{"timeout", "SECONDS", ValueKind::Seconds,
-          QT_TRANSLATE_NOOP("Text", "wait for so long; for any time if not given")},
+          QT_TRANSLATE_NOOP("Text", "how long to wait; without a limit if not given")},
          {"no-wait", nullptr, ValueKind::Flag, QT_TRANSLATE_NOOP("Text", "do not wait")}},
         {{"refresh", QT_TRANSLATE_NOOP("Text", "see new bundles at once")}},
         run};

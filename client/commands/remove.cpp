@@ -46,11 +46,11 @@ Command removeCommand()
         QT_TRANSLATE_NOOP("Text", "remove a moodset from the library, but not its file"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Removes a moodset from the library, with what was edited. Its file stays, "
-            "and brings it back when it changes; of a picture, create makes it again. "
-            "The theme stays as it is."),
+            "Removes a moodset from the library, with its edits. Its file stays, and "
+            "when the file changes, the moodset comes back. The moodset of a picture "
+            "can be made again with create. The theme stays as it is."),
         {{"MOODSET", ValueKind::MoodsetName}},
         {},
-        {{"remove \"Coast light\"", QT_TRANSLATE_NOOP("Text", "take it out of the table")}},
+        {{"remove \"Coast light\"", QT_TRANSLATE_NOOP("Text", "remove it from the table")}},
         run};
 }

@@ -31,14 +31,14 @@ Command restoreCommand()
     return {
         "restore",
         Command::Group::Library,
-        QT_TRANSLATE_NOOP("Text", "bring back what backup saved"),
+        QT_TRANSLATE_NOOP("Text", "restore the edits that backup has saved"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Brings back what backup saved. A moodset that is missing is made of its "
-            "file again. Favourites come back in their order, but not since when each is one. What "
-            "cannot be brought back is said."),
+            "Restores the edits that backup has saved. If a moodset is missing, it "
+            "is made from its file again. Favourites keep their order, but not their "
+            "times. The command reports what it cannot restore."),
         {{"FILE", ValueKind::File}},
         {},
-        {{"restore moodsets.json", QT_TRANSLATE_NOOP("Text", "have the edits again")}},
+        {{"restore moodsets.json", QT_TRANSLATE_NOOP("Text", "restore the edits")}},
         run};
 }

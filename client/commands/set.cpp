@@ -35,17 +35,18 @@ Command setCommand()
     return {
         "set",
         Command::Group::Moodsets,
-        QT_TRANSLATE_NOOP("Text", "make a moodset active; of a picture, one is made first"),
+        QT_TRANSLATE_NOOP("Text", "apply a moodset, or make one from a picture and apply it"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Makes a moodset the look of the system: its wallpapers, colours, ringer volume and "
-            "tones. Of a picture, a moodset is made first. A picture on the network is downloaded "
-            "by the daemon, which is waited for. undo brings back what was active before."),
+            "Applies a moodset to the system: its wallpapers, colours, ringer volume "
+            "and tones. From a picture, the daemon first makes a moodset. If the "
+            "picture is on the network, the command waits until the daemon has "
+            "downloaded it. undo applies the former moodset again."),
         {{"SOURCE", ValueKind::Source}},
         networkOptions(),
-        {{"set \"Coast light\"", QT_TRANSLATE_NOOP("Text", "make the moodset of that name active")},
+        {{"set \"Coast light\"", QT_TRANSLATE_NOOP("Text", "apply the moodset with this name")},
          {"set ~/Pictures/sea.jpg",
-          QT_TRANSLATE_NOOP("Text", "make a picture the look of the system")},
+          QT_TRANSLATE_NOOP("Text", "make a moodset from a picture, and apply it")},
          {"set --timeout 20 https://example.org/sea.jpg",
           QT_TRANSLATE_NOOP(
               "Text", "the same with a picture on the network, for 20 seconds at most")}},

@@ -86,11 +86,11 @@ Command showCommand()
     return {
         "show",
         Command::Group::Moodsets,
-        QT_TRANSLATE_NOOP("Text", "show all that a moodset consists of"),
+        QT_TRANSLATE_NOOP("Text", "show all data of a moodset"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Prints all that a moodset consists of, its tones and files included. The "
-            "daemon need not run."),
+            "Prints all data of a moodset, with its tones and files. The daemon need "
+            "not run."),
         {{"MOODSET", ValueKind::MoodsetName}},
         {},
         {{"show \"Coast light\"",

@@ -170,12 +170,12 @@ Command statusCommand()
             "Text", "show the active moodset, the daemon and the library at a glance"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Prints the active moodset with its colours, the daemon and its version, how much is "
-            "in the library, what waits to be read, how large the database is, and how many "
-            "folders "
-            "the daemon follows of those that the system allows. The daemon need not run."),
+            "Prints the active moodset with its colours, the daemon and its version, "
+            "the number of records in the library, the files that wait to be read, "
+            "the size of the database, and how many folders the daemon follows and "
+            "may follow. The daemon need not run."),
         {},
         {},
-        {{"status", QT_TRANSLATE_NOOP("Text", "see how things are")}},
+        {{"status", QT_TRANSLATE_NOOP("Text", "see the present state")}},
         run};
 }

@@ -32,6 +32,6 @@ Command themeCommand()
             "with the wallpapers and the colours. The daemon need not run."),
         {},
         {},
-        {{"theme", QT_TRANSLATE_NOOP("Text", "see what shells see")}},
+        {{"theme", QT_TRANSLATE_NOOP("Text", "see what shells read")}},
         run};
 }

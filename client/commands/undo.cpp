@@ -57,13 +57,13 @@ Command undoCommand()
     return {
         "undo",
         Command::Group::Moodsets,
-        QT_TRANSLATE_NOOP("Text", "bring back what the last set or edit replaced"),
+        QT_TRANSLATE_NOOP("Text", "undo the last set, edit or favorite"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Brings back what the last set, edit or favorite of this tool replaced. A "
-            "second undo takes back the first."),
+            "Restores what the last set, edit or favorite of this tool has replaced. "
+            "A second undo reverses the first one."),
         {},
         {},
-        {{"undo", QT_TRANSLATE_NOOP("Text", "bring back the last look or the last values")}},
+        {{"undo", QT_TRANSLATE_NOOP("Text", "restore the former moodset or the former values")}},
         run};
 }

@@ -39,13 +39,13 @@ Outcome run(const Invocation& invocation)
     if (!records.isEmpty()) {
         outcome.status = ExitStatus::Failed;
         outcome.error = numbered(
-            records.size(), QT_TRANSLATE_NOOP("Text", "%1 thing to mend"),
-            QT_TRANSLATE_NOOP("Text", "%1 things to mend"));
+            records.size(), QT_TRANSLATE_NOOP("Text", "%1 fault"),
+            QT_TRANSLATE_NOOP("Text", "%1 faults"));
         return outcome;
     }
     outcome.text = numbered(
-                       files.size(), QT_TRANSLATE_NOOP("Text", "%1 file, nothing to mend."),
-                       QT_TRANSLATE_NOOP("Text", "%1 files, nothing to mend."))
+                       files.size(), QT_TRANSLATE_NOOP("Text", "%1 file without faults."),
+                       QT_TRANSLATE_NOOP("Text", "%1 files without faults."))
         + QLatin1Char('\n');
     return outcome;
 }
@@ -60,11 +60,10 @@ Command validateCommand()
         QT_TRANSLATE_NOOP("Text", "check bundles before they are installed"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Says, with line and column, why the daemon would refuse a moodset or index file, or "
-            "why "
-            "what comes of it is not what the file seems to say. A folder is walked. The exit "
-            "status "
-            "is 1 if there is anything to mend. The daemon need not run."),
+            "Reports, with line and column, why the daemon would reject a moodset "
+            "file or an index file, or why the moodset would differ from what the "
+            "file seems to say. In a folder, it checks all such files. The exit "
+            "status is 1 if there is a fault. The daemon need not run."),
         {{"PATH", ValueKind::File, true, true}},
         {},
         {{"validate coast-light/", QT_TRANSLATE_NOOP("Text", "check all files of a bundle")}},

@@ -29,20 +29,20 @@ Command waitCommand()
     return {
         "wait",
         Command::Group::Library,
-        QT_TRANSLATE_NOOP("Text", "wait until the daemon has indexed all it knows of"),
+        QT_TRANSLATE_NOOP("Text", "wait until the daemon has indexed everything"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Waits until the daemon has indexed all it knows of. Without --log, this is "
-            "judged by its having written nothing for a second while it answered "
-            "calls. On a terminal, progress is shown."),
+            "Waits until the daemon has indexed everything. Without --log, the "
+            "daemon counts as idle if it has written nothing for a second while it "
+            "replied to calls. On a terminal, progress is shown."),
         {},
         {{"log", "FILE", ValueKind::File,
           QT_TRANSLATE_NOOP(
               "Text",
-              "read the daemon's log, with debug messages, from this file, and know "
+              "read the daemon's log with debug messages from this file, to know "
               "exactly when it is idle for the first time")},
          {"timeout", "SECONDS", ValueKind::Seconds,
-          QT_TRANSLATE_NOOP("Text", "wait for so long; for any time if not given")}},
+          QT_TRANSLATE_NOOP("Text", "how long to wait; without a limit if not given")}},
         {{"wait --timeout 60", QT_TRANSLATE_NOOP("Text", "wait for a minute at most")}},
         run};
 }

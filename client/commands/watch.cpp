@@ -34,8 +34,8 @@ Command watchCommand()
         QT_TRANSLATE_NOOP("Text", "show pictures as they are added, changed and removed"),
         QT_TRANSLATE_NOOP(
             "Text",
-            "Prints each picture that is added, changed or removed, one to a line, "
-            "until the daemon ends. With --json, each line is an object."),
+            "Prints each picture that is added, changed or removed, one in each "
+            "line, until the daemon ends. With --json, each line is an object."),
         {},
         {{"folder", "DIR", ValueKind::Folder,
           QT_TRANSLATE_NOOP(

@@ -126,7 +126,7 @@ Checkup checkWatches(const DaemonState& daemon)
     const auto id = QStringLiteral("watches");
     const int limit = watchLimit();
     if (daemon.watches < 0 || limit < 0) {
-        return {id, State::Unknown, Text::tr("how many folders are followed cannot be told"), {}};
+        return {id, State::Unknown, Text::tr("the number of followed folders is not known"), {}};
     }
     const QLocale locale;
     const QString text = Text::tr("%1 folders are followed of %2 that the system allows")
@@ -148,7 +148,7 @@ Checkup checkLimits(const DaemonState& daemon)
 {
     const auto id = QStringLiteral("limits");
     if (daemon.addressLimit < 0 || daemon.addressPeak < 0) {
-        return {id, State::Unknown, Text::tr("the daemon's limits cannot be told"), {}};
+        return {id, State::Unknown, Text::tr("the limits of the daemon are not known"), {}};
     }
     const QLocale locale;
     const QString peak = locale.formattedDataSize(daemon.addressPeak, 1);
@@ -179,14 +179,14 @@ Checkup checkFileLimit(const DaemonState& daemon)
 {
     const auto id = QStringLiteral("file-limit");
     if (daemon.fileLimit < 0) {
-        return {id, State::Unknown, Text::tr("the daemon's limits cannot be told"), {}};
+        return {id, State::Unknown, Text::tr("the limits of the daemon are not known"), {}};
     }
     const QString text =
         Text::tr("the daemon may have %1 files open").arg(QLocale().toString(daemon.fileLimit));
     // It has 15 when it has started; a theme and some downloads take the rest.
     constexpr qint64 needed = 64;
     return daemon.fileLimit < needed
-        ? Checkup{id, State::Problem, Text::tr("%1, too few for what it has to do").arg(text), QStringLiteral("systemctl --user edit moodsetd")}
+        ? Checkup{id, State::Problem, Text::tr("%1, which is too few for its work").arg(text), QStringLiteral("systemctl --user edit moodsetd")}
         : Checkup{id, State::Good, text, {}};
 }
 

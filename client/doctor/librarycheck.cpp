@@ -54,8 +54,8 @@ Checkup checkFolders(const LibraryReader& library)
     if (!stuck.unscanned.isEmpty()) {
         return {
             id, State::Problem,
-            Text::tr("the scan of %1 fails at every start: %2 is known on its own, from before it "
-                     "was moved there")
+            Text::tr("the scan of %1 fails at every start, because %2 was already in the "
+                     "database when it was moved there")
                 .arg(
                     printableText(stuck.unscanned.constFirst().parent),
                     printableText(stuck.unscanned.constFirst().folder)),
@@ -64,9 +64,8 @@ Checkup checkFolders(const LibraryReader& library)
     if (!stuck.leftOver.isEmpty()) {
         return {
             id, State::Problem,
-            Text::tr(
-                "%1 was left over when the folder around it went, and is not taken in when that "
-                "comes back")
+            Text::tr("%1 is still in the database from before its parent folder was removed, "
+                     "so the daemon does not follow it when that folder comes back")
                 .arg(printableText(stuck.leftOver.constFirst())),
             Rebuild};
     }
@@ -82,7 +81,7 @@ Checkups checkRebuild()
     }
     return {
         {QStringLiteral("rebuild"), State::Problem,
-         Text::tr("a rebuild was cut short; the edits that it saved are not back"),
+         Text::tr("a rebuild was interrupted, and its saved edits are not restored yet"),
          QStringLiteral("moodsetctl restore %1").arg(edits)}};
 }
 

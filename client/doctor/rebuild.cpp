@@ -133,7 +133,7 @@ Outcome withSaved(Outcome outcome, const Saved& saved)
     }
     if (!saved.unreadable.isEmpty() && !saved.database.isEmpty()) {
         const QString text =
-            Text::tr("the library is built anew, without the edits, which could not be read: %1; "
+            Text::tr("the library was rebuilt without the edits, which could not be read: %1; "
                      "the old database is %2")
                 .arg(saved.unreadable, saved.database);
         outcome.error += outcome.error.isEmpty() ? text : QStringLiteral("; ") + text;
@@ -154,7 +154,8 @@ Outcome rebuildLibrary(bool showProgress)
     const QString unfinished = UnfinishedRebuild::find();
     if (!unfinished.isEmpty()) {
         return Outcome::failed(
-            Text::tr("a rebuild was cut short; put its edits back first: moodsetctl restore %1")
+            Text::tr("a rebuild was interrupted; first restore its edits: moodsetctl restore "
+                     "%1")
                 .arg(unfinished));
     }
     Saved saved;
@@ -169,8 +170,8 @@ Outcome rebuildLibrary(bool showProgress)
     }
     if (outcome.status == ExitStatus::Done && saved.unreadable.isEmpty()) {
         outcome.text = saved.database.isEmpty()
-            ? Text::tr("The library is built; there was none.") + QLatin1Char('\n')
-            : Text::tr("The library is built anew, and the edits are back.") + QLatin1Char(' ')
+            ? Text::tr("The library was built; there was none before.") + QLatin1Char('\n')
+            : Text::tr("The library was rebuilt, and the edits are restored.") + QLatin1Char(' ')
                 + outcome.text
                 + Text::tr("The old database is %1, the saved edits are %2.")
                       .arg(saved.database, saved.backup)

@@ -10,7 +10,7 @@ namespace UnfinishedRebuild {
 /// Where a rebuild that begins now saves the edits.
 QString newPath();
 
-/// The edits of the last rebuild that was cut short; empty if there are none.
+/// The edits of the last rebuild that was interrupted; empty if there are none.
 QString find();
 
 /// Gives the file of edits that have been put back the name of a finished rebuild, and returns its

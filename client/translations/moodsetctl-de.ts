@@ -12,7 +12,7 @@
         <translation>der Dienst hat kein Moodset daraus gemacht</translation>
     </message>
     <message>
-        <source>%1; its log may tell why: journalctl --user -u moodsetd</source>
+        <source>%1; its log may give the reason: journalctl --user -u moodsetd</source>
         <translation>%1; vielleicht sagt sein Protokoll, warum: journalctl --user -u moodsetd</translation>
     </message>
     <message>
@@ -32,11 +32,11 @@
         <translation>der Dienst hat sich beendet</translation>
     </message>
     <message>
-        <source>nothing has come of it in time; the daemon may be downloading still</source>
+        <source>the time limit has passed; the daemon may still be downloading</source>
         <translation>es ist nicht rechtzeitig etwas daraus geworden; vielleicht lädt der Dienst noch herunter</translation>
     </message>
     <message>
-        <source>The daemon was asked for it. What comes of it was not waited for.</source>
+        <source>The daemon was called. The command did not wait for the result.</source>
         <translation>Der Dienst wurde darum gebeten. Auf das Ergebnis wurde nicht gewartet.</translation>
     </message>
     <message>
@@ -64,11 +64,11 @@
         <translation>ein Befehl fehlt; siehe moodsetctl --help</translation>
     </message>
     <message>
-        <source>A PICTURE is a path or a URL; for set, create and preview also one of the network. A MOODSET is the id or the name that the table of moodsets shows; where a picture is taken, too, a name that is that of a file as well means the file.</source>
+        <source>A PICTURE is a path or a URL; set, create and preview also take an address on the network. A MOODSET is an id or a name from the table of moodsets. If a command takes both and a name is also the name of a file, it means the file.</source>
         <translation>Ein PICTURE ist ein Pfad oder eine URL; bei set, create und preview auch eine im Netz. Ein MOODSET ist die Nummer oder der Name aus der Tabelle der Moodsets; wo auch ein Bild stehen kann, meint ein Name, den auch eine Datei trägt, die Datei.</translation>
     </message>
     <message>
-        <source>0: done; 1: failed; 2: the arguments make no sense; 3: the daemon does not run and cannot be started; 4: it did not happen in time. Other than 0 comes with one line on the standard error that says why.</source>
+        <source>0: the command succeeded; 1: it failed; 2: the arguments are wrong; 3: the daemon does not run and cannot be started; 4: the time limit has passed. If the status is not 0, one line on the standard error gives the reason.</source>
         <translation>0: getan; 1: gescheitert; 2: die Argumente ergeben keinen Sinn; 3: der Dienst läuft nicht und kann nicht gestartet werden; 4: es ist nicht rechtzeitig geschehen. Außer bei 0 sagt eine Zeile auf der Standardfehlerausgabe, warum.</translation>
     </message>
     <message>
@@ -112,7 +112,7 @@
         <translation>Für den Anfang</translation>
     </message>
     <message>
-        <source>moodsetctl help COMMAND tells more of each.</source>
+        <source>moodsetctl help COMMAND describes each of them.</source>
         <translation>moodsetctl help BEFEHL sagt mehr zu jedem.</translation>
     </message>
     <message>
@@ -632,19 +632,19 @@
         <translation>es gibt nichts zurückzunehmen</translation>
     </message>
     <message>
-        <source>%1 thing to mend</source>
+        <source>%1 fault</source>
         <translation>%1 Mangel</translation>
     </message>
     <message>
-        <source>%1 things to mend</source>
+        <source>%1 faults</source>
         <translation>%1 Mängel</translation>
     </message>
     <message>
-        <source>%1 file, nothing to mend.</source>
+        <source>%1 file without faults.</source>
         <translation>%1 Datei, keine Mängel.</translation>
     </message>
     <message>
-        <source>%1 files, nothing to mend.</source>
+        <source>%1 files without faults.</source>
         <translation>%1 Dateien, keine Mängel.</translation>
     </message>
     <message>
@@ -692,7 +692,7 @@
         <translation>die Unit moodsetd.service ist %1</translation>
     </message>
     <message>
-        <source>how many folders are followed cannot be told</source>
+        <source>the number of followed folders is not known</source>
         <translation>wie viele Ordner verfolgt werden, ist nicht zu ermitteln</translation>
     </message>
     <message>
@@ -700,7 +700,7 @@
         <translation>%1 Ordner werden verfolgt von %2, die das System erlaubt</translation>
     </message>
     <message>
-        <source>the daemon&apos;s limits cannot be told</source>
+        <source>the limits of the daemon are not known</source>
         <translation>die Grenzen des Dienstes sind nicht zu ermitteln</translation>
     </message>
     <message>
@@ -732,11 +732,11 @@
         <translation>die Datenbank ist beschädigt: %1</translation>
     </message>
     <message>
-        <source>the scan of %1 fails at every start: %2 is known on its own, from before it was moved there</source>
+        <source>the scan of %1 fails at every start, because %2 was already in the database when it was moved there</source>
         <translation>das Durchsuchen von %1 scheitert bei jedem Start: %2 ist für sich bekannt, aus der Zeit, bevor es dorthin kam</translation>
     </message>
     <message>
-        <source>%1 was left over when the folder around it went, and is not taken in when that comes back</source>
+        <source>%1 is still in the database from before its parent folder was removed, so the daemon does not follow it when that folder comes back</source>
         <translation>%1 blieb übrig, als der Ordner darum verschwand, und wird nicht aufgenommen, wenn der wiederkommt</translation>
     </message>
     <message>
@@ -768,7 +768,7 @@
         <translation>der Sitzungsbus kann den Dienst nicht starten, daher wird er nicht angehalten</translation>
     </message>
     <message>
-        <source>the library is built anew, without the edits, which could not be read: %1; the old database is %2</source>
+        <source>the library was rebuilt without the edits, which could not be read: %1; the old database is %2</source>
         <translation>die Bibliothek ist neu aufgebaut, ohne die Änderungen, die nicht gelesen werden konnten: %1; die alte Datenbank ist %2</translation>
     </message>
     <message>
@@ -776,7 +776,7 @@
         <translation>; die Änderungen sind in %1, siehe moodsetctl restore</translation>
     </message>
     <message>
-        <source>The library is built anew, and the edits are back.</source>
+        <source>The library was rebuilt, and the edits are restored.</source>
         <translation>Die Bibliothek ist neu aufgebaut, und die Änderungen sind wieder da.</translation>
     </message>
     <message>
@@ -1036,7 +1036,7 @@
         <translation>Schlüssel</translation>
     </message>
     <message>
-        <source>what was replaced cannot be kept for undo in %1: %2</source>
+        <source>the former values cannot be stored for undo in %1: %2</source>
         <translation>was ersetzt wurde, lässt sich nicht zum Zurücknehmen in %1 aufheben: %2</translation>
     </message>
     <message>
@@ -1044,7 +1044,7 @@
         <translation>JSON ausgeben, für Programme</translation>
     </message>
     <message>
-        <source>print nothing but errors</source>
+        <source>print only errors</source>
         <translation>nichts als Fehler ausgeben</translation>
     </message>
     <message>
@@ -1056,15 +1056,15 @@
         <translation>die Version zeigen</translation>
     </message>
     <message>
-        <source>save what was edited to a file</source>
+        <source>save the edits to a file</source>
         <translation>sichern, was geändert wurde</translation>
     </message>
     <message>
-        <source>Saves what is in the database alone: which moodsets there are, their names, favourites, colours, volumes and tones as they were edited, and where downloaded pictures came from. Pictures and bundles are not in it. The daemon need not run.</source>
+        <source>Saves what only the database has: the moodsets with their edited names, favourites, colours, volumes and tones, and the addresses of downloaded pictures. It does not save pictures and bundles. The daemon need not run.</source>
         <translation>Sichert, was nur in der Datenbank steht: welche Moodsets es gibt, ihre Namen, Favoriten, Farben, Lautstärken und Töne, wie sie geändert wurden, und woher heruntergeladene Bilder kamen. Bilder und Bündel sind nicht darin. Der Dienst muss nicht laufen.</translation>
     </message>
     <message>
-        <source>save the edits before the phone is set up anew</source>
+        <source>save the edits before the phone is reset</source>
         <translation>die Änderungen sichern, bevor das Telefon neu eingerichtet wird</translation>
     </message>
     <message>
@@ -1072,15 +1072,15 @@
         <translation>die Hintergrundbilder löschen, die nichts braucht</translation>
     </message>
     <message>
-        <source>Deletes the wallpapers that the daemon has made and that no moodset and no key of the theme refers to. The daemon never deletes any. The daemon need not run.</source>
+        <source>Deletes the wallpapers that the daemon has made and that no moodset and no key of the theme uses. The daemon itself never deletes a wallpaper. The daemon need not run.</source>
         <translation>Löscht die Hintergrundbilder, die der Dienst gemacht hat und auf die kein Moodset und kein Schlüssel des Themas verweist. Der Dienst löscht nie eines. Der Dienst muss nicht laufen.</translation>
     </message>
     <message>
-        <source>only say which would be deleted</source>
+        <source>only print what would be deleted</source>
         <translation>nur sagen, welche gelöscht würden</translation>
     </message>
     <message>
-        <source>see how much space there is to gain</source>
+        <source>see how much space this would free</source>
         <translation>sehen, wie viel Platz zu gewinnen ist</translation>
     </message>
     <message>
@@ -1092,15 +1092,15 @@
         <translation>Gibt die Farben aus, die ein Moodset eines Bildes auf diesem Gerät hätte, und den Kontrast von jeder: gegen den Durchschnitt des Startbilds und gegen den des Anwendungsbilds, wie Toolkits es abdunkeln, unter 60 % Schwarz. Text braucht 4,5, großer Text 3. Nichts wird gespeichert, und der Dienst muss nicht laufen.</translation>
     </message>
     <message>
-        <source>judge a picture before it is set</source>
+        <source>check a picture before you apply it</source>
         <translation>ein Bild beurteilen, bevor es gesetzt wird</translation>
     </message>
     <message>
-        <source>print the script that has a shell complete command lines</source>
+        <source>print the script for completion in a shell</source>
         <translation>das Skript ausgeben, mit dem eine Shell Befehlszeilen ergänzt</translation>
     </message>
     <message>
-        <source>Prints the script that has a shell, bash, zsh or fish, complete commands, options, files and the names of moodsets. Packages install it; by hand:
+        <source>Prints a script for bash, zsh or fish. With it, the shell completes commands, options, files and the names of moodsets. Packages install it. Without a package:
 bash: source &lt;(moodsetctl completion bash)
 zsh: source &lt;(moodsetctl completion zsh)
 fish: moodsetctl completion fish | source</source>
@@ -1110,7 +1110,7 @@ zsh: source &lt;(moodsetctl completion zsh)
 fish: moodsetctl completion fish | source</translation>
     </message>
     <message>
-        <source>print what the last of some words can be, for these scripts</source>
+        <source>print the possible values of the last word, for these scripts</source>
         <translation>für diese Skripte ausgeben, was das letzte einiger Wörter sein kann</translation>
     </message>
     <message>
@@ -1118,23 +1118,23 @@ fish: moodsetctl completion fish | source</translation>
         <translation>das Skript für bash ausgeben</translation>
     </message>
     <message>
-        <source>make a moodset of a picture, and leave the active one</source>
+        <source>make a moodset from a picture, but do not apply it</source>
         <translation>aus einem Bild ein Moodset machen und das aktive lassen</translation>
     </message>
     <message>
-        <source>Makes a moodset of a picture, and leaves the active one as it is. A picture on the network is downloaded by the daemon, which is waited for.</source>
+        <source>Makes a moodset from a picture, and does not apply it. If the picture is on the network, the command waits until the daemon has downloaded it.</source>
         <translation>Macht aus einem Bild ein Moodset und lässt das aktive, wie es ist. Ein Bild im Netz lädt der Dienst herunter; darauf wird gewartet.</translation>
     </message>
     <message>
-        <source>make a moodset to set or edit later</source>
+        <source>make a moodset that you apply or edit later</source>
         <translation>ein Moodset machen, um es später zu setzen oder zu ändern</translation>
     </message>
     <message>
-        <source>look for what is wrong, and say how to mend it</source>
+        <source>find problems, and show how to repair them</source>
         <translation>suchen, was nicht stimmt, und sagen, wie es zu beheben ist</translation>
     </message>
     <message>
-        <source>have a new database built, and keep what was edited</source>
+        <source>build a new database, and keep the edits</source>
         <translation>eine neue Datenbank aufbauen lassen und die Änderungen behalten</translation>
     </message>
     <message>
@@ -1142,7 +1142,7 @@ fish: moodsetctl completion fish | source</translation>
         <translation>herausfinden, warum etwas nicht geht</translation>
     </message>
     <message>
-        <source>mend a library that does not see its pictures</source>
+        <source>repair a library that does not find its pictures</source>
         <translation>eine Bibliothek heilen, die ihre Bilder nicht sieht</translation>
     </message>
     <message>
@@ -1150,11 +1150,11 @@ fish: moodsetctl completion fish | source</translation>
         <translation>Name, Farben, Lautstärke und Töne eines Moodsets ändern</translation>
     </message>
     <message>
-        <source>Changes a moodset, and the theme with it if it is active. Each value is checked before any is sent. The keys are:
+        <source>Changes a moodset, and also the theme if the moodset is active. All values are checked before the first one is sent. The keys are:
 name=TEXT, favorite=on|off, volume=0...100;
 highlight, secondaryHighlight, primary, secondary, each with a colour as #rrggbb, #aarrggbb or an SVG name;
 ringerTone, messageTone, mailTone, internetCallTone, chatTone, calendarTone, clockAlarmTone, each with on, off, none or a sound file.
-undo brings back what was there before.</source>
+undo restores the former values.</source>
         <translation>Ändert ein Moodset und mit ihm das Thema, wenn es aktiv ist. Jeder Wert wird geprüft, bevor einer gesendet wird. Die Schlüssel sind:
 name=TEXT, favorite=on|off, volume=0...100;
 highlight, secondaryHighlight, primary, secondary, jeder mit einer Farbe als #rrggbb, #aarrggbb oder SVG-Name;
@@ -1162,19 +1162,19 @@ ringerTone, messageTone, mailTone, internetCallTone, chatTone, calendarTone, clo
 undo bringt zurück, was vorher da war.</translation>
     </message>
     <message>
-        <source>change a colour and the ringer&apos;s volume</source>
+        <source>change a colour and the ringer volume</source>
         <translation>eine Farbe und die Klingellautstärke ändern</translation>
     </message>
     <message>
-        <source>change the name and two tones of the moodset of an id</source>
+        <source>change the name and two tones of the moodset with this id</source>
         <translation>den Namen und zwei Töne des Moodsets einer Nummer ändern</translation>
     </message>
     <message>
-        <source>make a moodset a favourite, or no longer one</source>
+        <source>make a moodset a favourite, or end that</source>
         <translation>ein Moodset zum Favoriten machen oder nicht länger</translation>
     </message>
     <message>
-        <source>Makes a moodset a favourite, which is listed before the others, or no longer one.</source>
+        <source>Makes a moodset a favourite, or ends that. Favourites are listed before the others.</source>
         <translation>Macht ein Moodset zum Favoriten, der vor den anderen steht, oder nicht länger.</translation>
     </message>
     <message>
@@ -1182,11 +1182,11 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>es zuerst auflisten</translation>
     </message>
     <message>
-        <source>show what there is, or how a command is used</source>
+        <source>show all commands, or how to use one</source>
         <translation>zeigen, was es gibt, oder wie ein Befehl gebraucht wird</translation>
     </message>
     <message>
-        <source>Shows all commands, or how one is used, with examples.</source>
+        <source>Shows all commands, or how to use one of them, with examples.</source>
         <translation>Zeigt alle Befehle oder wie einer gebraucht wird, mit Beispielen.</translation>
     </message>
     <message>
@@ -1194,39 +1194,39 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>stattdessen die Handbuchseite ausgeben</translation>
     </message>
     <message>
-        <source>see how set is used</source>
+        <source>see how to use set</source>
         <translation>sehen, wie set gebraucht wird</translation>
     </message>
     <message>
-        <source>have pictures taken in</source>
+        <source>add pictures to the library</source>
         <translation>Bilder aufnehmen lassen</translation>
     </message>
     <message>
-        <source>Has pictures taken in, and waits until their data are there. It is an error if a file is no picture, or one that cannot be read; then the ones after it are not taken in.</source>
+        <source>Adds pictures to the library, and waits until the daemon has read them. It is an error if a file is not a picture or cannot be read. The pictures after it are then not added.</source>
         <translation>Lässt Bilder aufnehmen und wartet, bis ihre Daten da sind. Es ist ein Fehler, wenn eine Datei kein Bild ist oder eines, das nicht gelesen werden kann; die danach werden dann nicht aufgenommen.</translation>
     </message>
     <message>
-        <source>wait for each picture for so long; 60 if not given</source>
+        <source>how long to wait for each picture; 60 if not given</source>
         <translation>auf jedes Bild so lange warten; 60, wenn nicht angegeben</translation>
     </message>
     <message>
-        <source>take in a picture from elsewhere</source>
+        <source>add a picture from another folder</source>
         <translation>ein Bild von anderswo aufnehmen</translation>
     </message>
     <message>
-        <source>have the bundle in a folder taken in</source>
+        <source>install the bundle in a folder</source>
         <translation>das Bündel in einem Ordner aufnehmen lassen</translation>
     </message>
     <message>
-        <source>Has the moodset files and index files in a folder taken in, also if they have been before, and waits until they are. It is an error if there are none, or if one gives no moodset.</source>
+        <source>Makes the daemon read the moodset files and index files in a folder, even if it has read them before, and waits until it has. It is an error if there are none, or if one does not become a moodset.</source>
         <translation>Lässt die Moodset- und Index-Dateien in einem Ordner aufnehmen, auch wenn sie es schon waren, und wartet, bis sie es sind. Es ist ein Fehler, wenn es keine gibt oder wenn aus einer kein Moodset wird.</translation>
     </message>
     <message>
-        <source>wait for each file for so long; 60 if not given</source>
+        <source>how long to wait for each file; 60 if not given</source>
         <translation>auf jede Datei so lange warten; 60, wenn nicht angegeben</translation>
     </message>
     <message>
-        <source>try a bundle of one&apos;s own</source>
+        <source>try your own bundle</source>
         <translation>ein eigenes Bündel ausprobieren</translation>
     </message>
     <message>
@@ -1234,15 +1234,15 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>eine Tabelle aller Moodsets zeigen</translation>
     </message>
     <message>
-        <source>Prints a table of all moodsets, favourites first, and their number. The colours are the primary, the secondary, the highlight and the secondary highlight colour: fields on a terminal, without their transparency, and #aarrggbb elsewhere. The daemon need not run.</source>
+        <source>Prints a table of all moodsets, favourites first, and their number. The colours are the primary, the secondary, the highlight and the secondary highlight colour. A terminal shows them as fields without transparency; otherwise they are written as #aarrggbb. The daemon need not run.</source>
         <translation>Gibt eine Tabelle aller Moodsets aus, Favoriten zuerst, und ihre Zahl. Die Farben sind die erste, die zweite, die Hervorhebungsfarbe und die zweite Hervorhebungsfarbe: Felder auf einem Terminal, ohne ihre Durchsichtigkeit, sonst #aarrggbb. Der Dienst muss nicht laufen.</translation>
     </message>
     <message>
-        <source>only favourites</source>
+        <source>print only favourites</source>
         <translation>nur Favoriten</translation>
     </message>
     <message>
-        <source>only names, one to a line</source>
+        <source>print only names, one in each line</source>
         <translation>nur Namen, einen je Zeile</translation>
     </message>
     <message>
@@ -1266,7 +1266,7 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>eine Tabelle aller Bilder zeigen</translation>
     </message>
     <message>
-        <source>Prints a table of all pictures and, below it, how many files, pictures and folders the database holds. The daemon need not run, unless --watch is given.</source>
+        <source>Prints a table of all pictures, and below it the number of files, pictures and folders in the database. The daemon need not run, unless --watch is given.</source>
         <translation>Gibt eine Tabelle aller Bilder aus und darunter, wie viele Dateien, Bilder und Ordner die Datenbank hat. Der Dienst muss nicht laufen, außer mit --watch.</translation>
     </message>
     <message>
@@ -1274,7 +1274,7 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>Pfade relativ zu DIR zeigen; wenn nicht angegeben, zum Bilderordner des Benutzers</translation>
     </message>
     <message>
-        <source>then show what changes, as watch does</source>
+        <source>then show changes, as watch does</source>
         <translation>dann zeigen, was sich ändert, wie watch</translation>
     </message>
     <message>
@@ -1290,7 +1290,7 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>malen, wie ein Moodset oder ein Bild aussähe</translation>
     </message>
     <message>
-        <source>Writes a PNG picture of two phones that follow a moodset, or what a moodset of a picture would be, also in colours that are only being considered. Nothing is stored. Without a SOURCE, the theme as it is. The daemon need not run.</source>
+        <source>Writes a PNG picture of two phones with a moodset, or with the moodset that a picture would give. The colours can be replaced by others. Nothing is stored. Without a SOURCE, the phones show the present theme. The daemon need not run.</source>
         <translation>Schreibt ein PNG-Bild von zwei Telefonen, die einem Moodset folgen, oder dem, was ein Moodset eines Bildes wäre, auch in Farben, die nur erwogen werden. Nichts wird gespeichert. Ohne SOURCE das Thema, wie es ist. Der Dienst muss nicht laufen.</translation>
     </message>
     <message>
@@ -1298,23 +1298,23 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>die zu schreibende Datei; preview.png, wenn nicht angegeben</translation>
     </message>
     <message>
-        <source>see a moodset before it is set</source>
+        <source>see a moodset before you apply it</source>
         <translation>ein Moodset sehen, bevor es gesetzt wird</translation>
     </message>
     <message>
-        <source>see what a picture would give with another colour</source>
+        <source>see the moodset of a picture with another colour</source>
         <translation>sehen, was ein Bild mit einer anderen Farbe ergäbe</translation>
     </message>
     <message>
-        <source>have the folders of installed bundles looked through</source>
+        <source>look for new, changed and removed bundles</source>
         <translation>die Ordner installierter Bündel durchsehen lassen</translation>
     </message>
     <message>
-        <source>Has /usr/share/moodset and /usr/share/sounds looked through for bundles that have come, changed or gone, and waits until that is done.</source>
+        <source>Makes the daemon look for new, changed and removed bundles in /usr/share/moodset and /usr/share/sounds, and waits until it has.</source>
         <translation>Lässt /usr/share/moodset und /usr/share/sounds nach Bündeln durchsehen, die gekommen, geändert oder fort sind, und wartet, bis das getan ist.</translation>
     </message>
     <message>
-        <source>wait for so long; for any time if not given</source>
+        <source>how long to wait; without a limit if not given</source>
         <translation>so lange warten; beliebig lange, wenn nicht angegeben</translation>
     </message>
     <message>
@@ -1330,35 +1330,35 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>ein Moodset aus der Bibliothek entfernen, aber nicht seine Datei</translation>
     </message>
     <message>
-        <source>Removes a moodset from the library, with what was edited. Its file stays, and brings it back when it changes; of a picture, create makes it again. The theme stays as it is.</source>
+        <source>Removes a moodset from the library, with its edits. Its file stays, and when the file changes, the moodset comes back. The moodset of a picture can be made again with create. The theme stays as it is.</source>
         <translation>Entfernt ein Moodset aus der Bibliothek, mit dem, was geändert wurde. Seine Datei bleibt und bringt es zurück, wenn sie sich ändert; aus einem Bild macht create es wieder. Das Thema bleibt, wie es ist.</translation>
     </message>
     <message>
-        <source>take it out of the table</source>
+        <source>remove it from the table</source>
         <translation>es aus der Tabelle nehmen</translation>
     </message>
     <message>
-        <source>bring back what backup saved</source>
+        <source>restore the edits that backup has saved</source>
         <translation>zurückbringen, was backup gesichert hat</translation>
     </message>
     <message>
-        <source>have the edits again</source>
+        <source>restore the edits</source>
         <translation>die Änderungen wiederhaben</translation>
     </message>
     <message>
-        <source>make a moodset active; of a picture, one is made first</source>
+        <source>apply a moodset, or make one from a picture and apply it</source>
         <translation>ein Moodset aktiv machen; aus einem Bild wird erst eines gemacht</translation>
     </message>
     <message>
-        <source>Makes a moodset the look of the system: its wallpapers, colours, ringer volume and tones. Of a picture, a moodset is made first. A picture on the network is downloaded by the daemon, which is waited for. undo brings back what was active before.</source>
+        <source>Applies a moodset to the system: its wallpapers, colours, ringer volume and tones. From a picture, the daemon first makes a moodset. If the picture is on the network, the command waits until the daemon has downloaded it. undo applies the former moodset again.</source>
         <translation>Macht ein Moodset zum Aussehen des Systems: seine Hintergrundbilder, Farben, Klingellautstärke und Töne. Aus einem Bild wird erst ein Moodset gemacht. Ein Bild im Netz lädt der Dienst herunter; darauf wird gewartet. undo bringt zurück, was vorher aktiv war.</translation>
     </message>
     <message>
-        <source>make the moodset of that name active</source>
+        <source>apply the moodset with this name</source>
         <translation>das Moodset dieses Namens aktiv machen</translation>
     </message>
     <message>
-        <source>make a picture the look of the system</source>
+        <source>make a moodset from a picture, and apply it</source>
         <translation>ein Bild zum Aussehen des Systems machen</translation>
     </message>
     <message>
@@ -1366,11 +1366,11 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>dasselbe mit einem Bild im Netz, höchstens 20 Sekunden lang</translation>
     </message>
     <message>
-        <source>show all that a moodset consists of</source>
+        <source>show all data of a moodset</source>
         <translation>alles zeigen, woraus ein Moodset besteht</translation>
     </message>
     <message>
-        <source>Prints all that a moodset consists of, its tones and files included. The daemon need not run.</source>
+        <source>Prints all data of a moodset, with its tones and files. The daemon need not run.</source>
         <translation>Gibt alles aus, woraus ein Moodset besteht, mit Tönen und Dateien. Der Dienst muss nicht laufen.</translation>
     </message>
     <message>
@@ -1382,11 +1382,11 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>das aktive Moodset, den Dienst und die Bibliothek auf einen Blick zeigen</translation>
     </message>
     <message>
-        <source>Prints the active moodset with its colours, the daemon and its version, how much is in the library, what waits to be read, how large the database is, and how many folders the daemon follows of those that the system allows. The daemon need not run.</source>
+        <source>Prints the active moodset with its colours, the daemon and its version, the number of records in the library, the files that wait to be read, the size of the database, and how many folders the daemon follows and may follow. The daemon need not run.</source>
         <translation>Gibt das aktive Moodset mit seinen Farben aus, den Dienst und seine Version, wie viel in der Bibliothek ist, was darauf wartet, gelesen zu werden, wie groß die Datenbank ist und wie viele Ordner der Dienst von denen verfolgt, die das System erlaubt. Der Dienst muss nicht laufen.</translation>
     </message>
     <message>
-        <source>see how things are</source>
+        <source>see the present state</source>
         <translation>sehen, wie es steht</translation>
     </message>
     <message>
@@ -1398,19 +1398,19 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>Gibt die Schlüssel des Schlüsselspeichers aus, denen Shells und Toolkits folgen, mit den Hintergrundbildern und den Farben. Der Dienst muss nicht laufen.</translation>
     </message>
     <message>
-        <source>see what shells see</source>
+        <source>see what shells read</source>
         <translation>sehen, was Shells sehen</translation>
     </message>
     <message>
-        <source>bring back what the last set or edit replaced</source>
+        <source>undo the last set, edit or favorite</source>
         <translation>zurückbringen, was das letzte set oder edit ersetzt hat</translation>
     </message>
     <message>
-        <source>Brings back what the last set, edit or favorite of this tool replaced. A second undo takes back the first.</source>
+        <source>Restores what the last set, edit or favorite of this tool has replaced. A second undo reverses the first one.</source>
         <translation>Bringt zurück, was das letzte set, edit oder favorite dieses Werkzeugs ersetzt hat. Ein zweites undo nimmt das erste zurück.</translation>
     </message>
     <message>
-        <source>bring back the last look or the last values</source>
+        <source>restore the former moodset or the former values</source>
         <translation>das letzte Aussehen oder die letzten Werte zurückbringen</translation>
     </message>
     <message>
@@ -1418,7 +1418,7 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>Bündel prüfen, bevor sie installiert werden</translation>
     </message>
     <message>
-        <source>Says, with line and column, why the daemon would refuse a moodset or index file, or why what comes of it is not what the file seems to say. A folder is walked. The exit status is 1 if there is anything to mend. The daemon need not run.</source>
+        <source>Reports, with line and column, why the daemon would reject a moodset file or an index file, or why the moodset would differ from what the file seems to say. In a folder, it checks all such files. The exit status is 1 if there is a fault. The daemon need not run.</source>
         <translation>Sagt mit Zeile und Spalte, warum der Dienst eine Moodset- oder Index-Datei ablehnte oder warum nicht daraus wird, was die Datei zu sagen scheint. Ein Ordner wird durchgegangen. Der Exit-Status ist 1, wenn es Mängel gibt. Der Dienst muss nicht laufen.</translation>
     </message>
     <message>
@@ -1426,15 +1426,15 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>alle Dateien eines Bündels prüfen</translation>
     </message>
     <message>
-        <source>wait until the daemon has indexed all it knows of</source>
+        <source>wait until the daemon has indexed everything</source>
         <translation>warten, bis der Dienst alles erfasst hat, was er kennt</translation>
     </message>
     <message>
-        <source>Waits until the daemon has indexed all it knows of. Without --log, this is judged by its having written nothing for a second while it answered calls. On a terminal, progress is shown.</source>
+        <source>Waits until the daemon has indexed everything. Without --log, the daemon counts as idle if it has written nothing for a second while it replied to calls. On a terminal, progress is shown.</source>
         <translation>Wartet, bis der Dienst alles erfasst hat, was er kennt. Ohne --log gilt als Zeichen, dass er eine Sekunde lang nichts schrieb, während er Aufrufe beantwortete. Auf einem Terminal wird der Fortschritt gezeigt.</translation>
     </message>
     <message>
-        <source>read the daemon&apos;s log, with debug messages, from this file, and know exactly when it is idle for the first time</source>
+        <source>read the daemon&apos;s log with debug messages from this file, to know exactly when it is idle for the first time</source>
         <translation>das Protokoll des Dienstes mit Debug-Meldungen aus dieser Datei lesen und genau wissen, wann er zum ersten Mal ruht</translation>
     </message>
     <message>
@@ -1446,7 +1446,7 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>Bilder zeigen, wie sie hinzukommen, sich ändern und verschwinden</translation>
     </message>
     <message>
-        <source>Prints each picture that is added, changed or removed, one to a line, until the daemon ends. With --json, each line is an object.</source>
+        <source>Prints each picture that is added, changed or removed, one in each line, until the daemon ends. With --json, each line is an object.</source>
         <translation>Gibt jedes Bild aus, das hinzukommt, sich ändert oder verschwindet, eines je Zeile, bis der Dienst sich beendet. Mit --json ist jede Zeile ein Objekt.</translation>
     </message>
     <message>
@@ -1470,8 +1470,8 @@ undo bringt zurück, was vorher da war.</translation>
         <translation>die Datei ist größer als %1, und der Dienst liest sie nicht</translation>
     </message>
     <message>
-        <source>Looks at the bus, the daemon, its unit and limits, the database, the folders that it is stuck with, the key/value store and its defaults, the theme and the wallpapers, and says for each what is wrong and which command mends it. The exit status is 1 if there is a problem.
-With --rebuild, the edits are saved, the daemon is stopped, a new database is built, and the edits are put back; the old database is kept. Favourites come back in their order, but not since when each is one. Where this is cut short, doctor says how to put the edits back.</source>
+        <source>Checks the bus, the daemon, its unit and limits, the database, the folders that it cannot follow any more, the key/value store and its defaults, the theme and the wallpapers. For each, it shows what is wrong and which command repairs it. The exit status is 1 if there is a problem.
+With --rebuild, it saves the edits, ends the daemon, has a new database built, and restores the edits. The old database is kept. Favourites keep their order, but not their times. If a rebuild is interrupted, doctor shows how to restore the edits.</source>
         <translation>Sieht nach dem Bus, dem Dienst, seiner Unit und seinen Grenzen, der Datenbank, den Ordnern, an denen er hängt, dem Schlüsselspeicher und seinen Vorgaben, dem Thema und den Hintergrundbildern und sagt zu jedem, was nicht stimmt und welcher Befehl es behebt. Der Exit-Status ist 1, wenn es ein Problem gibt.
 Mit --rebuild werden die Änderungen gesichert, der Dienst angehalten, eine neue Datenbank aufgebaut und die Änderungen zurückgebracht; die alte Datenbank bleibt erhalten. Favoriten kommen in ihrer Reihenfolge zurück, aber nicht, seit wann jeder einer ist. Wo dies abgebrochen wird, sagt doctor, wie man die Änderungen zurückbringt.</translation>
     </message>
@@ -1480,7 +1480,7 @@ Mit --rebuild werden die Änderungen gesichert, der Dienst angehalten, eine neue
         <translation>Die gesicherten Änderungen sind jetzt in %1.</translation>
     </message>
     <message>
-        <source>Brings back what backup saved. A moodset that is missing is made of its file again. Favourites come back in their order, but not since when each is one. What cannot be brought back is said.</source>
+        <source>Restores the edits that backup has saved. If a moodset is missing, it is made from its file again. Favourites keep their order, but not their times. The command reports what it cannot restore.</source>
         <translation>Bringt zurück, was backup gesichert hat. Ein Moodset, das fehlt, wird wieder aus seiner Datei gemacht. Favoriten kommen in ihrer Reihenfolge zurück, aber nicht, seit wann jeder einer ist. Was nicht zurückgebracht werden kann, wird gesagt.</translation>
     </message>
     <message>
@@ -1492,19 +1492,19 @@ Mit --rebuild werden die Änderungen gesichert, der Dienst angehalten, eine neue
         <translation>der Dienst darf %1 Dateien offen haben</translation>
     </message>
     <message>
-        <source>%1, too few for what it has to do</source>
+        <source>%1, which is too few for its work</source>
         <translation>%1, zu wenige für das, was er zu tun hat</translation>
     </message>
     <message>
-        <source>a rebuild was cut short; the edits that it saved are not back</source>
+        <source>a rebuild was interrupted, and its saved edits are not restored yet</source>
         <translation>ein Neuaufbau wurde abgebrochen; die Änderungen, die er gesichert hat, sind nicht zurück</translation>
     </message>
     <message>
-        <source>a rebuild was cut short; put its edits back first: moodsetctl restore %1</source>
+        <source>a rebuild was interrupted; first restore its edits: moodsetctl restore %1</source>
         <translation>ein Neuaufbau wurde abgebrochen; bringen Sie zuerst seine Änderungen zurück: moodsetctl restore %1</translation>
     </message>
     <message>
-        <source>The library is built; there was none.</source>
+        <source>The library was built; there was none before.</source>
         <translation>Die Bibliothek ist aufgebaut; es gab keine.</translation>
     </message>
     <message>
@@ -1524,7 +1524,7 @@ Mit --rebuild werden die Änderungen gesichert, der Dienst angehalten, eine neue
         <translation>die Reihenfolge der Favoriten</translation>
     </message>
     <message>
-        <source>the daemon has ended, and not all is brought back</source>
+        <source>the daemon has ended, and some edits are not restored</source>
         <translation>der Dienst hat sich beendet, und nicht alles ist zurückgebracht</translation>
     </message>
     <message>

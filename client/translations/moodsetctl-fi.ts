@@ -12,7 +12,7 @@
         <translation>palvelu ei tehnyt siitä moodsetiä</translation>
     </message>
     <message>
-        <source>%1; its log may tell why: journalctl --user -u moodsetd</source>
+        <source>%1; its log may give the reason: journalctl --user -u moodsetd</source>
         <translation>%1; syy voi olla sen lokissa: journalctl --user -u moodsetd</translation>
     </message>
     <message>
@@ -32,11 +32,11 @@
         <translation>palvelu on päättynyt</translation>
     </message>
     <message>
-        <source>nothing has come of it in time; the daemon may be downloading still</source>
+        <source>the time limit has passed; the daemon may still be downloading</source>
         <translation>siitä ei tullut mitään ajoissa; palvelu voi olla vielä lataamassa</translation>
     </message>
     <message>
-        <source>The daemon was asked for it. What comes of it was not waited for.</source>
+        <source>The daemon was called. The command did not wait for the result.</source>
         <translation>Palvelua pyydettiin tekemään se. Tulosta ei odotettu.</translation>
     </message>
     <message>
@@ -64,11 +64,11 @@
         <translation>komento puuttuu; katso moodsetctl --help</translation>
     </message>
     <message>
-        <source>A PICTURE is a path or a URL; for set, create and preview also one of the network. A MOODSET is the id or the name that the table of moodsets shows; where a picture is taken, too, a name that is that of a file as well means the file.</source>
+        <source>A PICTURE is a path or a URL; set, create and preview also take an address on the network. A MOODSET is an id or a name from the table of moodsets. If a command takes both and a name is also the name of a file, it means the file.</source>
         <translation>PICTURE on polku tai URL; komennoissa set, create ja preview myös verkossa oleva. MOODSET on moodsetien taulukon numero tai nimi; missä kuvakin kelpaa, nimi, joka on myös tiedoston, tarkoittaa tiedostoa.</translation>
     </message>
     <message>
-        <source>0: done; 1: failed; 2: the arguments make no sense; 3: the daemon does not run and cannot be started; 4: it did not happen in time. Other than 0 comes with one line on the standard error that says why.</source>
+        <source>0: the command succeeded; 1: it failed; 2: the arguments are wrong; 3: the daemon does not run and cannot be started; 4: the time limit has passed. If the status is not 0, one line on the standard error gives the reason.</source>
         <translation>0: tehty; 1: epäonnistui; 2: argumenteissa ei ole järkeä; 3: palvelu ei ole käynnissä eikä sitä voi käynnistää; 4: se ei tapahtunut ajoissa. Muissa kuin 0:ssa yksi rivi virhetulosteessa kertoo syyn.</translation>
     </message>
     <message>
@@ -112,7 +112,7 @@
         <translation>Aluksi</translation>
     </message>
     <message>
-        <source>moodsetctl help COMMAND tells more of each.</source>
+        <source>moodsetctl help COMMAND describes each of them.</source>
         <translation>moodsetctl help KOMENTO kertoo kustakin lisää.</translation>
     </message>
     <message>
@@ -632,19 +632,19 @@
         <translation>ei ole mitään peruttavaa</translation>
     </message>
     <message>
-        <source>%1 thing to mend</source>
+        <source>%1 fault</source>
         <translation>%1 korjattava kohta</translation>
     </message>
     <message>
-        <source>%1 things to mend</source>
+        <source>%1 faults</source>
         <translation>%1 korjattavaa kohtaa</translation>
     </message>
     <message>
-        <source>%1 file, nothing to mend.</source>
+        <source>%1 file without faults.</source>
         <translation>%1 tiedosto, ei korjattavaa.</translation>
     </message>
     <message>
-        <source>%1 files, nothing to mend.</source>
+        <source>%1 files without faults.</source>
         <translation>%1 tiedostoa, ei korjattavaa.</translation>
     </message>
     <message>
@@ -692,7 +692,7 @@
         <translation>yksikkö moodsetd.service on %1</translation>
     </message>
     <message>
-        <source>how many folders are followed cannot be told</source>
+        <source>the number of followed folders is not known</source>
         <translation>seurattujen kansioiden määrää ei saa selville</translation>
     </message>
     <message>
@@ -700,7 +700,7 @@
         <translation>%1 kansiota seurataan, järjestelmä sallii %2</translation>
     </message>
     <message>
-        <source>the daemon&apos;s limits cannot be told</source>
+        <source>the limits of the daemon are not known</source>
         <translation>palvelun rajoja ei saa selville</translation>
     </message>
     <message>
@@ -732,11 +732,11 @@
         <translation>tietokanta on vaurioitunut: %1</translation>
     </message>
     <message>
-        <source>the scan of %1 fails at every start: %2 is known on its own, from before it was moved there</source>
+        <source>the scan of %1 fails at every start, because %2 was already in the database when it was moved there</source>
         <translation>kansion %1 läpikäynti epäonnistuu joka käynnistyksessä: %2 tunnetaan erikseen ajalta ennen siirtoa</translation>
     </message>
     <message>
-        <source>%1 was left over when the folder around it went, and is not taken in when that comes back</source>
+        <source>%1 is still in the database from before its parent folder was removed, so the daemon does not follow it when that folder comes back</source>
         <translation>%1 jäi jäljelle, kun sen ympärillä ollut kansio poistui, eikä sitä oteta mukaan, kun tämä palaa</translation>
     </message>
     <message>
@@ -768,7 +768,7 @@
         <translation>istuntoväylä ei voi käynnistää palvelua, joten sitä ei pysäytetä</translation>
     </message>
     <message>
-        <source>the library is built anew, without the edits, which could not be read: %1; the old database is %2</source>
+        <source>the library was rebuilt without the edits, which could not be read: %1; the old database is %2</source>
         <translation>kirjasto on rakennettu uudelleen ilman muokkauksia, joita ei voinut lukea: %1; vanha tietokanta on %2</translation>
     </message>
     <message>
@@ -776,7 +776,7 @@
         <translation>; muokkaukset ovat tiedostossa %1, katso moodsetctl restore</translation>
     </message>
     <message>
-        <source>The library is built anew, and the edits are back.</source>
+        <source>The library was rebuilt, and the edits are restored.</source>
         <translation>Kirjasto on rakennettu uudelleen, ja muokkaukset ovat palanneet.</translation>
     </message>
     <message>
@@ -1036,7 +1036,7 @@
         <translation>Avain</translation>
     </message>
     <message>
-        <source>what was replaced cannot be kept for undo in %1: %2</source>
+        <source>the former values cannot be stored for undo in %1: %2</source>
         <translation>korvattua ei voi säilyttää perumista varten tiedostossa %1: %2</translation>
     </message>
     <message>
@@ -1044,7 +1044,7 @@
         <translation>tulosta JSONia ohjelmille</translation>
     </message>
     <message>
-        <source>print nothing but errors</source>
+        <source>print only errors</source>
         <translation>tulosta vain virheet</translation>
     </message>
     <message>
@@ -1056,15 +1056,15 @@
         <translation>näytä versio</translation>
     </message>
     <message>
-        <source>save what was edited to a file</source>
+        <source>save the edits to a file</source>
         <translation>tallenna muokkaukset tiedostoon</translation>
     </message>
     <message>
-        <source>Saves what is in the database alone: which moodsets there are, their names, favourites, colours, volumes and tones as they were edited, and where downloaded pictures came from. Pictures and bundles are not in it. The daemon need not run.</source>
+        <source>Saves what only the database has: the moodsets with their edited names, favourites, colours, volumes and tones, and the addresses of downloaded pictures. It does not save pictures and bundles. The daemon need not run.</source>
         <translation>Tallentaa sen, mikä on vain tietokannassa: mitä moodsetejä on, niiden nimet, suosikit, värit, voimakkuudet ja äänet muokattuina, sekä mistä ladatut kuvat tulivat. Kuvat ja paketit eivät ole mukana. Palvelun ei tarvitse olla käynnissä.</translation>
     </message>
     <message>
-        <source>save the edits before the phone is set up anew</source>
+        <source>save the edits before the phone is reset</source>
         <translation>tallenna muokkaukset ennen puhelimen uutta käyttöönottoa</translation>
     </message>
     <message>
@@ -1072,15 +1072,15 @@
         <translation>poista käyttämättömät taustakuvat</translation>
     </message>
     <message>
-        <source>Deletes the wallpapers that the daemon has made and that no moodset and no key of the theme refers to. The daemon never deletes any. The daemon need not run.</source>
+        <source>Deletes the wallpapers that the daemon has made and that no moodset and no key of the theme uses. The daemon itself never deletes a wallpaper. The daemon need not run.</source>
         <translation>Poistaa palvelun tekemät taustakuvat, joihin mikään moodset tai teeman avain ei viittaa. Palvelu ei poista niitä koskaan. Palvelun ei tarvitse olla käynnissä.</translation>
     </message>
     <message>
-        <source>only say which would be deleted</source>
+        <source>only print what would be deleted</source>
         <translation>kerro vain, mitkä poistettaisiin</translation>
     </message>
     <message>
-        <source>see how much space there is to gain</source>
+        <source>see how much space this would free</source>
         <translation>katso, paljonko tilaa vapautuisi</translation>
     </message>
     <message>
@@ -1092,15 +1092,15 @@
         <translation>Tulostaa värit, jotka laitteella olevan kuvan moodset saisi, ja kunkin kontrastin: kotitaustakuvan keskiarvoa vasten ja sovellustaustakuvan keskiarvoa vasten niin kuin työkalut sitä tummentavat, 60 % mustan alla. Teksti tarvitsee 4,5, suuri teksti 3. Mitään ei tallenneta, eikä palvelun tarvitse olla käynnissä.</translation>
     </message>
     <message>
-        <source>judge a picture before it is set</source>
+        <source>check a picture before you apply it</source>
         <translation>arvioi kuva ennen sen käyttöönottoa</translation>
     </message>
     <message>
-        <source>print the script that has a shell complete command lines</source>
+        <source>print the script for completion in a shell</source>
         <translation>tulosta skripti, jolla komentotulkki täydentää komentoja</translation>
     </message>
     <message>
-        <source>Prints the script that has a shell, bash, zsh or fish, complete commands, options, files and the names of moodsets. Packages install it; by hand:
+        <source>Prints a script for bash, zsh or fish. With it, the shell completes commands, options, files and the names of moodsets. Packages install it. Without a package:
 bash: source &lt;(moodsetctl completion bash)
 zsh: source &lt;(moodsetctl completion zsh)
 fish: moodsetctl completion fish | source</source>
@@ -1110,7 +1110,7 @@ zsh: source &lt;(moodsetctl completion zsh)
 fish: moodsetctl completion fish | source</translation>
     </message>
     <message>
-        <source>print what the last of some words can be, for these scripts</source>
+        <source>print the possible values of the last word, for these scripts</source>
         <translation>tulosta näille skripteille, mikä sanoista viimeinen voi olla</translation>
     </message>
     <message>
@@ -1118,23 +1118,23 @@ fish: moodsetctl completion fish | source</translation>
         <translation>tulosta bashin skripti</translation>
     </message>
     <message>
-        <source>make a moodset of a picture, and leave the active one</source>
+        <source>make a moodset from a picture, but do not apply it</source>
         <translation>tee kuvasta moodset ja jätä käytössä oleva ennalleen</translation>
     </message>
     <message>
-        <source>Makes a moodset of a picture, and leaves the active one as it is. A picture on the network is downloaded by the daemon, which is waited for.</source>
+        <source>Makes a moodset from a picture, and does not apply it. If the picture is on the network, the command waits until the daemon has downloaded it.</source>
         <translation>Tekee kuvasta moodsetin ja jättää käytössä olevan ennalleen. Verkossa olevan kuvan palvelu lataa, ja sitä odotetaan.</translation>
     </message>
     <message>
-        <source>make a moodset to set or edit later</source>
+        <source>make a moodset that you apply or edit later</source>
         <translation>tee moodset myöhempää käyttöä tai muokkausta varten</translation>
     </message>
     <message>
-        <source>look for what is wrong, and say how to mend it</source>
+        <source>find problems, and show how to repair them</source>
         <translation>etsi viat ja kerro, miten ne korjataan</translation>
     </message>
     <message>
-        <source>have a new database built, and keep what was edited</source>
+        <source>build a new database, and keep the edits</source>
         <translation>rakennuta uusi tietokanta ja pidä muokkaukset</translation>
     </message>
     <message>
@@ -1142,7 +1142,7 @@ fish: moodsetctl completion fish | source</translation>
         <translation>selvitä, miksi jokin ei toimi</translation>
     </message>
     <message>
-        <source>mend a library that does not see its pictures</source>
+        <source>repair a library that does not find its pictures</source>
         <translation>korjaa kirjasto, joka ei näe kuviaan</translation>
     </message>
     <message>
@@ -1150,11 +1150,11 @@ fish: moodsetctl completion fish | source</translation>
         <translation>muuta moodsetin nimeä, värejä, voimakkuutta ja ääniä</translation>
     </message>
     <message>
-        <source>Changes a moodset, and the theme with it if it is active. Each value is checked before any is sent. The keys are:
+        <source>Changes a moodset, and also the theme if the moodset is active. All values are checked before the first one is sent. The keys are:
 name=TEXT, favorite=on|off, volume=0...100;
 highlight, secondaryHighlight, primary, secondary, each with a colour as #rrggbb, #aarrggbb or an SVG name;
 ringerTone, messageTone, mailTone, internetCallTone, chatTone, calendarTone, clockAlarmTone, each with on, off, none or a sound file.
-undo brings back what was there before.</source>
+undo restores the former values.</source>
         <translation>Muuttaa moodsetiä ja teemaa sen mukana, jos se on käytössä. Jokainen arvo tarkastetaan ennen kuin yhtään lähetetään. Avaimet ovat:
 name=TEKSTI, favorite=on|off, volume=0...100;
 highlight, secondaryHighlight, primary, secondary, kukin väri muodossa #rrggbb, #aarrggbb tai SVG-nimi;
@@ -1162,19 +1162,19 @@ ringerTone, messageTone, mailTone, internetCallTone, chatTone, calendarTone, clo
 undo palauttaa entiset arvot.</translation>
     </message>
     <message>
-        <source>change a colour and the ringer&apos;s volume</source>
+        <source>change a colour and the ringer volume</source>
         <translation>muuta väriä ja soittoäänen voimakkuutta</translation>
     </message>
     <message>
-        <source>change the name and two tones of the moodset of an id</source>
+        <source>change the name and two tones of the moodset with this id</source>
         <translation>muuta numeron moodsetin nimi ja kaksi ääntä</translation>
     </message>
     <message>
-        <source>make a moodset a favourite, or no longer one</source>
+        <source>make a moodset a favourite, or end that</source>
         <translation>tee moodsetistä suosikki tai lopeta se</translation>
     </message>
     <message>
-        <source>Makes a moodset a favourite, which is listed before the others, or no longer one.</source>
+        <source>Makes a moodset a favourite, or ends that. Favourites are listed before the others.</source>
         <translation>Tekee moodsetistä suosikin, joka on luettelossa ennen muita, tai lopettaa sen.</translation>
     </message>
     <message>
@@ -1182,11 +1182,11 @@ undo palauttaa entiset arvot.</translation>
         <translation>näytä se ensimmäisenä</translation>
     </message>
     <message>
-        <source>show what there is, or how a command is used</source>
+        <source>show all commands, or how to use one</source>
         <translation>näytä komennot tai yhden käyttö</translation>
     </message>
     <message>
-        <source>Shows all commands, or how one is used, with examples.</source>
+        <source>Shows all commands, or how to use one of them, with examples.</source>
         <translation>Näyttää kaikki komennot tai yhden käytön esimerkkeineen.</translation>
     </message>
     <message>
@@ -1194,39 +1194,39 @@ undo palauttaa entiset arvot.</translation>
         <translation>tulosta sen sijaan ohjesivu</translation>
     </message>
     <message>
-        <source>see how set is used</source>
+        <source>see how to use set</source>
         <translation>katso, miten set toimii</translation>
     </message>
     <message>
-        <source>have pictures taken in</source>
+        <source>add pictures to the library</source>
         <translation>ota kuvia mukaan</translation>
     </message>
     <message>
-        <source>Has pictures taken in, and waits until their data are there. It is an error if a file is no picture, or one that cannot be read; then the ones after it are not taken in.</source>
+        <source>Adds pictures to the library, and waits until the daemon has read them. It is an error if a file is not a picture or cannot be read. The pictures after it are then not added.</source>
         <translation>Ottaa kuvia mukaan ja odottaa, kunnes niiden tiedot on luettu. On virhe, jos tiedosto ei ole kuva tai sitä ei voi lukea; silloin sen jälkeisiä ei oteta mukaan.</translation>
     </message>
     <message>
-        <source>wait for each picture for so long; 60 if not given</source>
+        <source>how long to wait for each picture; 60 if not given</source>
         <translation>odota kutakin kuvaa näin kauan; oletus 60</translation>
     </message>
     <message>
-        <source>take in a picture from elsewhere</source>
+        <source>add a picture from another folder</source>
         <translation>ota mukaan kuva muualta</translation>
     </message>
     <message>
-        <source>have the bundle in a folder taken in</source>
+        <source>install the bundle in a folder</source>
         <translation>ota kansion paketti mukaan</translation>
     </message>
     <message>
-        <source>Has the moodset files and index files in a folder taken in, also if they have been before, and waits until they are. It is an error if there are none, or if one gives no moodset.</source>
+        <source>Makes the daemon read the moodset files and index files in a folder, even if it has read them before, and waits until it has. It is an error if there are none, or if one does not become a moodset.</source>
         <translation>Ottaa kansion moodset- ja hakemistotiedostot mukaan, vaikka ne olisi jo otettu, ja odottaa, kunnes se on tehty. On virhe, jos niitä ei ole tai jostakin ei tule moodsetiä.</translation>
     </message>
     <message>
-        <source>wait for each file for so long; 60 if not given</source>
+        <source>how long to wait for each file; 60 if not given</source>
         <translation>odota kutakin tiedostoa näin kauan; oletus 60</translation>
     </message>
     <message>
-        <source>try a bundle of one&apos;s own</source>
+        <source>try your own bundle</source>
         <translation>kokeile omaa pakettia</translation>
     </message>
     <message>
@@ -1234,15 +1234,15 @@ undo palauttaa entiset arvot.</translation>
         <translation>näytä kaikkien moodsetien taulukko</translation>
     </message>
     <message>
-        <source>Prints a table of all moodsets, favourites first, and their number. The colours are the primary, the secondary, the highlight and the secondary highlight colour: fields on a terminal, without their transparency, and #aarrggbb elsewhere. The daemon need not run.</source>
+        <source>Prints a table of all moodsets, favourites first, and their number. The colours are the primary, the secondary, the highlight and the secondary highlight colour. A terminal shows them as fields without transparency; otherwise they are written as #aarrggbb. The daemon need not run.</source>
         <translation>Tulostaa kaikkien moodsetien taulukon, suosikit ensin, ja niiden määrän. Värit ovat ensisijainen, toissijainen, korostusväri ja toinen korostusväri: päätteessä kenttinä ilman läpinäkyvyyttä, muualla #aarrggbb. Palvelun ei tarvitse olla käynnissä.</translation>
     </message>
     <message>
-        <source>only favourites</source>
+        <source>print only favourites</source>
         <translation>vain suosikit</translation>
     </message>
     <message>
-        <source>only names, one to a line</source>
+        <source>print only names, one in each line</source>
         <translation>vain nimet, yksi rivillä</translation>
     </message>
     <message>
@@ -1266,7 +1266,7 @@ undo palauttaa entiset arvot.</translation>
         <translation>näytä kaikkien kuvien taulukko</translation>
     </message>
     <message>
-        <source>Prints a table of all pictures and, below it, how many files, pictures and folders the database holds. The daemon need not run, unless --watch is given.</source>
+        <source>Prints a table of all pictures, and below it the number of files, pictures and folders in the database. The daemon need not run, unless --watch is given.</source>
         <translation>Tulostaa kaikkien kuvien taulukon ja sen alle, montako tiedostoa, kuvaa ja kansiota tietokannassa on. Palvelun ei tarvitse olla käynnissä, paitsi valitsimella --watch.</translation>
     </message>
     <message>
@@ -1274,7 +1274,7 @@ undo palauttaa entiset arvot.</translation>
         <translation>näytä polut suhteessa kansioon DIR; oletus käyttäjän kuvakansio</translation>
     </message>
     <message>
-        <source>then show what changes, as watch does</source>
+        <source>then show changes, as watch does</source>
         <translation>näytä sitten muutokset kuten watch</translation>
     </message>
     <message>
@@ -1290,7 +1290,7 @@ undo palauttaa entiset arvot.</translation>
         <translation>maalaa, miltä moodset tai kuva näyttäisi</translation>
     </message>
     <message>
-        <source>Writes a PNG picture of two phones that follow a moodset, or what a moodset of a picture would be, also in colours that are only being considered. Nothing is stored. Without a SOURCE, the theme as it is. The daemon need not run.</source>
+        <source>Writes a PNG picture of two phones with a moodset, or with the moodset that a picture would give. The colours can be replaced by others. Nothing is stored. Without a SOURCE, the phones show the present theme. The daemon need not run.</source>
         <translation>Kirjoittaa PNG-kuvan kahdesta puhelimesta, jotka seuraavat moodsetiä tai sitä, mikä kuvan moodset olisi, myös harkittavilla väreillä. Mitään ei tallenneta. Ilman SOURCE-argumenttia nykyinen teema. Palvelun ei tarvitse olla käynnissä.</translation>
     </message>
     <message>
@@ -1298,23 +1298,23 @@ undo palauttaa entiset arvot.</translation>
         <translation>kirjoitettava tiedosto; oletus preview.png</translation>
     </message>
     <message>
-        <source>see a moodset before it is set</source>
+        <source>see a moodset before you apply it</source>
         <translation>katso moodset ennen sen käyttöönottoa</translation>
     </message>
     <message>
-        <source>see what a picture would give with another colour</source>
+        <source>see the moodset of a picture with another colour</source>
         <translation>katso, mitä kuvasta tulisi toisella värillä</translation>
     </message>
     <message>
-        <source>have the folders of installed bundles looked through</source>
+        <source>look for new, changed and removed bundles</source>
         <translation>käy läpi asennettujen pakettien kansiot</translation>
     </message>
     <message>
-        <source>Has /usr/share/moodset and /usr/share/sounds looked through for bundles that have come, changed or gone, and waits until that is done.</source>
+        <source>Makes the daemon look for new, changed and removed bundles in /usr/share/moodset and /usr/share/sounds, and waits until it has.</source>
         <translation>Käy läpi kansiot /usr/share/moodset ja /usr/share/sounds uusien, muuttuneiden ja poistuneiden pakettien varalta ja odottaa, kunnes se on tehty.</translation>
     </message>
     <message>
-        <source>wait for so long; for any time if not given</source>
+        <source>how long to wait; without a limit if not given</source>
         <translation>odota näin kauan; oletuksena rajatta</translation>
     </message>
     <message>
@@ -1330,35 +1330,35 @@ undo palauttaa entiset arvot.</translation>
         <translation>poista moodset kirjastosta, mutta ei sen tiedostoa</translation>
     </message>
     <message>
-        <source>Removes a moodset from the library, with what was edited. Its file stays, and brings it back when it changes; of a picture, create makes it again. The theme stays as it is.</source>
+        <source>Removes a moodset from the library, with its edits. Its file stays, and when the file changes, the moodset comes back. The moodset of a picture can be made again with create. The theme stays as it is.</source>
         <translation>Poistaa moodsetin kirjastosta muokkauksineen. Sen tiedosto jää ja tuo sen takaisin muuttuessaan; kuvasta create tekee sen uudelleen. Teema pysyy ennallaan.</translation>
     </message>
     <message>
-        <source>take it out of the table</source>
+        <source>remove it from the table</source>
         <translation>ota se pois taulukosta</translation>
     </message>
     <message>
-        <source>bring back what backup saved</source>
+        <source>restore the edits that backup has saved</source>
         <translation>palauta, mitä backup tallensi</translation>
     </message>
     <message>
-        <source>have the edits again</source>
+        <source>restore the edits</source>
         <translation>saa muokkaukset takaisin</translation>
     </message>
     <message>
-        <source>make a moodset active; of a picture, one is made first</source>
+        <source>apply a moodset, or make one from a picture and apply it</source>
         <translation>ota moodset käyttöön; kuvasta tehdään ensin sellainen</translation>
     </message>
     <message>
-        <source>Makes a moodset the look of the system: its wallpapers, colours, ringer volume and tones. Of a picture, a moodset is made first. A picture on the network is downloaded by the daemon, which is waited for. undo brings back what was active before.</source>
+        <source>Applies a moodset to the system: its wallpapers, colours, ringer volume and tones. From a picture, the daemon first makes a moodset. If the picture is on the network, the command waits until the daemon has downloaded it. undo applies the former moodset again.</source>
         <translation>Tekee moodsetistä järjestelmän ulkoasun: sen taustakuvat, värit, soittoäänen voimakkuus ja äänet. Kuvasta tehdään ensin moodset. Verkossa olevan kuvan palvelu lataa, ja sitä odotetaan. undo palauttaa aiemmin käytössä olleen.</translation>
     </message>
     <message>
-        <source>make the moodset of that name active</source>
+        <source>apply the moodset with this name</source>
         <translation>ota tämänniminen moodset käyttöön</translation>
     </message>
     <message>
-        <source>make a picture the look of the system</source>
+        <source>make a moodset from a picture, and apply it</source>
         <translation>tee kuvasta järjestelmän ulkoasu</translation>
     </message>
     <message>
@@ -1366,11 +1366,11 @@ undo palauttaa entiset arvot.</translation>
         <translation>sama verkossa olevalla kuvalla, enintään 20 sekuntia</translation>
     </message>
     <message>
-        <source>show all that a moodset consists of</source>
+        <source>show all data of a moodset</source>
         <translation>näytä kaikki, mistä moodset koostuu</translation>
     </message>
     <message>
-        <source>Prints all that a moodset consists of, its tones and files included. The daemon need not run.</source>
+        <source>Prints all data of a moodset, with its tones and files. The daemon need not run.</source>
         <translation>Tulostaa kaiken, mistä moodset koostuu, äänet ja tiedostot mukaan lukien. Palvelun ei tarvitse olla käynnissä.</translation>
     </message>
     <message>
@@ -1382,11 +1382,11 @@ undo palauttaa entiset arvot.</translation>
         <translation>näytä käytössä oleva moodset, palvelu ja kirjasto yhdellä silmäyksellä</translation>
     </message>
     <message>
-        <source>Prints the active moodset with its colours, the daemon and its version, how much is in the library, what waits to be read, how large the database is, and how many folders the daemon follows of those that the system allows. The daemon need not run.</source>
+        <source>Prints the active moodset with its colours, the daemon and its version, the number of records in the library, the files that wait to be read, the size of the database, and how many folders the daemon follows and may follow. The daemon need not run.</source>
         <translation>Tulostaa käytössä olevan moodsetin väreineen, palvelun ja sen version, kirjaston sisällön määrän, mikä odottaa lukemista, tietokannan koon ja montako kansiota palvelu seuraa järjestelmän sallimista. Palvelun ei tarvitse olla käynnissä.</translation>
     </message>
     <message>
-        <source>see how things are</source>
+        <source>see the present state</source>
         <translation>katso tilanne</translation>
     </message>
     <message>
@@ -1398,19 +1398,19 @@ undo palauttaa entiset arvot.</translation>
         <translation>Tulostaa avainvaraston avaimet, joita työpöydät ja työkalut seuraavat, taustakuvineen ja väreineen. Palvelun ei tarvitse olla käynnissä.</translation>
     </message>
     <message>
-        <source>see what shells see</source>
+        <source>see what shells read</source>
         <translation>katso, mitä työpöydät näkevät</translation>
     </message>
     <message>
-        <source>bring back what the last set or edit replaced</source>
+        <source>undo the last set, edit or favorite</source>
         <translation>palauta, mitä viimeinen set tai edit korvasi</translation>
     </message>
     <message>
-        <source>Brings back what the last set, edit or favorite of this tool replaced. A second undo takes back the first.</source>
+        <source>Restores what the last set, edit or favorite of this tool has replaced. A second undo reverses the first one.</source>
         <translation>Palauttaa, mitä tämän työkalun viimeinen set, edit tai favorite korvasi. Toinen undo peruu ensimmäisen.</translation>
     </message>
     <message>
-        <source>bring back the last look or the last values</source>
+        <source>restore the former moodset or the former values</source>
         <translation>palauta edellinen ulkoasu tai edelliset arvot</translation>
     </message>
     <message>
@@ -1418,7 +1418,7 @@ undo palauttaa entiset arvot.</translation>
         <translation>tarkasta paketit ennen asennusta</translation>
     </message>
     <message>
-        <source>Says, with line and column, why the daemon would refuse a moodset or index file, or why what comes of it is not what the file seems to say. A folder is walked. The exit status is 1 if there is anything to mend. The daemon need not run.</source>
+        <source>Reports, with line and column, why the daemon would reject a moodset file or an index file, or why the moodset would differ from what the file seems to say. In a folder, it checks all such files. The exit status is 1 if there is a fault. The daemon need not run.</source>
         <translation>Kertoo rivin ja sarakkeen kanssa, miksi palvelu hylkäisi moodset- tai hakemistotiedoston tai miksi siitä ei tule, mitä tiedosto näyttää sanovan. Kansio käydään läpi. Paluuarvo on 1, jos on korjattavaa. Palvelun ei tarvitse olla käynnissä.</translation>
     </message>
     <message>
@@ -1426,15 +1426,15 @@ undo palauttaa entiset arvot.</translation>
         <translation>tarkasta paketin kaikki tiedostot</translation>
     </message>
     <message>
-        <source>wait until the daemon has indexed all it knows of</source>
+        <source>wait until the daemon has indexed everything</source>
         <translation>odota, kunnes palvelu on lukenut kaiken tuntemansa</translation>
     </message>
     <message>
-        <source>Waits until the daemon has indexed all it knows of. Without --log, this is judged by its having written nothing for a second while it answered calls. On a terminal, progress is shown.</source>
+        <source>Waits until the daemon has indexed everything. Without --log, the daemon counts as idle if it has written nothing for a second while it replied to calls. On a terminal, progress is shown.</source>
         <translation>Odottaa, kunnes palvelu on lukenut kaiken tuntemansa. Ilman valitsinta --log merkkinä on, ettei se kirjoittanut sekuntiin mitään vastatessaan kutsuihin. Päätteessä näytetään edistyminen.</translation>
     </message>
     <message>
-        <source>read the daemon&apos;s log, with debug messages, from this file, and know exactly when it is idle for the first time</source>
+        <source>read the daemon&apos;s log with debug messages from this file, to know exactly when it is idle for the first time</source>
         <translation>lue palvelun loki vianetsintäviesteineen tästä tiedostosta ja tiedä tarkasti, milloin se on ensi kerran valmis</translation>
     </message>
     <message>
@@ -1446,7 +1446,7 @@ undo palauttaa entiset arvot.</translation>
         <translation>näytä kuvat sitä mukaa kuin niitä tulee, muuttuu ja poistuu</translation>
     </message>
     <message>
-        <source>Prints each picture that is added, changed or removed, one to a line, until the daemon ends. With --json, each line is an object.</source>
+        <source>Prints each picture that is added, changed or removed, one in each line, until the daemon ends. With --json, each line is an object.</source>
         <translation>Tulostaa jokaisen lisätyn, muuttuneen tai poistuneen kuvan, yhden rivillä, kunnes palvelu päättyy. Valitsimella --json jokainen rivi on objekti.</translation>
     </message>
     <message>
@@ -1470,8 +1470,8 @@ undo palauttaa entiset arvot.</translation>
         <translation>tiedosto on suurempi kuin %1, eikä palvelu lue sitä</translation>
     </message>
     <message>
-        <source>Looks at the bus, the daemon, its unit and limits, the database, the folders that it is stuck with, the key/value store and its defaults, the theme and the wallpapers, and says for each what is wrong and which command mends it. The exit status is 1 if there is a problem.
-With --rebuild, the edits are saved, the daemon is stopped, a new database is built, and the edits are put back; the old database is kept. Favourites come back in their order, but not since when each is one. Where this is cut short, doctor says how to put the edits back.</source>
+        <source>Checks the bus, the daemon, its unit and limits, the database, the folders that it cannot follow any more, the key/value store and its defaults, the theme and the wallpapers. For each, it shows what is wrong and which command repairs it. The exit status is 1 if there is a problem.
+With --rebuild, it saves the edits, ends the daemon, has a new database built, and restores the edits. The old database is kept. Favourites keep their order, but not their times. If a rebuild is interrupted, doctor shows how to restore the edits.</source>
         <translation>Tarkastaa väylän, palvelun, sen yksikön ja rajat, tietokannan, jumittuneet kansiot, avainvaraston ja sen oletukset, teeman ja taustakuvat sekä kertoo kustakin, mikä on vialla ja mikä komento sen korjaa. Paluuarvo on 1, jos jokin on vialla.
 Valitsimella --rebuild muokkaukset tallennetaan, palvelu pysäytetään, uusi tietokanta rakennetaan ja muokkaukset palautetaan; vanha tietokanta säilyy. Suosikit palautetaan järjestyksessään, mutta ei sitä, mistä lähtien kukin on ollut suosikki. Jos tämä keskeytyy, doctor kertoo, miten muokkaukset palautetaan.</translation>
     </message>
@@ -1480,7 +1480,7 @@ Valitsimella --rebuild muokkaukset tallennetaan, palvelu pysäytetään, uusi ti
         <translation>Tallennetut muokkaukset ovat nyt tiedostossa %1.</translation>
     </message>
     <message>
-        <source>Brings back what backup saved. A moodset that is missing is made of its file again. Favourites come back in their order, but not since when each is one. What cannot be brought back is said.</source>
+        <source>Restores the edits that backup has saved. If a moodset is missing, it is made from its file again. Favourites keep their order, but not their times. The command reports what it cannot restore.</source>
         <translation>Palauttaa, mitä backup tallensi. Puuttuva moodset tehdään uudelleen tiedostostaan. Suosikit palautetaan järjestyksessään, mutta ei sitä, mistä lähtien kukin on ollut suosikki. Mitä ei voi palauttaa, kerrotaan.</translation>
     </message>
     <message>
@@ -1492,19 +1492,19 @@ Valitsimella --rebuild muokkaukset tallennetaan, palvelu pysäytetään, uusi ti
         <translation>palvelulla saa olla %1 tiedostoa auki</translation>
     </message>
     <message>
-        <source>%1, too few for what it has to do</source>
+        <source>%1, which is too few for its work</source>
         <translation>%1, liian vähän sen työhön</translation>
     </message>
     <message>
-        <source>a rebuild was cut short; the edits that it saved are not back</source>
+        <source>a rebuild was interrupted, and its saved edits are not restored yet</source>
         <translation>uudelleenrakennus keskeytyi; sen tallentamia muokkauksia ei ole palautettu</translation>
     </message>
     <message>
-        <source>a rebuild was cut short; put its edits back first: moodsetctl restore %1</source>
+        <source>a rebuild was interrupted; first restore its edits: moodsetctl restore %1</source>
         <translation>uudelleenrakennus keskeytyi; palauta ensin sen muokkaukset: moodsetctl restore %1</translation>
     </message>
     <message>
-        <source>The library is built; there was none.</source>
+        <source>The library was built; there was none before.</source>
         <translation>Kirjasto on rakennettu; aiempaa ei ollut.</translation>
     </message>
     <message>
@@ -1524,7 +1524,7 @@ Valitsimella --rebuild muokkaukset tallennetaan, palvelu pysäytetään, uusi ti
         <translation>suosikkien järjestys</translation>
     </message>
     <message>
-        <source>the daemon has ended, and not all is brought back</source>
+        <source>the daemon has ended, and some edits are not restored</source>
         <translation>palvelu on päättynyt, eikä kaikkea ole palautettu</translation>
     </message>
     <message>

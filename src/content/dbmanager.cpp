@@ -5,6 +5,7 @@
 #include "contentmanager.h"
 #include "databaseschema.h"
 #include "errorwarning.h"
+#include "libraryreader.h"
 #include "queryagent.h"
 
 #include <freedescriptors.h>
@@ -269,8 +270,8 @@ void DbManager::scheduleTranslationUpdate()
     }
     settings.setValue(key, locale);
 
-    // 2 is the scope of packaged content, FileManager::RemovalsOnly.
-    constexpr int packagedScope = 2;
+    // The directories of packages have this scope.
+    const int packagedScope = LibraryReader::Directory::RemovalsOnly;
     QSqlQuery query(*this);
     if (!query.exec(QStringLiteral("UPDATE file SET metadataCurrent = 0 WHERE directoryId IN "
                                    "( SELECT id FROM directory WHERE scope = %1);")

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Writes `number` as the decimal digits from `begin` up to `end`.
+/// Writes `number` in decimal digits, from `begin` to `end`.
 void setDigits(QString* text, int begin, int end, int number)
 {
     for (int i = end - 1; i >= begin; --i) {
@@ -16,8 +16,8 @@ void setDigits(QString* text, int begin, int end, int number)
     }
 }
 
-/// The text that the database driver would write for a time, made several times as fast for a local
-/// time. Any other time is given as it is.
+/// The same text for a time as the database driver writes, but for a local time several times as
+/// fast. Any other time stays as it is.
 QVariant timeToStore(const QDateTime& time)
 {
     constexpr int lastYear = 9999;

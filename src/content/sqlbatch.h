@@ -19,8 +19,8 @@ public:
     bool isEmpty() const;
     int rowCount() const;
 
-    /// Binds all rows and runs the statement on them; the result of QSqlQuery::execBatch(). Opens
-    /// no transaction. The statement is finished after a success.
+    /// Binds all rows and runs the statement on them. Returns the result of QSqlQuery::execBatch().
+    /// Opens no transaction. The statement is finished after a success.
     bool exec(QSqlQuery& query) const;
 
 private:

@@ -34,7 +34,10 @@ QImage bareImage(const QImage& image)
 {
     QImage bare(
         image.constBits(), image.width(), image.height(), image.bytesPerLine(), image.format());
-    bare.setColorTable(image.colorTable());
+    // To set a colour table, even an empty one, copies the pixels.
+    if (image.colorCount() > 0) {
+        bare.setColorTable(image.colorTable());
+    }
     bare.setColorSpace(forColors(image.colorSpace()));
     const QPixelFormat::ColorModel model = bare.pixelFormat().colorModel();
     const bool mayBeGrey = model == QPixelFormat::Grayscale || model == QPixelFormat::Indexed;

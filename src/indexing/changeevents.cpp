@@ -22,26 +22,27 @@ bool hasAny(uint32_t mask, uint32_t flags)
     return (mask & flags) != 0;
 }
 
-/// Gives the name of the entry that a record is about. False if no row can store it. This is
-/// reported when the entry appears, but not for later events, such as each write to it.
-bool readName(const InotifyRecord& record, const QString& directory, QString* name)
+/// The name of the entry that a record is about. Nothing if no row can store it. This is reported
+/// when the entry appears, but not for later events, such as each write to it.
+std::optional<QString> readName(const InotifyRecord& record, const QString& directory)
 {
     // A directory's row has its path, a file's row its name.
     const bool isDirectory = hasAny(record.mask, IN_ISDIR);
     const bool arrives = hasAny(record.mask, isDirectory ? IN_CREATE : IN_CREATE | IN_MOVED_TO);
-    if (!decodeFileName(record.name, name)) {
+    std::optional<QString> name = decodeFileName(record.name);
+    if (!name) {
         if (arrives) {
             warnOfUndecodableName(Function, QFile::encodeName(directory) + record.name);
         }
-        return false;
+        return std::nullopt;
     }
     if (!isStorableName(isDirectory ? directory + *name : *name)) {
         if (arrives) {
             warnOfUnstorableName(Function, directory + *name);
         }
-        return false;
+        return std::nullopt;
     }
-    return true;
+    return name;
 }
 
 } // namespace
@@ -82,10 +83,11 @@ void FileManager::classify(const InotifyRecord& record, EventChanges* changes)
         m_watchedDirectories.remove(record.watch);
         return;
     }
-    QString name;
-    if (!readName(record, directory.path, &name)) {
+    const std::optional<QString> readable = readName(record, directory.path);
+    if (!readable) {
         return;
     }
+    const QString& name = *readable;
     const QString path = directory.path + name;
     if (hasAny(record.mask, IN_ISDIR)) {
         // A sub-directory that is moved away or deleted has a watch of its own, which reports this.

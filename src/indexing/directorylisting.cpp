@@ -50,11 +50,13 @@ Emptiness emptiness(const QString& path, QDir::Filters filters)
         const bool isShort = errno == EMFILE || errno == ENFILE || errno == ENOMEM;
         return isShort ? Emptiness::Unknown : Emptiness::Believed;
     }
-    QString name;
     while (const dirent* const entry = readdir(directory.get())) {
         const QByteArray bytes(entry->d_name);
-        if (!bytes.startsWith('.') && decodeFileName(bytes, &name)
-            && isListed(QFileInfo(path + QLatin1Char('/') + name), filters)) {
+        if (bytes.startsWith('.')) {
+            continue;
+        }
+        const std::optional<QString> name = decodeFileName(bytes);
+        if (name && isListed(QFileInfo(path + QLatin1Char('/') + *name), filters)) {
             return Emptiness::Doubtful;
         }
     }
@@ -121,10 +123,9 @@ QVector<UndecodableEntry> listUndecodable(const QString& path)
         return {};
     }
     QVector<UndecodableEntry> entries;
-    QString text;
     while (const dirent* const entry = readdir(directory.get())) {
         const QByteArray name(entry->d_name);
-        if (name.startsWith('.') || isAscii(name) || decodeFileName(name, &text)) {
+        if (name.startsWith('.') || isAscii(name) || decodeFileName(name)) {
             continue;
         }
         const QByteArray entryPath = directoryPath + '/' + name;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "content/contentmanager.h"
+#include "content/libraryreader.h"
 #include "content/sqlbatch.h"
 #include "mimetypememory.h"
 #include "updateschedule.h"
@@ -34,10 +35,12 @@ class FileManager : public QSocketNotifier, public ContentManager
 public:
     /// How closely a directory is followed, as stored in `directory.scope`.
     enum DirectoryScope : int {
-        AllEntries = 0, ///< files and sub-directories are added, updated and removed
-        KnownEntries = 1, ///< known files are updated and removed; none are added
-        RemovalsOnly =
-            2 ///< known files are removed, and nothing else happens; higher values mean the same
+        /// Files and sub-directories are added, updated and removed.
+        AllEntries = LibraryReader::Directory::AllEntries,
+        /// Known files are updated and removed; none are added.
+        KnownEntries = LibraryReader::Directory::KnownEntries,
+        /// Known files are removed, and nothing else happens. Higher values mean the same.
+        RemovalsOnly = LibraryReader::Directory::RemovalsOnly
     };
 
     explicit FileManager(QueryAgentDatabase& database, QObject* parent);

@@ -4,16 +4,15 @@
 
 #include <QFile>
 
-bool decodeFileName(const QByteArray& bytes, QString* name)
+std::optional<QString> decodeFileName(const QByteArray& bytes)
 {
     // At the start of a text, Qt would remove a byte order mark.
     const QByteArray path = '/' + bytes;
     const QString text = QFile::decodeName(path);
     if (QFile::encodeName(text) != path) {
-        return false;
+        return std::nullopt;
     }
-    *name = text.mid(1);
-    return true;
+    return text.mid(1);
 }
 
 void warnOfUnstorableName(const char* function, const QString& path)

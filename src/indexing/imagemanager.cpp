@@ -20,17 +20,17 @@ namespace {
 const char* const ImageManagerConstructor = "ImageManager::ImageManager(QueryAgentDatabase&)";
 const char* const UpdateFunction = "virtual bool ImageManager::updateMetaData()";
 
-/// As many pictures as m_modifiedQuery gives at most.
+/// The maximum number of pictures that m_modifiedQuery gives.
 constexpr int BatchSize = 100;
 
-/// How many pictures are open at once. While one is read, the disk fetches the headers of the
-/// others.
+/// The number of pictures that are open at the same time. While one is read, the disk fetches the
+/// headers of the others.
 constexpr int PicturesAhead = 16;
 
-/// Are left to everything else in this process.
+/// The number of descriptors that stay free for everything else in this process.
 constexpr int DescriptorReserve = 16;
 
-/// A picture whose header the disk fetches.
+/// A picture whose header was requested from the disk.
 struct OpenPicture
 {
     explicit OpenPicture(const QString& path)
@@ -43,7 +43,7 @@ struct OpenPicture
     QSize size;
 };
 
-/// PicturesAhead, or fewer where descriptors are few, and one at least.
+/// PicturesAhead, or fewer if few descriptors are left, but at least one.
 int picturesOpenAtOnce()
 {
     int count = PicturesAhead;
@@ -98,11 +98,11 @@ bool ImageManager::prepareStatements()
     }
     if (!m_modifiedReset.prepare(
             QStringLiteral("UPDATE file SET metadataCurrent = 1 WHERE id = ?;"))) {
-        // Reported as the statement before it.
+        // The warning is the same as for the statement before.
         rollback(m_modifiedQuery, ImageManagerConstructor, modifiedQueryFailed);
         return false;
     }
-    // Where this fails, m_modifiedQuery does all of the work.
+    // If this fails, m_modifiedQuery finds all pictures.
     m_nextModifiedQuery.prepare(
         QStringLiteral("SELECT file.id, directory.path, file.fileName FROM file "
                        "LEFT JOIN directory ON file.directoryId = directory.id "
@@ -120,7 +120,7 @@ bool ImageManager::updateMetaData()
 {
     QVector<Picture> pictures = nextModified();
     if (pictures.size() < BatchSize) {
-        // The last pictures, and any that have changed after the others, are in this one.
+        // This batch has the last pictures, and all pictures with smaller ids that have changed.
         if (!m_modifiedQuery.exec()) {
             warn(m_modifiedQuery, UpdateFunction, "Failed to execute m_modifiedQuery");
             return false;
@@ -136,8 +136,8 @@ bool ImageManager::updateMetaData()
     return isFull;
 }
 
-/// The pictures that follow the last full batch; none if that had no successor yet, or if they
-/// cannot be told.
+/// The pictures after the last full batch. None if there was no full batch, or if the statement
+/// fails.
 QVector<ImageManager::Picture> ImageManager::nextModified()
 {
     const qint64 last = std::exchange(m_lastOfFullBatch, 0);
@@ -172,7 +172,8 @@ ImageManager::Batch ImageManager::readTags(const QVector<Picture>& pictures)
         for (; open.size() < atOnce && next != pictures.cend(); ++next) {
             open.emplace_back(next->path);
         }
-        // Half way, since what the size is found with tells where the tags may be.
+        // The sizes are read for half of the open pictures in advance, because reading a size shows
+        // where the tags may be, and requests that part from the disk.
         for (; measured < open.size() && measured <= atOnce / 2; ++measured) {
             open[measured].size = pictureSize(open[measured].file);
         }

@@ -6,8 +6,7 @@
 #include <QSqlQuery>
 #include <QVector>
 
-/// Fills in what the library knows of pictures beyond their files: size, time of taking,
-/// orientation.
+/// Reads the data of pictures: the size, the time when they were taken, and the orientation.
 class ImageManager : public ContentManager
 {
 public:
@@ -15,9 +14,9 @@ public:
 
     /// "image/*"
     QString mimeType() const override;
-    /// Reads the headers of up to 100 pictures that are not up to date; true if there were that
-    /// many, so that more may follow. A picture that cannot be read gets a size of -1 by -1 and
-    /// counts as up to date until its file changes.
+    /// Reads the headers of up to 100 pictures that are not up to date. True if there were 100,
+    /// because more may follow. A picture that cannot be read gets a size of -1 by -1, and counts
+    /// as up to date until its file changes.
     bool updateMetaData() override;
 
 private:
@@ -33,9 +32,10 @@ private:
     QSqlQuery m_imageUpdate{m_database};
     QSqlQuery m_modifiedQuery{m_database};
     QSqlQuery m_modifiedReset{m_database};
-    /// As m_modifiedQuery, but from an id on. That one passes all pictures that are up to date each
-    /// time, so that its cost for a new library grows with the square of the library's size.
+    /// The same as m_modifiedQuery, but only for ids above a limit. m_modifiedQuery passes all
+    /// pictures that are up to date each time, so for a new library its cost would grow with the
+    /// square of the library's size.
     QSqlQuery m_nextModifiedQuery{m_database};
-    /// The id of the last picture of the batch before, if that was full, or 0.
+    /// The id of the last picture of the batch before, if that batch was full, and otherwise 0.
     qint64 m_lastOfFullBatch = 0;
 };

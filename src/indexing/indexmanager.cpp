@@ -18,6 +18,8 @@
 #include <QJsonObject>
 #include <QVariant>
 
+#include <utility>
+
 namespace {
 
 const char* const IndexUpdateFunction = "virtual bool IndexManager::updateMetaData()";
@@ -96,15 +98,15 @@ IndexManager::IndexManager(QueryAgentDatabase& database)
 
 bool IndexManager::updateMetaData()
 {
-    QString path;
-    if (!takeIndexFile(&path)) {
+    const std::optional<QString> path = takeIndexFile();
+    if (!path) {
         return false;
     }
-    const QJsonDocument document = PackagedFile::read(path).json();
+    const QJsonDocument document = PackagedFile::read(*path).json();
     if (!document.isObject()) {
         return true;
     }
-    const QString directory = path.chopped(IndexSuffix.size());
+    const QString directory = path->chopped(IndexSuffix.size());
     const qint64 directoryId =
         FileManager::fromRegistry()->appendDirectory(directory, FileManager::KnownEntries, false);
     if (directoryId == 0) {
@@ -113,24 +115,26 @@ bool IndexManager::updateMetaData()
     return updateDirectory(directory, directoryId, document.object());
 }
 
-/// Finds an index file that is not up to date, and marks it as up to date before it is read. False
-/// if there is none.
-bool IndexManager::takeIndexFile(QString* path)
+/// The path of an index file that is not up to date. It is marked as up to date before it is read.
+/// Nothing if there is none, or after a failure.
+std::optional<QString> IndexManager::takeIndexFile()
 {
     if (!m_modifiedQuery.exec()) {
         warn(m_modifiedQuery, IndexUpdateFunction, "Failed to execute m_modifiedQuery.");
-        return false;
+        return std::nullopt;
     }
     if (!m_modifiedQuery.next()) {
         m_modifiedQuery.finish();
-        return false;
+        return std::nullopt;
     }
     m_indexFileId = m_modifiedQuery.value(ModifiedId).toLongLong();
     bind(m_modifiedReset, {m_indexFileId});
-    *path = m_modifiedQuery.value(ModifiedDirectory).toString() + QLatin1Char('/')
+    QString path = m_modifiedQuery.value(ModifiedDirectory).toString() + QLatin1Char('/')
         + m_modifiedQuery.value(ModifiedName).toString();
     m_modifiedQuery.finish();
-    return run(m_modifiedReset, IndexUpdateFunction, "Failed to execute m_modifiedReset.");
+    const bool isMarked =
+        run(m_modifiedReset, IndexUpdateFunction, "Failed to execute m_modifiedReset.");
+    return isMarked ? std::make_optional(std::move(path)) : std::nullopt;
 }
 
 /// Marks the index file as not up to date again, because its names could not be stored.

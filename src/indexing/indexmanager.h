@@ -7,6 +7,8 @@
 #include <QSqlQuery>
 #include <QVector>
 
+#include <optional>
+
 class QJsonObject;
 
 /// Keeps the rows of the directories that index files describe.
@@ -26,7 +28,7 @@ private:
     struct IndexEntry;
     struct IndexChanges;
 
-    bool takeIndexFile(QString* path);
+    std::optional<QString> takeIndexFile();
     void returnIndexFile();
     bool updateDirectory(const QString& path, qint64 directoryId, const QJsonObject& index);
     static QVector<IndexEntry> readEntries(const QString& directory, const QJsonObject& index);

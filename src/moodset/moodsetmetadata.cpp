@@ -279,11 +279,12 @@ int MoodsetManager::readTones(
     return mask;
 }
 
-/// Walks the parsed moodsets and the stored rows in step, lays what users have edited over the
-/// first, and tells those that have no row. False if the rows cannot be read.
+/// Looks for the row of each parsed moodset. A moodset with a row keeps what users have edited, and
+/// a moodset without one is noted in `inserted`. False if the rows cannot be read.
 ///
-/// A row whose file could not be opened stops the walk: all that are left count as new, and if one
-/// of them is not, the whole batch fails later.
+/// The rows have the same order as the parsed moodsets. A row whose file could not be opened ends
+/// the search, and all remaining moodsets count as new. If one of them has a row, its insertion
+/// fails, and with it the whole batch.
 bool MoodsetManager::mergeStored(MetadataBatch* batch)
 {
     if (batch->parsed.empty()) {
@@ -294,23 +295,18 @@ bool MoodsetManager::mergeStored(MetadataBatch* batch)
         warn(rows, UpdateFunction, "Failed to execute m_modifiedMoodsetQuery");
         return false;
     }
-    size_t i = 0;
-    bool hasRow = rows.next();
-    while (hasRow && i < batch->parsed.size()) {
-        const qint64 rowId = rows.value(Id).toLongLong();
-        if (rowId == batch->parsed.at(i).id) {
+    // The id of the next row, or 0 after the last one.
+    const auto nextRow = [&rows] { return rows.next() ? rows.value(Id).toLongLong() : 0; };
+    qint64 row = nextRow();
+    for (size_t i = 0; i < batch->parsed.size();) {
+        if (row == batch->parsed[i].id) {
             keepEdits(rows, &batch->parsed[i++]);
-            hasRow = rows.next();
-        } else if (batch->deleted.contains(rowId)) {
-            hasRow = rows.next();
+            row = nextRow();
+        } else if (batch->deleted.contains(row)) {
+            row = nextRow();
         } else {
-            do {
-                batch->inserted.push_back(i++);
-            } while (i < batch->parsed.size() && batch->parsed.at(i).id != rowId);
+            batch->inserted.push_back(i++);
         }
-    }
-    while (i < batch->parsed.size()) {
-        batch->inserted.push_back(i++);
     }
     rows.finish();
     return true;

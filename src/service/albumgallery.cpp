@@ -192,8 +192,7 @@ void AlbumGallery::indexFile(const QString& url)
     // If the bytes of a path are not text, the text could be the path of another file.
     const QByteArray path =
         QByteArray::fromPercentEncoding(file.path(QUrl::FullyEncoded).toLatin1());
-    QString text;
-    if (!decodeFileName(path, &text)) {
+    if (!decodeFileName(path)) {
         warnOfUndecodableName("void AlbumGallery::indexFile(const QString&)", path);
         return;
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// A target with every kind of fault, to try the replay on. The input says which.
+// A target with every kind of fault, which tests the replay. The input selects the fault.
 #include "fuzztarget.h"
 
 #include <QDebug>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// An index file over a directory of which some files have rows.
+// An index file for a directory in which some files have rows.
 #include "content/contentmanager.h"
 #include "content/moodsetcontent.h"
 #include "fuzztarget.h"

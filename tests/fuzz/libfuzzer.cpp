@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The functions by which libFuzzer calls a target.
+// The functions that libFuzzer calls.
 #include "fuzztarget.h"
 
 #include <QCoreApplication>

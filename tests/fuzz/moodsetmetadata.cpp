@@ -54,7 +54,7 @@ struct Package
 
 void runTarget(const QByteArray& input)
 {
-    // A name with a NUL in it is no name of a file, says the platform.
+    // A name with a NUL is not a file name on this platform.
     allowNoWarningsBut({"Failed to parse moodset ", "Broken filename passed to function"});
     static const Package package;
     ScratchLibrary::exec(QStringLiteral("DELETE FROM moodset;"));

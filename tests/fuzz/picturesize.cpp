@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The size of a picture from its header, and the decoder's.
+// Compares the size of a picture from its header with that of the decoder.
 #include "picturesize.h"
 #include "fuzztarget.h"
 #include "picturereader.h"
@@ -11,7 +11,7 @@ void runTarget(const QByteArray& input)
 {
     static const QTemporaryDir folder;
     static const QString path = folder.filePath(QStringLiteral("picture"));
-    // Decoders say what they like.
+    // Decoders may log anything.
     allowNoWarningsBut({""});
     writeFile(path, input);
 

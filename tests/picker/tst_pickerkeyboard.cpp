@@ -172,6 +172,7 @@ private Q_SLOTS:
         QVERIFY(tabTo(QStringLiteral("b.png")));
         window().press(Qt::Key_Return);
         QVERIFY(window().waitForPage(QStringLiteral("picturePage")));
+        QVERIFY(window().waitFor(QStringLiteral("homePreview")));
         QVERIFY(tabTo(QStringLiteral("createPicture")));
         window().press(Qt::Key_Escape);
         QVERIFY(window().waitForPage(QStringLiteral("tabs")));

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: BSD-3-Clause
-# Stands in for the libraries of another platform, for MOODSETD_PLATFORM: they have the interfaces that
-# the daemon and the clients use, and no more, and they do next to nothing.
+# Plays the libraries of another platform, for MOODSETD_PLATFORM. They have only the interfaces that the
+# daemon and the clients use, and they do almost nothing.
 foreach(name Config Feedback Metadata Profile Wallpaper)
   string(TOLOWER standin-${name} target)
   add_library(${target} STATIC)

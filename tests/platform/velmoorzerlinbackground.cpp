@@ -40,8 +40,7 @@ void VelmoorZerlinBackground::darken(QImage* image) const
     Q_UNUSED(image)
 }
 
-// The platform has its path by value.
-// NOLINTNEXTLINE(performance-unnecessary-value-param)
+// The platform's interface passes the path by value.
 void VelmoorZerlinBackground::buildBackgroundImageForPortrait(
     VelmoorZerlinBackground* background, const QImage& image, QString sourcePath,
     const QImage& applicationImage, const QRectF& rect)

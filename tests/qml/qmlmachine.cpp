@@ -77,7 +77,7 @@ bool QmlMachine::removeLibrary() const
         m_session.folders.data() + QStringLiteral("/system/privileged/Moodsetd/moodsetd.sqlite");
     bool isRemoved = QFile::remove(path);
     for (const char* const ending : {"-wal", "-shm"}) {
-        // A daemon that has ended cleanly leaves none.
+        // After a clean end of the daemon, there is none.
         QFile::remove(path + QLatin1String(ending));
     }
     return isRemoved;

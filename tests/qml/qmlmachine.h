@@ -34,7 +34,8 @@ public:
     Q_INVOKABLE QUrl url(const QString& name) const { return QUrl::fromLocalFile(path(name)); }
     Q_INVOKABLE QUrl fileUrl(const QString& path) const { return QUrl::fromLocalFile(path); }
 
-    /// A picture of 8 x 6 pixels of a colour in the pictures folder, in place of any of that name.
+    /// Writes a picture of 8 x 6 pixels in one colour to the pictures folder, and replaces any file
+    /// there.
     Q_INVOKABLE bool writePicture(
         const QString& name, const QString& color = QStringLiteral("red"));
     /// A picture with a time, such as "2020:01:02 03:04:05".
@@ -71,7 +72,7 @@ public:
     Q_INVOKABLE QStringList takeQmlWarnings();
     void noteQmlWarnings(const QList<QQmlError>& warnings);
 
-    /// How many threads the process has of that name.
+    /// The number of threads of the process with this name.
     Q_INVOKABLE int threads(const QString& name) const;
 
 private:

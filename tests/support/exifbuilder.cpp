@@ -58,10 +58,10 @@ QByteArray riffChunk(const QByteArray& type, const QByteArray& content)
 
 QByteArray itemEntry(HeifLayout layout, quint16 id, const QByteArray& typeAndName)
 {
-    const QByteArray behind = bigEndian(quint16(0)) + typeAndName;
+    const QByteArray end = bigEndian(quint16(0)) + typeAndName;
     return layout == HeifLayout::MediaDataLongNumbers
-        ? fullBox("infe", 3, bigEndian(quint32(id)) + behind)
-        : fullBox("infe", 2, bigEndian(id) + behind);
+        ? fullBox("infe", 3, bigEndian(quint32(id)) + end)
+        : fullBox("infe", 2, bigEndian(id) + end);
 }
 
 QByteArray itemEntries(HeifLayout layout, const QByteArrayList& entries)
@@ -240,7 +240,7 @@ QByteArray pngWithExif(const QByteArray& exif, const QByteArray& xmp, const QSiz
 
 QByteArray pngWithExif(const QImage& picture, const QByteArray& exif, const QByteArray& xmp)
 {
-    constexpr int behindHeader = 33;
+    constexpr int afterHeader = 33;
     QByteArray chunks;
     if (!exif.isEmpty()) {
         chunks += pngChunk("eXIf", exif);
@@ -248,7 +248,7 @@ QByteArray pngWithExif(const QImage& picture, const QByteArray& exif, const QByt
     if (!xmp.isEmpty()) {
         chunks += pngChunk("iTXt", QByteArray("XML:com.adobe.xmp\0\0\0\0\0", 22) + xmp);
     }
-    return encodedPicture(picture, "png").insert(behindHeader, chunks);
+    return encodedPicture(picture, "png").insert(afterHeader, chunks);
 }
 
 QByteArray pngText(

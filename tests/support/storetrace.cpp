@@ -27,8 +27,7 @@ QString printed(GVariant* value)
 
 } // namespace
 
-// The linker puts these in the way.
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// The linker replaces the functions by these.
 extern "C" {
 gboolean __real_dconf_client_write_fast(
     DConfClient* client, const gchar* key, GVariant* value, GError** error);

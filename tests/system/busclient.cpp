@@ -69,14 +69,14 @@ bool BusClient::ping()
 
 bool BusClient::isAnswered()
 {
-    // There is no type 3, so this does nothing and says nothing.
+    // There is no type 3, so this does nothing and logs nothing.
     const QVariantList nothing{3, qlonglong(0)};
     return call(QStringLiteral("remove"), nothing).type() == QDBusMessage::ReplyMessage;
 }
 
 QList<int> BusClient::announcements() const
 {
-    // Received by the bus layer's thread, which hands them over as events.
+    // The thread of the bus receives them and passes them on as events.
     QCoreApplication::sendPostedEvents();
     return m_announcements;
 }

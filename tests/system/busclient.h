@@ -8,7 +8,7 @@
 #include <QString>
 #include <QVariant>
 
-/// A client of the daemon on the session bus. It makes calls and notes what is announced.
+/// A client of the daemon on the session bus. It makes calls and records the announcements.
 class BusClient : public QObject
 {
     Q_OBJECT
@@ -33,15 +33,15 @@ public:
     /// Calls a method of the daemon's interface, and does not wait.
     static void send(const QString& method, const QVariantList& arguments);
 
-    /// Whether the daemon's process is on the bus. Its answer comes from the bus layer, even while
-    /// the daemon is at work, and after all earlier calls have reached the daemon.
+    /// Whether the daemon's process is on the bus. Qt's bus thread replies to this, even while the
+    /// daemon is busy, and after all earlier calls have reached the daemon.
     static bool ping();
 
-    /// Whether the daemon answers the calls of its interface.
+    /// Whether the daemon replies to calls of its interface.
     static bool isAnswered();
 
-    /// The types announced so far, oldest first. All that the daemon has announced before its last
-    /// reply are among them.
+    /// The types announced so far, oldest first. They include everything that the daemon has
+    /// announced before its last reply.
     QList<int> announcements() const;
 
     void forgetAnnouncements();

@@ -35,7 +35,8 @@ bool reloadBus()
     return QDBusConnection::sessionBus().call(call).type() == QDBusMessage::ReplyMessage;
 }
 
-/// The command of a daemon that has the user's folders; one that the bus starts has the bus's own.
+/// The command that starts a daemon with the user's directories. If the bus started it by itself,
+/// it would have those of the bus.
 QByteArray daemonCommand()
 {
     QByteArray command("/usr/bin/env");
@@ -65,7 +66,7 @@ ClientSession::ClientSession()
     failUnless(
         folders.isValid() && m_bundles.isValid() && m_store.isValid(), "the user cannot be made");
     qputenv("XDG_STATE_HOME", QFile::encodeName(folders.data() + QStringLiteral("/state")));
-    // Wallpapers of earlier users are not to be found.
+    // This test must not find the wallpapers of earlier users.
     qputenv("XDG_CACHE_HOME", QFile::encodeName(folders.data() + QStringLiteral("/cache")));
     failUnless(letDaemonBeStarted(), "the bus cannot be told of the daemon");
 }

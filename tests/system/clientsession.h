@@ -23,7 +23,7 @@ public:
         QString output;
         QString errors;
 
-        /// The JSON object that the output is.
+        /// The output as a JSON object.
         QJsonObject json() const;
         /// Its member "result".
         QJsonObject result() const;
@@ -34,17 +34,16 @@ public:
     ~ClientSession();
     Q_DISABLE_COPY_MOVE(ClientSession)
 
-    /// Lets the session bus start the daemon, or no longer; false if it cannot be told to.
+    /// Allows or forbids the session bus to start the daemon. False if this fails.
     Q_REQUIRED_RESULT static bool letDaemonBeStarted(bool isStarted = true);
-    /// Ends the daemon, if it runs, with a signal, and waits until it has left the bus.
+    /// Ends the daemon with a signal, if it runs, and waits until it has left the bus.
     Q_REQUIRED_RESULT static bool endDaemon(int signal = SIGTERM);
 
-    /// Runs moodsetctl with its output in pipes. The event loop turns meanwhile.
+    /// Runs moodsetctl with its output in pipes. The event loop runs during this time.
     static Result run(const QStringList& arguments, const QStringList& environment = {});
     /// Runs it in a terminal.
     static TerminalRun runInTerminal(const QStringList& arguments, int columns = 80);
-    /// Runs it with --json; checks the output against the schema, which fails the current test if
-    /// it does not keep to it.
+    /// Runs it with --json. If the output does not match the schema, the current test fails.
     static Result runJson(const QStringList& arguments, const QStringList& environment = {});
 
     UserFolders folders;

@@ -12,21 +12,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Neither is a name that begins with a byte order mark, which Qt takes off.
+// A name that begins with a byte order mark is not either, because Qt removes the mark.
 bool isUtf8(const std::string& name)
 {
     return QString::fromStdString(name).toStdString() == name;
 }
 
-// The last two code points of the basic plane, which SQLite gives back as other characters.
+// SQLite returns the last two code points of the basic plane as other characters.
 bool hasNoncharacter(const std::string& name)
 {
     return name.find("\xef\xbf\xbe") != std::string::npos
         || name.find("\xef\xbf\xbf") != std::string::npos;
 }
 
-// Written apart from the daemon's listing, and after its rules: no hidden entries, nothing but
-// files and directories, links to files only, names in UTF-8 that the database can hold.
+// This does not use the daemon's listing, but follows the same rules: no hidden entries, only files
+// and directories, links only to files, and only names in UTF-8 that the database can store.
 void listFiles(const fs::path& folder, QStringList* files)
 {
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
@@ -114,7 +114,7 @@ bool DaemonSession::forgetAnnouncements()
 
 bool DaemonSession::waitUntilAnnounced()
 {
-    // The types of a burst are announced in ascending order, so that this one comes last.
+    // The types of a burst are announced in ascending order, so this one comes last.
     BusClient::send(QStringLiteral("saveAttributes"), {LastAnnouncedType, 0LL, QVariantMap()});
     return QTest::qWaitFor(
         [&] { return client.announcements().contains(LastAnnouncedType); },

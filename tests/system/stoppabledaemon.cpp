@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 //
-// The daemon, except for its end: SIGTERM makes it leave the event loop, and what is destroyed
-// after that is logged.
+// The daemon with another end: SIGTERM makes it leave the event loop, and it then logs what is
+// destroyed.
 #include "accessory/dorselmonitor.h"
 #include "indexing/filemanager.h"
 #include "service/albumgallery.h"
@@ -45,7 +45,7 @@ void logEnd(QObject* object, const char* name)
 
 int main(int argc, char* argv[])
 {
-    // Before there are threads, so that none of them takes the signal.
+    // This comes before there are threads, so that no thread takes the signal.
     const sigset_t signals = stopSignal();
     sigprocmask(SIG_BLOCK, &signals, nullptr);
 

@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-/// What a back cover does to the phone.
+/// Tests what the daemon does when a back cover is attached.
 class BackCoverTest : public QObject
 {
     Q_OBJECT

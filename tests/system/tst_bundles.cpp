@@ -16,7 +16,7 @@ bool write(const QString& path, const QByteArray& content)
     return InstalledBundles::write(path, content);
 }
 
-/// Gives a file a time of change that no other has.
+/// Sets a modification time that no other file has.
 bool makeOlder(const QString& path)
 {
     static int days = 0;
@@ -105,7 +105,7 @@ private:
 
 } // namespace
 
-/// What becomes of the bundles that are installed on the machine.
+/// Tests how the daemon handles the bundles that are installed on the machine.
 class BundlesTest : public QObject
 {
     Q_OBJECT
@@ -295,7 +295,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(session.moodsetNames(), QStringList(), DaemonProcess::deadlineMs);
         QCOMPARE(
             session.daemon.takeWarnings(),
-            // A text without its end, at the end of the file.
+            // This text has no end, and it is the end of the file.
             QStringList{QStringLiteral("Failed to parse moodset 10 12")});
         QVERIFY(session.fileId(InstallPath + QStringLiteral("a/set.moodset")) != 0);
     }

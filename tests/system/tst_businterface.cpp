@@ -7,7 +7,7 @@
 #include <QProcess>
 #include <QTest>
 
-/// What the daemon's one object on the bus takes, refuses and announces.
+/// Tests which calls the daemon's object on the bus accepts and rejects, and what it announces.
 class BusInterfaceTest : public QObject
 {
     Q_OBJECT
@@ -63,8 +63,8 @@ private:
         return {{QStringLiteral("source"), source}};
     }
 
-    /// Makes calls that reach the daemon in one go, and returns what it announces then. A call
-    /// that is announced with type 4 comes first.
+    /// Sends several calls at once, and returns the announcements. A call that is announced with
+    /// type 4 comes first.
     static QList<int> announcementsOfBurst(
         DaemonSession& session, const std::function<void()>& makeCalls)
     {

@@ -16,7 +16,7 @@
 #include <QTest>
 #include <QTransform>
 
-/// Every command of the real moodsetctl against the real daemon, which the bus starts.
+/// Tests every command of the real moodsetctl with the real daemon, which the bus starts.
 class ClientTest : public QObject
 {
     Q_OBJECT
@@ -46,7 +46,7 @@ private:
             .toObject();
     }
 
-    /// The state of one thing that doctor looks at.
+    /// The state of one of the things that doctor checks.
     static QJsonObject checkup(const char* id)
     {
         const QJsonArray checkups =
@@ -132,7 +132,7 @@ private Q_SLOTS:
 
         QCOMPARE(run({"preview", "-o"}, file).exitCode, 0);
 
-        // At the left edge of the phone that shows the home screen.
+        // This is at the left edge of the phone that shows the home screen.
         const QImage preview(file);
         QVERIFY(preview.pixelColor(90, 300).red() > preview.pixelColor(90, 300).blue() + 50);
         QVERIFY(preview.pixelColor(90, 900).blue() > preview.pixelColor(90, 900).red() + 50);
@@ -231,7 +231,10 @@ private Q_SLOTS:
         QCOMPARE(run({"set"}, path).exitCode, 0);
         QVERIFY(QFile::resize(path, 40));
 
-        QCOMPARE(run({"set"}, path).exitCode, 1);
+        const Result result = run({"set"}, path);
+
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.errors.contains(path), qPrintable(result.errors));
     }
 
     void coloursAreThoseThatTheDaemonGives()
@@ -533,7 +536,7 @@ private Q_SLOTS:
             QStringLiteral("words|on|off"));
     }
 
-    /// As bash itself does it: words with blanks are quoted.
+    /// Quotes words with blanks, as bash does.
     void bashCompletesNames()
     {
         ClientSession session;

@@ -13,7 +13,7 @@ using Result = ClientSession::Result;
 
 const char* const Languages[] = {"C.UTF-8", "de_DE.UTF-8", "fi_FI.UTF-8"};
 
-/// Has this process's children speak a language, as long as the object lives.
+/// Makes the child processes of this process use a language while the object lives.
 class Language
 {
 public:
@@ -63,7 +63,7 @@ void addCommands()
     }
 }
 
-/// Lines whose arguments make no sense, besides an option that no command has.
+/// Command lines with wrong arguments, besides an option that no command has.
 const char* const BadLines[] = {
     "",
     "nonsense",
@@ -130,8 +130,8 @@ const char* const BadLines[] = {
 
 } // namespace
 
-/// All commands as people and programs call them: in a pipe and in a terminal, and in each of the
-/// languages.
+/// Tests all commands as people and programs call them: in a pipe and in a terminal, and in each of
+/// the languages.
 class ClientArgumentsTest : public QObject
 {
     Q_OBJECT
@@ -202,7 +202,7 @@ private Q_SLOTS:
         }
     }
 
-    /// From the first look to the last, in the order in which each can be done.
+    /// The commands, in an order in which each of them can run.
     void commandsWorkInAPipeAndInATerminal_data()
     {
         QTest::addColumn<bool>("isTerminal");
@@ -285,7 +285,7 @@ private Q_SLOTS:
         QCOMPARE(texts.size(), 3);
     }
 
-    /// 0 and 2 are tried above.
+    /// The tests above cover 0 and 2.
     void exitStatusesAreThoseOfTheManual()
     {
         ClientSession session;
@@ -297,7 +297,7 @@ private Q_SLOTS:
             without.json().value(QLatin1String("status")), QJsonValue(QStringLiteral("no-daemon")));
         QVERIFY(ClientSession::letDaemonBeStarted());
         QCOMPARE(ClientSession::runJson({QStringLiteral("wait")}).exitCode, 0);
-        // It takes a second without a change to see that the daemon is idle.
+        // The daemon counts as idle after a second without a change.
         const Result late = ClientSession::runJson(
             {QStringLiteral("wait"), QStringLiteral("--timeout"), QStringLiteral("0.1")});
         QCOMPARE(late.exitCode, 4);

@@ -66,7 +66,7 @@ bool limitDaemon(__rlimit_resource resource, rlim_t limit)
 
 } // namespace
 
-/// What doctor says of each thing that can be wrong, and of the same thing in order.
+/// Tests what doctor reports about each thing when it is wrong and when it is right.
 class ClientDoctorTest : public QObject
 {
     Q_OBJECT

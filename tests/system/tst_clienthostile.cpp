@@ -46,7 +46,8 @@ QString reason(const Result& result)
     return result.errors.trimmed().section(QStringLiteral(": "), 2);
 }
 
-/// Makes a file that is none, and of which a reader would see no end or no beginning.
+/// Makes an entry that is not a file, and that a reader could read forever or could not begin to
+/// read.
 bool makeOdd(const QString& path, const QString& kind)
 {
     if (kind == QLatin1String("FIFO")) {
@@ -80,7 +81,7 @@ bool createMoodset(const ClientSession& session, const QString& name)
 
 } // namespace
 
-/// What the tool makes of files, names, streams and neighbours that mean it no good.
+/// Tests the client with hostile files, names, streams and other programs.
 class ClientHostileTest : public QObject
 {
     Q_OBJECT
@@ -114,7 +115,7 @@ private Q_SLOTS:
         const QString kind = QString::fromLatin1(QTest::currentDataTag());
         const QString path = session.folders.elsewhere(QStringLiteral("odd"));
         QVERIFY(makeOdd(path, kind));
-        // Of a picture that is taken in, no more is read than its size.
+        // When a picture is registered, only its size is read.
         QCOMPARE(
             run({QStringLiteral("index"), path}).exitCode, kind == QLatin1String("bomb") ? 0 : 1);
         for (const char* const command : {"colors", "preview", "create", "set"}) {
@@ -155,12 +156,19 @@ private Q_SLOTS:
         QVERIFY(makeOdd(path, kind));
         struct stat before = {};
         QCOMPARE(lstat(QFile::encodeName(path).constData(), &before), 0);
+        const auto backUp = [](const QString& target) {
+            return run({QStringLiteral("backup"), target}).exitCode;
+        };
+        const auto preview = [](const QString& target) {
+            return run({QStringLiteral("preview"), QStringLiteral("a"), QStringLiteral("-o"),
+                        target})
+                .exitCode;
+        };
+        QCOMPARE(backUp(session.folders.elsewhere(QStringLiteral("good.json"))), 0);
+        QCOMPARE(preview(session.folders.elsewhere(QStringLiteral("good.png"))), 0);
 
-        QCOMPARE(run({QStringLiteral("backup"), path}).exitCode, 1);
-        QCOMPARE(
-            run({QStringLiteral("preview"), QStringLiteral("a"), QStringLiteral("-o"), path})
-                .exitCode,
-            1);
+        QCOMPARE(backUp(path), 1);
+        QCOMPARE(preview(path), 1);
 
         struct stat after = {};
         QCOMPARE(lstat(QFile::encodeName(path).constData(), &after), 0);
@@ -206,7 +214,7 @@ private Q_SLOTS:
             "XDG_STATE_HOME", QFile::encodeName(session.folders.data() + QStringLiteral("/state")));
 
         QCOMPARE(result.exitCode, 0);
-        QVERIFY(result.errors.contains(QStringLiteral("cannot be kept for undo")));
+        QVERIFY(result.errors.contains(QStringLiteral("cannot be stored for undo")));
         QCOMPARE(run({QStringLiteral("undo")}).exitCode, 1);
     }
 
@@ -231,7 +239,7 @@ private Q_SLOTS:
         QCOMPARE(library.readAll(), before);
     }
 
-    /// Those are not what the locale writes.
+    /// These are not dates in the form of the locale.
     void jsonIsUtf8InEveryLocale()
     {
         const ClientSession session;
@@ -359,7 +367,7 @@ private Q_SLOTS:
                 {QStringLiteral("set"), QStringLiteral("a")});
             isDone = client.waitForFinished(delayMs);
             QVERIFY(ClientSession::endDaemon(SIGKILL));
-            // It may have ended while the daemon did.
+            // It may have ended at the same time as the daemon.
             QVERIFY(client.state() == QProcess::NotRunning || client.waitForFinished());
             QCOMPARE(client.exitStatus(), QProcess::NormalExit);
             failures += client.exitCode() == 0 ? 0 : 1;

@@ -6,7 +6,8 @@
 #include <QImage>
 #include <QTest>
 
-/// What moodsetctl tells of pictures on the network, which the daemon gives no outcome of.
+/// Tests what moodsetctl reports about pictures on the network, for which the daemon gives no
+/// result.
 class ClientNetworkTest : public QObject
 {
     Q_OBJECT
@@ -91,7 +92,7 @@ private Q_SLOTS:
 
         failsWith(
             set(url, {QStringLiteral("--timeout"), QStringLiteral("0.5")}), 4,
-            QStringLiteral("nothing has come of it in time"));
+            QStringLiteral("the time limit has passed"));
         const Result unawaited = set(url, {QStringLiteral("--no-wait")});
 
         QCOMPARE(unawaited.exitCode, 0);

@@ -22,7 +22,8 @@ Result run(const QStringList& arguments)
     return ClientSession::runJson(arguments);
 }
 
-/// A user with three moodsets of pictures, a, b and c, of which b is called "Kept".
+/// A user with three moodsets, which were made from the pictures a, b and c. The moodset of b has
+/// the name "Kept".
 struct EditedSession : ClientSession
 {
     bool prepare() const
@@ -46,7 +47,7 @@ struct EditedSession : ClientSession
     }
 };
 
-/// The pictures of the favourites, without the ends of their names, in the order of the table.
+/// The pictures of the favourites, without their suffixes, in the order of the table.
 QString favorites()
 {
     QStringList names;
@@ -97,7 +98,7 @@ bool isKept()
 
 } // namespace
 
-/// What becomes of edits when a library is built again or brought back, whatever happens meanwhile.
+/// Tests that edits survive when a library is rebuilt or restored, also if that is interrupted.
 class ClientRebuildTest : public QObject
 {
     Q_OBJECT
@@ -137,7 +138,7 @@ private Q_SLOTS:
         }
 
         QCOMPARE(favorites(), QStringLiteral("c a b"));
-        // What is in order is left as it is, which takes no second.
+        // A correct favourite is not changed, which would take a second.
         QCOMPARE(run({QStringLiteral("restore"), backup}).exitCode, 0);
         QCOMPARE(favorites(), QStringLiteral("c a b"));
     }
@@ -191,7 +192,7 @@ private Q_SLOTS:
         QCOMPARE(run({QStringLiteral("wait")}).exitCode, 0);
     }
 
-    /// The tool is killed later and later, until it is done before.
+    /// The tool is killed later each time, until it ends before that.
     void noEditIsLostWhenARebuildIsCutShort()
     {
         const EditedSession session;
@@ -229,7 +230,7 @@ private Q_SLOTS:
         QVERIFY(unfinished > 0);
     }
 
-    /// The daemon is killed again and again while edits are brought back.
+    /// The daemon is killed several times while the edits are restored.
     void noEditIsLostWhenTheDaemonIsKilled()
     {
         const EditedSession session;
@@ -251,7 +252,7 @@ private Q_SLOTS:
                 QStringLiteral(MOODSETCTL_EXECUTABLE), {QStringLiteral("restore"), backup});
             isRestored = restore.waitForFinished(delayMs);
             QVERIFY(ClientSession::endDaemon(SIGKILL));
-            // It may have ended while the daemon did.
+            // It may have ended at the same time as the daemon.
             QVERIFY(restore.state() == QProcess::NotRunning || restore.waitForFinished());
             QVERIFY(restore.exitStatus() == QProcess::NormalExit);
             failures += restore.exitCode() == 0 ? 0 : 1;

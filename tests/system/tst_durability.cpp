@@ -12,7 +12,7 @@ using ThemeKeys::written;
 
 namespace {
 
-/// A daemon with a bundle that sets all there is to set.
+/// A daemon with a bundle that sets everything that a moodset can set.
 struct BundleSession : ThemeSession
 {
     bool startAtRest()
@@ -32,7 +32,7 @@ struct BundleSession : ThemeSession
                 + name + R"("})");
     }
 
-    /// Kills the daemon, which must leave its whole theme behind.
+    /// Kills the daemon, and checks that the whole theme is stored.
     bool leavesThemeWhenKilled() { return daemon.kill() && isThemeStored() && areTonesStored(); }
 
     const QString path = bundleFile(QStringLiteral("a"));
@@ -63,7 +63,7 @@ private:
     }
 };
 
-/// Four other colours than those of any picture.
+/// Four colours that no picture of the test has.
 QVariantMap colors()
 {
     return {
@@ -75,7 +75,7 @@ QVariantMap colors()
 
 } // namespace
 
-/// What is left when the daemon ends at once after it has told clients of something.
+/// Tests what is stored if the daemon is killed right after it has replied or announced something.
 class DurabilityTest : public QObject
 {
     Q_OBJECT

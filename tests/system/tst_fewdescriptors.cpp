@@ -50,7 +50,7 @@ QUrl unreachablePicture(int host)
     return QUrl(QStringLiteral("http://127.1.1.%1:1/a.png").arg(host));
 }
 
-/// A daemon that may have so many descriptors, and a picture that it does not know.
+/// A daemon with a limit on its descriptors, and a picture that it does not know.
 struct LimitedSession : ThemeSession
 {
     LimitedSession() = default;
@@ -64,7 +64,7 @@ struct LimitedSession : ThemeSession
             && hasListedOrSaidSo(daemon.takeWarnings());
     }
 
-    /// Whether the start has had nothing to warn of but directories that it could not list.
+    /// Whether all warnings of the start are about directories that could not be listed.
     static bool hasListedOrSaidSo(const QStringList& warnings)
     {
         return std::all_of(warnings.cbegin(), warnings.cend(), [](const QString& warning) {
@@ -84,13 +84,13 @@ struct LimitedSession : ThemeSession
 
 } // namespace
 
-/// What a daemon does that has few file descriptors left. GLib ends processes that lack them.
+/// Tests a daemon that has few file descriptors left. GLib would end a process without them.
 class FewDescriptorsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// The daemon has 15 when it has started.
+    /// The daemon has 15 descriptors open after its start.
     void requestsAreRefusedOrDone_data()
     {
         QTest::addColumn<int>("limit");
@@ -161,7 +161,7 @@ private Q_SLOTS:
 
     void downloadsUnderWayLeaveDescriptorsForTheNextRequest()
     {
-        // Its connections stand, and nobody answers. It goes after the daemon.
+        // Clients can connect to it, but it never answers. It ends after the daemon.
         QTcpServer server;
         LimitedSession session(64);
         QVERIFY(server.listen(QHostAddress::AnyIPv4));
@@ -194,7 +194,7 @@ private Q_SLOTS:
         }
     }
 
-    /// Whatever it cannot open, it takes neither for damaged nor for empty.
+    /// If it cannot open something, it must take it neither for damaged nor for empty.
     void aStartForgetsNothing()
     {
         QFETCH(int, limit);
@@ -224,7 +224,7 @@ private Q_SLOTS:
             return !lines.filter(QStringLiteral("InstallManager idle in")).isEmpty()
                 && !lines.filter(QStringLiteral("FileManager idle in")).isEmpty();
         };
-        // With the fewest of all it ends.
+        // With the smallest number of descriptors, it ends.
         QTRY_VERIFY_WITH_TIMEOUT(
             !session.daemon.isRunning() || isIdle(), DaemonProcess::deadlineMs);
         QVERIFY(!session.daemon.isRunning() || session.daemon.terminate());

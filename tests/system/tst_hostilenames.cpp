@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-/// Names and kinds of directory entries that are hard on a daemon.
+/// Tests names and kinds of directory entries that are difficult for a daemon.
 class HostileNamesTest : public QObject
 {
     Q_OBJECT
@@ -67,7 +67,7 @@ private:
         return ::mkfifo(QFile::encodeName(path).constData(), 0600) == 0;
     }
 
-    /// Makes a file of any bytes for a name, which Qt cannot.
+    /// Makes a file whose name consists of any bytes, which Qt cannot do.
     static bool writeNamedByBytes(const QString& folder, const QByteArray& name, const QSize& size)
     {
         const QString picture = folder + QStringLiteral("/unnamed.png");
@@ -157,7 +157,7 @@ private Q_SLOTS:
 
     void sortsNamesByTheirBytes()
     {
-        // Any other order would make the merge of rows and entries insert or delete some twice.
+        // With any other order, the merge of rows and entries would insert or delete some twice.
         const QStringList names{
             QStringLiteral("A.png"),
             QStringLiteral("a.png"),
@@ -224,7 +224,7 @@ private Q_SLOTS:
         QVERIFY(session.start());
         const QString picture = session.folders.picture(QStringLiteral("a.png"));
 
-        // All of them arrive at once; as texts, the names of the first two would be one.
+        // All of them arrive at once. As texts, the first two names would be equal.
         QVERIFY(session.daemon.pause());
         QStringList warnings;
         for (const char* const name : {"\xe9.png", "\xf6.png"}) {

@@ -17,7 +17,7 @@ bool makeFifo(const QString& path)
     return ::mkfifo(QFile::encodeName(path).constData(), 0600) == 0;
 }
 
-/// A daemon with the folder of a package that is yet empty, and a good bundle beside it.
+/// A daemon with the directory of a package, which is still empty, and with a good bundle.
 struct PackageSession : ThemeSession
 {
     bool install()
@@ -33,7 +33,7 @@ struct PackageSession : ThemeSession
                                      "ORDER BY displayName"));
     }
 
-    /// The names of the files with rows in a folder of the package, sorted.
+    /// The names of the files of a directory of the package that have rows, sorted.
     QStringList files(const QString& folder)
     {
         return column(
@@ -56,8 +56,8 @@ private:
 
 } // namespace
 
-/// Packages with files that are hard on a daemon. What is there when it starts comes at every
-/// start.
+/// Tests packages with files that are difficult for a daemon. The daemon reads what is there at its
+/// start again at each start.
 class HostilePackagesTest : public QObject
 {
     Q_OBJECT
@@ -132,7 +132,7 @@ private Q_SLOTS:
         // QTranslator divides by the number at their beginning.
         QTest::newRow("contexts") << CatalogBuilder::part(
             CatalogBuilder::Contexts, QByteArray("\0\0", 2));
-        // QTranslator loads what a catalogue depends on, and what that depends on.
+        // QTranslator also loads the catalogues on which a catalogue depends, and so on.
         const QByteArray itself = CatalogBuilder::utf16(QStringLiteral("hostile-en"));
         QTest::newRow("itself") << CatalogBuilder::part(
             CatalogBuilder::Dependencies, QByteArray("\0\0\0\x14", 4) + itself);
@@ -198,6 +198,7 @@ private Q_SLOTS:
 
         QCOMPARE(ThemeSession::theme(), QStringList());
         QCOMPARE(session.moodsets(), QStringList(QStringLiteral("z")));
+        QVERIFY(session.setsGoodPicture());
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
     }
 };

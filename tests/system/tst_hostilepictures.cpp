@@ -13,7 +13,7 @@ namespace {
 
 const QSize Unreadable(-1, -1);
 
-/// Larger than anything that could be read in the time of a test.
+/// This is more than a test could read in its time.
 constexpr qint64 Endless = qint64(1) << 40;
 
 bool writeEndless(const QString& path, const QByteArray& start)
@@ -21,7 +21,7 @@ bool writeEndless(const QString& path, const QByteArray& start)
     return InstalledBundles::write(path, start) && QFile::resize(path, Endless);
 }
 
-/// Whether a file is among what a process has mapped into its memory.
+/// Whether a process has mapped a file into its memory.
 bool hasMapped(qint64 process, const QByteArray& name)
 {
     QFile maps(QStringLiteral("/proc/%1/maps").arg(process));
@@ -30,7 +30,7 @@ bool hasMapped(qint64 process, const QByteArray& name)
 
 } // namespace
 
-/// What strangers send as a picture.
+/// Tests files that strangers send as pictures.
 class HostilePicturesTest : public QObject
 {
     Q_OBJECT
@@ -59,7 +59,7 @@ private Q_SLOTS:
         }
         QCOMPARE(session.pictureSize(path("good.png")), QSize(200, 120));
         QVERIFY(BusClient::isAnswered());
-        // What decoders say is not ours to choose.
+        // We do not control what decoders log.
         session.daemon.takeWarnings();
     }
 
@@ -124,7 +124,7 @@ private Q_SLOTS:
 
         QCOMPARE(ThemeSession::theme(), QStringList());
         QVERIFY(session.setsGoodPicture());
-        // What decoders say is not ours to choose.
+        // We do not control what decoders log.
         session.daemon.takeWarnings();
     }
 
@@ -171,7 +171,8 @@ private Q_SLOTS:
         QVERIFY(session.setsGoodPicture());
 
         QCOMPARE(session.pictureSize(session.folders.picture(QStringLiteral("a.jpg"))), Unreadable);
-        // It would log that it was asked. It was there: Qt has loaded it to write the wallpapers.
+        // The plugin would log every question. It is loaded: Qt has loaded it to write the
+        // wallpapers.
         QCOMPARE(session.daemon.takeWarnings(), QStringList());
         QVERIFY(hasMapped(session.daemon.processId(), "planted-plugin"));
     }

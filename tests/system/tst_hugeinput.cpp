@@ -13,25 +13,25 @@ namespace {
 
 const QString Package = InstalledBundles::folder() + QStringLiteral("hostile/");
 
-/// What the bus lets through, nearly.
+/// This is a little less than the bus allows.
 constexpr int HugeText = 50 * 1024 * 1024;
 
-/// A text of that length that begins with `prefix`.
+/// A text of this length that begins with `prefix`.
 QString hugeText(const QString& prefix = QString())
 {
     return prefix + QString(HugeText - prefix.size(), QLatin1Char('a'));
 }
 
-/// A file that is larger than all that a daemon may have, except for some 100 MiB.
+/// A file that needs nearly all of the memory that a daemon may have, except for about 100 MiB.
 bool writeHugeFile(const QString& path)
 {
     return InstalledBundles::write(path, "{") && QFile::resize(path, 1900LL * 1024 * 1024);
 }
 
-/// What a daemon needs that has a text of such a length on its way through, and some more.
+/// The memory that a daemon needs while it handles such a text, and some more.
 constexpr qint64 EnoughForAText = 640LL * 1024 * 1024;
 
-/// A daemon with the addresses of its unit if not told otherwise.
+/// A daemon with the address space of its unit, unless another size is given.
 struct HugeInputSession : ThemeSession
 {
     explicit HugeInputSession(qint64 addresses = unitAddressSpace())
@@ -53,7 +53,7 @@ struct HugeInputSession : ThemeSession
         return writePicture(path) && set(path) && theme() == expectedTheme(path);
     }
 
-    /// Whether the daemon starts, and starts again once it knows the package.
+    /// Whether the daemon starts, and also starts again when the package is in the database.
     bool startsTwice()
     {
         return startAtRest() && setsGoodPicture() && daemon.terminate() && startAtRest()
@@ -63,7 +63,7 @@ struct HugeInputSession : ThemeSession
 
 } // namespace
 
-/// Files and calls for which a daemon has no memory.
+/// Tests files and calls for which a daemon has not enough memory.
 class HugeInputTest : public QObject
 {
     Q_OBJECT

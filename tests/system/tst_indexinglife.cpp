@@ -8,10 +8,10 @@
 
 #include <unistd.h>
 
-/// What the library makes of changes in the pictures folder while the daemon runs.
+/// Tests how the library follows changes in the pictures folder while the daemon runs.
 ///
-/// Steps that must not meet in one reading of events have a waitUntilFollowed() between them. Those
-/// that must are made while the daemon is paused.
+/// If two steps must not be in the same reading of events, there is a waitUntilFollowed() between
+/// them. If they must be, the daemon is paused meanwhile.
 class IndexingLifeTest : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ private:
             == 0;
     }
 
-    /// Sets a time of change that no file written later has.
+    /// Sets a modification time that no later file has.
     static bool makeOlder(const QString& path)
     {
         QFile file(path);

@@ -12,7 +12,7 @@ namespace {
 
 const QLatin1String InterfaceName("com.zavro.moodsetd");
 
-/// The lines of an outline that describe the daemon's interface, without the one that names it.
+/// The lines of an outline that describe the daemon's interface, without the line with its name.
 QStringList daemonInterface(const QStringList& outline)
 {
     const int start = outline.indexOf(QStringLiteral("interface ") + InterfaceName) + 1;
@@ -57,7 +57,7 @@ QMap<QString, QString> rowsOfPage(const QString& page)
     return rows;
 }
 
-/// The same for an interface.
+/// The same rows, made from an interface.
 QMap<QString, QString> rowsOfInterface(const QStringList& interface)
 {
     const QMap<QString, QStringList> members = membersOf(interface);
@@ -84,8 +84,7 @@ QString textOf(const QString& path)
 
 } // namespace
 
-/// Compares the documents about the interface with what the running daemon tells of itself on the
-/// bus.
+/// Compares the documents about the interface with the introspection of the running daemon.
 class IntrospectionTest : public QObject
 {
     Q_OBJECT
@@ -154,7 +153,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("member");
 
-        // Those of both sides, so that neither can have a member that the other lacks.
+        // This takes the members of both sides, so that neither can have a member that the other
+        // lacks.
         QStringList names = memberNames(m_documented) + memberNames(m_daemons);
         names.removeDuplicates();
         for (const QString& name : qAsConst(names)) {

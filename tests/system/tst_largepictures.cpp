@@ -20,8 +20,8 @@ const QSize Huge(30000, 30000);
 const QSize Megapixels48(8000, 6000);
 const QSize Megapixels108(12000, 9000);
 
-/// The head of a WebP picture of one pixel, and after it nothing, for almost all that the daemon
-/// may have. The plugin for WebP reads a whole file before it decodes it.
+/// The head of a WebP picture of one pixel, followed by zeros that need almost all of the memory
+/// that the daemon may have. The plugin for WebP reads a whole file before it decodes it.
 bool writeFileLargerThanMemory(const QString& path)
 {
     constexpr qint64 lessThanAnIdleDaemonHas = 64 * 1024 * 1024;
@@ -38,7 +38,7 @@ bool writeLargePicture(const QString& path, const QSize& size, bool isProgressiv
     return writer.write(image);
 }
 
-/// How many threads of Qt's pool the process has.
+/// The number of threads in Qt's pool that the process has.
 int pooledThreads(qint64 process)
 {
     const QDir threads(QStringLiteral("/proc/%1/task").arg(process));
@@ -49,7 +49,7 @@ int pooledThreads(qint64 process)
     }));
 }
 
-/// A user whose daemon has the addresses of its unit, and whose phone has a large screen.
+/// A user whose daemon has the address space of its unit, and whose phone has a large screen.
 struct LimitedSession : ThemeSession
 {
     LimitedSession()
@@ -62,7 +62,8 @@ struct LimitedSession : ThemeSession
 
 } // namespace
 
-/// Pictures for which the daemon has no memory, and the largest for which it has.
+/// Tests pictures for which the daemon has not enough memory, and the largest ones for which it
+/// has.
 class LargePicturesTest : public QObject
 {
     Q_OBJECT
@@ -154,7 +155,7 @@ private Q_SLOTS:
         for (const char* name : {"a.png", "b.png", "c.jpg", "d.jpg", "f.gif"}) {
             QVERIFY2(size(name) == Huge, name);
         }
-        // The plugin for BMP takes no more than 16384 x 16384 pixels for possible.
+        // The plugin for BMP refuses more than 16384 x 16384 pixels.
         QCOMPARE(size("e.bmp"), QSize(-1, -1));
         QCOMPARE(size("g.webp"), QSize(1, 1));
         QCOMPARE(size("h.png"), QSize(3, 2));

@@ -27,7 +27,8 @@ bool makeActive(const QUrl& url, const QString& path)
     return becomesActive(path);
 }
 
-/// The watch of the pictures folder comes upon the saved picture when that has its row.
+/// When the watch of the pictures folder reports the saved picture, the picture already has its
+/// row.
 bool downloadTheme(PhoneSession& session)
 {
     const QString place = QStringLiteral("/a.jpg");
@@ -39,7 +40,7 @@ bool downloadTheme(PhoneSession& session)
         && session.daemon.takeWarnings() == expected;
 }
 
-/// Has the daemon do something of everything it is there for.
+/// Makes the daemon do each kind of work once.
 bool useEverySubsystem(PhoneSession& session)
 {
     const QString picture = session.folders.picture(QStringLiteral("a.png"));
@@ -62,7 +63,7 @@ bool useEverySubsystem(PhoneSession& session)
 
 } // namespace
 
-/// The end of the daemon, once it has left its event loop.
+/// Tests how the daemon ends after its event loop.
 class LifetimeTest : public QObject
 {
     Q_OBJECT

@@ -15,7 +15,8 @@
 
 namespace {
 
-/// A daemon on the session bus that notes its calls, and makes active what it is to, if it can.
+/// Plays the daemon on the session bus. It notes its calls, and applies a moodset if the test wants
+/// it.
 class PlayedService : public QObject
 {
     Q_OBJECT
@@ -61,7 +62,7 @@ private:
     bool m_ready = false;
 };
 
-/// A folder with one moodset file of the given content, and a wallpaper.
+/// A directory with one moodset file of the given content, and with a wallpaper.
 class Package
 {
 public:
@@ -102,7 +103,7 @@ private:
     static Result run(const QStringList& arguments)
     {
         QProcess process;
-        // The event loop turns, for a daemon that this process plays.
+        // The event loop runs, for a daemon that this process plays.
         process.start(QStringLiteral(MOODSETCTL_EXECUTABLE), arguments);
         Result result;
         const bool hasEnded = QTest::qWaitFor(
@@ -429,7 +430,7 @@ private Q_SLOTS:
         QCOMPARE(
             result.errors,
             QStringLiteral("moodsetctl: %1: the daemon has not made it active; "
-                           "its log may tell why: journalctl --user -u moodsetd\n")
+                           "its log may give the reason: journalctl --user -u moodsetd\n")
                 .arg(path));
     }
 
@@ -473,7 +474,7 @@ private Q_SLOTS:
         QCOMPARE(
             without.errors,
             QStringLiteral("moodsetctl: %1: the daemon has not made a moodset of it; "
-                           "its log may tell why: journalctl --user -u moodsetd\n")
+                           "its log may give the reason: journalctl --user -u moodsetd\n")
                 .arg(path));
         QCOMPARE(with.errors, QString());
         QCOMPARE(with.exitCode, 0);

@@ -27,7 +27,7 @@ struct OnlineSession : ThemeSession
 {
     OnlineSession() { server.answer(Path, picture()); }
 
-    /// Asks for the server's picture, and returns when the daemon has answered.
+    /// Applies the server's picture, and returns when the daemon has replied.
     bool set() const { return ThemeSession::set(server.url(Path)); }
     bool waitForMoodset()
     {
@@ -35,13 +35,13 @@ struct OnlineSession : ThemeSession
             [this] { return !library().moodset(saved, QStringLiteral("version")).isEmpty(); },
             DaemonProcess::deadlineMs);
     }
-    /// Whether the theme is the picture that was downloaded first.
+    /// Whether the picture that was downloaded first is applied.
     bool isTheme() const
     {
         return UserStore::value(ThemeKeys::ActiveMoodset) == QStringLiteral("'%1'").arg(saved);
     }
-    /// What the watch of the pictures folder has to say when it comes upon the picture, which has
-    /// its row by then.
+    /// The warning when the watch of the pictures folder reports the picture, which already has its
+    /// row.
     bool takeWarningsOfTheWatch()
     {
         const QStringList expected = rowExistsWarnings();
@@ -54,7 +54,7 @@ struct OnlineSession : ThemeSession
 
 } // namespace
 
-/// What becomes of a picture on the network when a client makes it the theme.
+/// Tests how a picture on the network is applied.
 class OnlineThemeTest : public QObject
 {
     Q_OBJECT
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QVERIFY(session.takeWarningsOfTheWatch());
     }
 
-    /// No path names it among the keys that are followed.
+    /// The followed keys do not contain its path.
     void editOfADownloadedThemeDoesNotReachTheKeys()
     {
         OnlineSession session;
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QVERIFY(session.hasWrittenNothing(&watcher));
     }
 
-    /// Nor do they reach the keys by way of the theme before it.
+    /// They also do not reach the keys through the theme before.
     void editOfTheFormerThemeDoesNotReachTheKeysOfADownloadedOne()
     {
         OnlineSession session;

@@ -5,7 +5,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
-/// What the table `image` holds of real, odd and broken pictures.
+/// Tests the rows of the table `image` for real, odd and damaged pictures.
 class PictureRowsTest : public QObject
 {
     Q_OBJECT
@@ -30,8 +30,8 @@ private:
             .value(0);
     }
 
-    /// The JPEG library says what is wrong with a picture in a line or three. Nothing of the
-    /// daemon's own may be among them.
+    /// The JPEG library reports what is wrong with a picture in one to three lines. The daemon
+    /// itself must log nothing.
     static void verifyReaderWarnings(const QStringList& warnings, int pictureCount)
     {
         QVERIFY(warnings.count() <= 3 * pictureCount);

@@ -24,8 +24,8 @@ void runInThread(const std::function<void()>& function)
     std::thread(function).join();
 }
 
-/// A thread that lives as long as this object, for a reader that is there before and after events
-/// of the daemon.
+/// A thread that lives as long as this object, for a reader that stays while the daemon starts and
+/// ends.
 class ReaderThread
 {
 public:
@@ -59,7 +59,7 @@ int countPhotos(QueryAgent* agent)
     return agent && agent->query(&recorder, {}) ? recorder.contents().size() : -1;
 }
 
-/// The number of pictures that a thread finds that has not read before.
+/// The number of pictures that a new thread finds.
 int countPhotosAnew()
 {
     int count = -1;
@@ -67,7 +67,7 @@ int countPhotosAnew()
     return count;
 }
 
-/// Takes the right to write away from the database's folder and files while it lives.
+/// Makes the database's directory and files read-only while it lives.
 class WriteProtection
 {
 public:
@@ -97,7 +97,7 @@ private:
 
 } // namespace
 
-/// Client threads that read while the real daemon writes, starts, stops and rebuilds.
+/// Tests client threads that read while the real daemon writes, starts, ends and rebuilds.
 class ReadingTest : public QObject
 {
     Q_OBJECT
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QVERIFY(addPicture(Pictures));
 
         runDaemon([&photos](DaemonProcess& daemon) {
-            // The daemon has put another file in the place of the one that is open here.
+            // The daemon has replaced the file that is open here.
             QCOMPARE(photos(), Pictures);
             QCOMPARE(countPhotosAnew(), Pictures + 1);
             QCOMPARE(
@@ -199,7 +199,7 @@ private Q_SLOTS:
 
     void readerNeedsNoRightToWriteAfterTheDaemonWasKilled()
     {
-        // It has no handler for the signal, and so never closes its connection.
+        // It does not handle the signal, so it never closes its connection.
         runDaemon([](DaemonProcess&) {});
         const WriteProtection protection;
 
@@ -281,8 +281,8 @@ private:
         return execOnDatabase(QStringLiteral("PRAGMA user_version = %1").arg(version));
     }
 
-    /// Closes the database as a daemon that returns from main() does: the last connection that can
-    /// write takes the companion files away.
+    /// Closes the database as a daemon does that returns from main(): the last connection that can
+    /// write removes the companion files.
     static void closeCleanly()
     {
         QVERIFY(execOnDatabase(QStringLiteral("SELECT count(*) FROM file")));

@@ -10,7 +10,7 @@
 
 #include <csignal>
 
-/// What a daemon makes of the library that one before it has left, and of a full disk.
+/// Tests how a daemon handles the library of an earlier daemon, and a full disk.
 class RecoveryTest : public QObject
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ class RecoveryTest : public QObject
 private:
     const QSize m_size{3, 2};
 
-    /// Fills the pictures folder with equal folders of equal pictures.
+    /// Fills the pictures folder with several equal directories of pictures.
     static bool writePictures(const UserFolders& folders, int folderCount, int picturesPerFolder)
     {
         const QString original = folders.elsewhere(QStringLiteral("original.png"));
@@ -59,7 +59,7 @@ private:
         return QFileInfo(LibraryDatabase::standardPath()).path() + QLatin1Char('/');
     }
 
-    /// What the log says of a database that is thrown away.
+    /// The log messages about a database that is deleted.
     static QStringList removalWarnings()
     {
         return {
@@ -79,7 +79,7 @@ private:
         return QStringLiteral("DbManager::DbManager: Failed to create DB schema. Can't continue!");
     }
 
-    /// How many tables, indexes and triggers the database has, of 13.
+    /// The number of tables, indexes and triggers of the database, out of 13.
     static int madeObjects(DaemonSession& session)
     {
         return count(
@@ -94,7 +94,7 @@ private:
             .toInt();
     }
 
-    /// Kills the daemon at a moment when it holds a write back, after the table has got rows.
+    /// Kills the daemon while a write is blocked, after the table has got rows.
     static bool killOnceFilled(DaemonSession& session, const QString& table)
     {
         if (!QTest::qWaitFor(
@@ -292,7 +292,7 @@ private Q_SLOTS:
                            "full\")"),
             QStringLiteral("\"INSERT OR REPLACE INTO download ( fileId, source) VALUES (?, ?);\"")};
         QStringList logged = session.daemon.takeWarnings();
-        // One for each lot of changes that the daemon has read at once.
+        // There is one warning for each group of changes that the daemon has read at once.
         QVERIFY(
             logged.removeAll(failedCommit(QStringLiteral("bool FileManager::readEvent()"))) > 0);
         QCOMPARE(logged, warnings);
@@ -362,10 +362,10 @@ private Q_SLOTS:
              {"bool FileManager::scanDirectory()", "bool InstallManager::scanInstallDirectory()"}) {
             QCOMPARE(warnings.count(failedCommit(QLatin1String(function))), 1);
         }
-        // The packages cannot be entered one by one either.
+        // The packages cannot be inserted one by one either.
         QCOMPARE(warnings.count(QStringLiteral("Failed to execute m_directoryAppend")), 2);
         QCOMPARE(warnings.size(), 2 + 2 * 4);
-        // Nothing is tried over and over again: the daemon has nothing to say while calls come in.
+        // The daemon does not try again and again: it logs nothing while calls arrive.
         const int linesAtRest = session.daemon.lines().size();
         for (int i = 0; i < 50; ++i)
             QVERIFY(BusClient::isAnswered());
@@ -375,7 +375,7 @@ private Q_SLOTS:
         QVERIFY(disk.clear());
         QVERIFY(session.startAtRest());
         QCOMPARE(count(session, QStringLiteral("moodset")), 2);
-        // With the two pictures by which startAtRest() tells.
+        // This includes the two pictures with which startAtRest() works.
         QCOMPARE(count(session, QStringLiteral("image")), 102);
     }
 
@@ -404,7 +404,7 @@ private Q_SLOTS:
     void completesADatabaseThatAFullDiskHasCutShort_data()
     {
         QTest::addColumn<int>("kibibytes");
-        // Some of these leave a file with a version and without all of its tables.
+        // After some of these kills, the file has a version, but not all tables.
         for (int kibibytes = 0; kibibytes <= 40; kibibytes += 4)
             QTest::addRow("%d KiB", kibibytes) << kibibytes;
     }
@@ -431,7 +431,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The private machine's small file system as the place of a user's data.
+    /// Puts a user's data on the small file system of the private machine.
     class SmallDisk
     {
     public:
@@ -448,7 +448,7 @@ private:
 
         Q_DISABLE_COPY_MOVE(SmallDisk)
 
-        /// Makes the disk hold the data of this process's user and the session's daemon.
+        /// Moves the data of this process's user and of the session's daemon to the disk.
         bool take(DaemonSession& session)
         {
             session.daemon.setEnvironment(QStringLiteral("XDG_DATA_HOME"), data());
@@ -456,7 +456,7 @@ private:
             return !m_root.isEmpty() && QDir().mkpath(data());
         }
 
-        /// Takes all room that is left, except for so many bytes.
+        /// Uses all space that is left, except for this many bytes.
         bool fill(qint64 spared = 0)
         {
             QFile ballast(ballastPath());

@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QTest>
 
-/// What clients are told when a file is removed.
+/// Tests what is announced when a file is removed.
 class RemovalTest : public QObject
 {
     Q_OBJECT

@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <csignal>
 
-/// How the daemon starts and ends, also where something stands in its way.
+/// Tests how the daemon starts and ends, also under bad conditions.
 class StartupTest : public QObject
 {
     Q_OBJECT
@@ -45,7 +45,7 @@ private Q_SLOTS:
 
         QStringList lines = linesWithoutDuration(session.daemon);
 
-        // Either may be at rest first.
+        // Either of them may be idle first.
         std::sort(lines.begin() + 3, lines.end());
         const QStringList expected{
             m_databaseIsFine, m_registers,

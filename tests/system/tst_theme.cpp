@@ -52,7 +52,7 @@ QImage lightened(QImage image)
 
 } // namespace
 
-/// What bundles and pictures of the device do to the system when a client makes them the theme.
+/// Tests what the daemon sets when a client applies bundles and local pictures.
 class ThemeTest : public QObject
 {
     Q_OBJECT

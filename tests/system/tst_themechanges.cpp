@@ -11,7 +11,7 @@ namespace {
 
 const QString Highlight = QStringLiteral("highlightColor");
 
-/// A daemon with one picture, which is the theme.
+/// A daemon with one picture, which is applied.
 struct PictureSession : ThemeSession
 {
     bool startWithTheme()
@@ -23,7 +23,7 @@ struct PictureSession : ThemeSession
     const QString path = folders.picture(QStringLiteral("a.png"));
 };
 
-/// A daemon with one bundle, which is the theme.
+/// A daemon with one bundle, which is applied.
 struct BundleSession : ThemeSession
 {
     bool startWithTheme()
@@ -53,8 +53,8 @@ struct BundleSession : ThemeSession
 
 const QString Foreign = QStringLiteral("'foreign'");
 
-/// Lets another process write all keys of the theme but the one that names it, so that it shows
-/// which of them the daemon writes again.
+/// Makes another process overwrite all keys of the theme except the one with the active moodset.
+/// After this, a test can see which keys the daemon writes again.
 void overwriteTheme()
 {
     for (const QString& key : ThemeKeys::names()) {
@@ -64,7 +64,7 @@ void overwriteTheme()
     }
 }
 
-/// The keys that are as the other process wrote them.
+/// The keys that still have the values of the other process.
 QStringList foreignKeys()
 {
     QStringList keys;
@@ -76,7 +76,7 @@ QStringList foreignKeys()
     return keys;
 }
 
-/// The keys that are no colours, less the one that names the theme.
+/// The keys that are not colours, without the one with the active moodset.
 QStringList otherKeys()
 {
     return {ThemeKeys::HomeWallpaper, ThemeKeys::ApplicationWallpaper, ThemeKeys::ActiveMoodset};
@@ -84,13 +84,14 @@ QStringList otherKeys()
 
 } // namespace
 
-/// What other processes see when the theme changes, and when it does not.
+/// Tests what other processes see when the theme changes, and when it does not.
 class ThemeChangesTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// What is written while the store's service deals with the first key can come at once.
+    /// Changes that are written while the store's service handles the first key may be announced
+    /// together.
     void keysAreAnnouncedInTheirOrder()
     {
         ThemeSession session;
@@ -192,7 +193,7 @@ private Q_SLOTS:
         QCOMPARE(UserStore::value(ThemeKeys::HighlightColor), QStringLiteral("'#ff010203'"));
     }
 
-    /// The edit is on its way already.
+    /// The edit was sent before.
     void editOfAThemeThatAnotherProcessTakesAwayWritesNothing()
     {
         PictureSession session;
@@ -205,6 +206,9 @@ private Q_SLOTS:
         session.daemon.resume();
 
         QVERIFY(BusClient::isAnswered());
+        QCOMPARE(
+            session.library().moodset(session.path, QStringLiteral("highlightColor")),
+            QStringList(QStringLiteral("#ff010203")));
         QCOMPARE(foreignKeys().size(), ThemeKeys::names().size() - 1);
     }
 
@@ -218,7 +222,7 @@ private Q_SLOTS:
         StoreWatcher watcher;
 
         QVERIFY(session.edit(other, {{Highlight, QStringLiteral("#010203")}}));
-        // What the daemon writes comes in the order of writing.
+        // The changes arrive in the order in which the daemon writes them.
         QVERIFY(session.edit(session.path, {{Highlight, QStringLiteral("#040506")}}));
 
         QTRY_VERIFY_WITH_TIMEOUT(!watcher.announcements().isEmpty(), DaemonProcess::deadlineMs);
@@ -241,7 +245,7 @@ private Q_SLOTS:
             DaemonProcess::deadlineMs);
     }
 
-    /// They are the library's, which keeps those of the first version.
+    /// These are the colours of the library, which keeps those of the first version.
     void newVersionOfTheThemesPackageRewritesItsColours()
     {
         BundleSession session;
@@ -271,7 +275,7 @@ private Q_SLOTS:
             session.library().moodset(session.path, QStringLiteral("version")), QStringList(),
             DaemonProcess::deadlineMs);
         QVERIFY(session.hasWrittenNothing(&watcher));
-        // A text without its end, at the end of the file.
+        // This text has no end, and it is the end of the file.
         QCOMPARE(
             session.daemon.takeWarnings(),
             QStringList(QStringLiteral("Failed to parse moodset 1 1")));

@@ -5,7 +5,7 @@
 #include <QDir>
 #include <QTest>
 
-/// Many files and many folders at once.
+/// Tests many files and many directories at once.
 class VolumeTest : public QObject
 {
     Q_OBJECT

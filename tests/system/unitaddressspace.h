@@ -3,5 +3,5 @@
 
 #include <QtGlobal>
 
-/// The addresses that the daemon's unit lets it have, in bytes; 0 if it names no number.
+/// The address space that the daemon's unit allows, in bytes; 0 if the unit gives no number.
 qint64 unitAddressSpace();

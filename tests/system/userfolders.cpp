@@ -32,8 +32,8 @@ UserFolders::UserFolders()
 
 UserFolders::~UserFolders()
 {
-    // Of all ways to remove a folder, this is the one that takes any name. What remains goes with
-    // the private machine.
+    // This way of removing a directory accepts any name. The rest is removed with the private
+    // machine.
     std::error_code error;
     std::filesystem::remove_all(QFile::encodeName(m_root).toStdString(), error);
 }

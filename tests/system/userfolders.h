@@ -3,10 +3,10 @@
 
 #include <QString>
 
-/// The folders of a user who has no library yet, for one test.
+/// The directories of a user without a library, for one test.
 ///
-/// While the object lives, this process and the daemons that it starts have that user's folders.
-/// All of them are on one file system, so that files can be moved between them at once.
+/// While the object lives, this process and the daemons that it starts use these directories. All
+/// of them are on one file system, so files can be moved between them.
 class UserFolders
 {
 public:
@@ -14,7 +14,7 @@ public:
     ~UserFolders();
     Q_DISABLE_COPY_MOVE(UserFolders)
 
-    /// False if the folders could not be made.
+    /// False if the directories could not be made.
     bool isValid() const { return m_valid; }
 
     /// The pictures folder, which exists and is empty at first.
@@ -22,12 +22,12 @@ public:
     /// The path of a file in the pictures folder.
     QString picture(const QString& name) const;
 
-    /// A folder that no daemon watches of its own accord.
+    /// A directory that no daemon follows by itself.
     QString elsewhere() const;
-    /// The path of a file in that folder.
+    /// The path of a file in that directory.
     QString elsewhere(const QString& name) const;
 
-    /// The folder where a daemon keeps its data.
+    /// The directory where a daemon keeps its data.
     QString data() const;
 
 private:

@@ -33,7 +33,8 @@ QStringList UserStore::values(const QString& folder)
         QString::fromUtf8(runDconf({QStringLiteral("dump"), folder})).split(QLatin1Char('\n'));
     for (const QString& line : lines) {
         if (line.startsWith(QLatin1Char('['))) {
-            // "[/]" for the folder's own keys, else "[folder/in/it]".
+            // The group is "[/]" for the keys of the directory itself, and "[folder/in/it]" for
+            // others.
             const QString name = line.mid(1, line.size() - 2);
             group = name == QLatin1Char('/') ? folder : folder + name + QLatin1Char('/');
         } else if (!line.isEmpty()) {

@@ -4,11 +4,11 @@
 #include <QString>
 #include <QStringList>
 
-/// The key/value store of a user, which is empty at first. It is emptied with the object, which
-/// must outlive the user's daemons.
+/// The key/value store of a user, which is empty at first. It is emptied when the object is
+/// destroyed. The object must outlive the user's daemons.
 ///
-/// Made after the user's folders: the store's service has the machine's folder, whoever the user
-/// is, so that the user's is linked to it.
+/// Make it after the user's directories: the store's service always uses the directory of the
+/// machine, so the user's directory is a link to it.
 class UserStore
 {
 public:
@@ -16,13 +16,14 @@ public:
     ~UserStore();
     Q_DISABLE_COPY_MOVE(UserStore)
 
-    /// False if the store could not be made the user's.
+    /// False if the user could not get the store.
     bool isValid() const { return m_valid; }
 
-    /// What another process reads at a key: "'text'"; empty if it is not set.
+    /// The value that another process reads at a key: "'text'". Empty if it is not set.
     static QString value(const QString& key);
 
-    /// What another process finds below a folder, which ends with "/": "/key='text'", sorted.
+    /// The keys that another process finds below a directory, whose path ends with "/":
+    /// "/key='text'", sorted.
     static QStringList values(const QString& folder);
 
     static void write(const QString& key, const QString& value);

@@ -12,10 +12,10 @@ configure_package_config_file(
   ${CMAKE_CURRENT_LIST_DIR}/MoodsetContentConfig.cmake.in
   ${CMAKE_CURRENT_BINARY_DIR}/MoodsetContentConfig.cmake
   INSTALL_DESTINATION ${package_dir})
-# As the soname, which has the major version.
+# This is the same as for the soname, which has the major version.
 write_basic_package_version_file(
   ${CMAKE_CURRENT_BINARY_DIR}/MoodsetContentConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-# By its own place, so that the library can be installed to any prefix.
+# The path is relative to this file, so that the library can be installed to any prefix.
 file(RELATIVE_PATH prefix_from_pkgconfig
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(

@@ -31,8 +31,8 @@ public:
     /// Whether `key` is well formed. All keys that the functions below take must be.
     static bool isKey(const QString& key);
 
-    /// The value of a key: the user's, or else the system's default. Own writes are visible at
-    /// once. Null if there is no value.
+    /// The user's value of a key, or the system's default if there is none. Own writes are visible
+    /// at once. Null if there is no value.
     GVariantPointer read(const QByteArray& key) const;
 
     /// The user's own value of a key, own writes included; null if the user has none.

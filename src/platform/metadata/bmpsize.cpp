@@ -8,10 +8,10 @@
 
 namespace {
 
-/// How the pixels are written, by their numbers in the file.
+/// The numbers of the encodings of pixels.
 enum Compression : quint32 { Plain = 0, RunLength8 = 1, RunLength4 = 2, Masks = 3 };
 
-/// Whether there is such a header. The decoder does not know those of 52 and 56 bytes.
+/// Whether a header can have this size. The decoder does not know those of 52 and 56 bytes.
 bool isHeaderSize(quint32 size)
 {
     return size == 12 || size == 40 || size == 64 || size == 108 || size == 124;
@@ -39,21 +39,23 @@ std::optional<QSize> bmpSize(WindowedFile& file)
     constexpr int fileHeaderSize = 14;
     constexpr quint32 oldHeaderSize = 12;
     constexpr int longestHeaderSize = 124;
-    constexpr qint64 maximumPixels = qint64(16384) * 16384; // the decoder's
+    constexpr qint64 maximumPixels = qint64(16384) * 16384; // the limit of the decoder
     ByteReader reader(
         file.read(fileHeaderSize, longestHeaderSize), ByteReader::Order::LittleEndian);
     const quint32 headerSize = reader.u32();
+    if (!isHeaderSize(headerSize)) {
+        return {};
+    }
     const bool isOld = headerSize == oldHeaderSize;
     const auto side = [&] { return isOld ? qint16(reader.u16()) : qint32(reader.u32()); };
     const qint64 width = side();
-    const auto height = qAbs<qint64>(side()); // A negative one: rows from top to bottom.
+    const auto height = qAbs<qint64>(side()); // It is negative if the rows go from top to bottom.
     const int planes = reader.u16();
     const int bits = reader.u16();
     const quint32 compression = isOld ? quint32(Plain) : reader.u32();
     reader.take(int(headerSize) - reader.position());
     const bool hasSides = width > 0 && height > 0 && width * height <= maximumPixels;
-    if (!reader.isGood() || !isHeaderSize(headerSize) || planes != 1
-        || !isPossiblePixel(compression, bits) || !hasSides) {
+    if (!reader.isGood() || planes != 1 || !isPossiblePixel(compression, bits) || !hasSides) {
         return {};
     }
     return QSize(int(width), int(height));

@@ -18,7 +18,7 @@ BoundedFile::BoundedFile(std::shared_ptr<const RegularFile> file)
 
 qint64 BoundedFile::size() const
 {
-    // Readers that go on to the end look for it here.
+    // Readers that read up to the end find it here.
     return m_bytesLeft > 0 ? m_file->size() : qMin(m_position, m_file->size());
 }
 

@@ -7,7 +7,7 @@ namespace {
 
 constexpr int SecondsPerMinute = 60;
 constexpr int SecondsPerHour = 3600;
-// The zones of the world reach from -12 to +14 hours.
+// The time zones of the world are from -12 to +14 hours.
 constexpr int MaximumOffset = 14 * SecondsPerHour;
 
 bool isDigit(char c)
@@ -15,7 +15,7 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-/// Takes a text apart from its beginning.
+/// Reads the parts of a text, one after the other.
 class Scanner
 {
 public:
@@ -57,7 +57,7 @@ public:
         return m_text.mid(start, m_position - start);
     }
 
-    /// A number of one or two digits, a blank before it allowed; -1 if there is none.
+    /// A number of one or two digits, which may follow a blank; -1 if there is none.
     int shortNumber()
     {
         skip(' ');
@@ -84,7 +84,7 @@ std::optional<QDate> scanDate(Scanner& scanner)
     return date.isValid() ? std::optional(date) : std::nullopt;
 }
 
-/// The milliseconds that the digits after the seconds mean.
+/// Converts the digits after the seconds to milliseconds.
 std::optional<int> milliseconds(const QByteArray& fraction)
 {
     Scanner scanner(fraction);
@@ -154,7 +154,7 @@ QDateTime localDateTime(const QDate& date, const QTime& time)
     return local.isValid() ? local : date.startOfDay().addMSecs(time.msecsSinceStartOfDay());
 }
 
-/// Whether nothing follows but blanks and the colons between them, as for an unknown time.
+/// Whether only blanks follow, and colons between them. Cameras write these for an unknown time.
 bool isBlankTime(Scanner scanner)
 {
     while (scanner.skipAnyOf(" :")) { }

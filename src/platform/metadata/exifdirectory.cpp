@@ -10,7 +10,7 @@ namespace {
 
 using Order = ByteReader::Order;
 
-// The tags' numbers, from the Exif and TIFF standards.
+// The numbers of the tags, from the Exif and TIFF standards.
 enum Tag : quint16 {
     Orientation = 0x0112,
     DateTime = 0x0132,
@@ -28,7 +28,7 @@ enum Tag : quint16 {
     SubSecTimeDigitized = 0x9292
 };
 
-// The value types' numbers. Texts are Ascii, but some writers call them bytes.
+// The numbers of the types of values. Texts have the type Ascii, but some programs write Byte.
 enum Type : quint16 { Byte = 1, Ascii = 2, Short = 3, Long = 4, Undefined = 7, Directory = 13 };
 
 constexpr int CountSize = 2;
@@ -52,18 +52,18 @@ public:
 
     QByteArray readThumbnail()
     {
-        // The block that JPEG files have is shorter; others claim what they like.
+        // In JPEG files, the block is shorter. In other files, it may claim any length.
         constexpr quint32 maximumThumbnail = 256 * 1024;
         const quint32 main = mainDirectory();
         if (main == 0) {
             return {};
         }
-        // Only what the directory after the main one says of a thumbnail is meant here.
+        // Only the thumbnail of the directory after the main one counts.
         readDirectory(directoryAfter(main));
         if (m_thumbnailOffset == 0 || m_thumbnailLength > maximumThumbnail) {
             return {};
         }
-        // Cut off by the end of the file, it would show a part of the picture.
+        // A thumbnail that is cut off by the end of the file would show only a part of the picture.
         const QByteArray thumbnail = bytes(m_thumbnailOffset, m_thumbnailLength);
         return quint32(thumbnail.size()) == m_thumbnailLength ? thumbnail : QByteArray();
     }
@@ -74,10 +74,10 @@ private:
         quint16 tag;
         quint16 type;
         quint32 count;
-        QByteArray value; // four bytes: the value, or where it stands
+        QByteArray value; // four bytes: the value, or its position
     };
 
-    /// The bytes at `offset` of the block, fewer where it ends before.
+    /// The bytes at `offset` of the block, or fewer if the block ends earlier.
     QByteArray bytes(quint32 offset, qint64 length) { return m_block.read(m_file, offset, length); }
 
     /// The offset of the main directory; 0 if the block does not begin with a TIFF header.
@@ -103,7 +103,7 @@ private:
 
     void readDirectory(quint32 offset)
     {
-        // Cameras write some 50 entries at most, raw pictures 100.
+        // Cameras write about 50 entries at most, and raw pictures have about 100.
         constexpr int maximumEntries = 512;
         if (offset == 0) {
             return;
@@ -187,7 +187,7 @@ private:
             return;
         }
         const QByteArray value = bytes(ByteReader(entry.value, m_order).u32(), length);
-        // Cut off by the end of the file, a text would mean something else.
+        // A text that is cut off by the end of the file would have another meaning.
         *text = value.size() == length ? value : QByteArray();
     }
 

@@ -21,9 +21,9 @@ struct ExifTags
     ExifDateTags original;
     ExifDateTags digitized;
     ExifDateTags modified;
-    /// The orientation's number, 0 if there is none.
+    /// The number of the orientation; 0 if there is none.
     quint32 orientation = 0;
-    /// The XMP packet, which TIFF files hold in a tag.
+    /// The XMP packet, which a tag of TIFF files contains.
     TagBlock xmp;
 };
 
@@ -32,6 +32,6 @@ struct ExifTags
 /// claims. If a tag appears twice, the first one counts.
 ExifTags readExifTags(WindowedFile& file, const TagBlock& block);
 
-/// The small picture that cameras put into the block for viewers: the bytes of a JPEG file, in the
-/// orientation of the pixels that are stored. Empty if there is none.
+/// The thumbnail that cameras write into the block: the bytes of a JPEG file, with the same
+/// orientation as the stored pixels. Empty if there is none.
 QByteArray readExifThumbnail(WindowedFile& file, const TagBlock& block);

@@ -19,7 +19,7 @@ struct Screen
 {
     int width = 0;
     int height = 0;
-    /// Where the blocks begin.
+    /// The offset of the first block.
     qint64 end = 0;
 };
 
@@ -36,7 +36,7 @@ std::optional<Screen> readScreen(WindowedFile& file)
     return reader.isGood() ? std::make_optional(screen) : std::nullopt;
 }
 
-/// Whether the first block of an extension is as long as it has to be.
+/// Whether the first block of an extension has the required length.
 bool isExtension(quint8 label, quint8 firstLength)
 {
     constexpr quint8 graphicControl = 0xf9;
@@ -52,7 +52,7 @@ bool isExtension(quint8 label, quint8 firstLength)
     return true;
 }
 
-/// Where what follows the extension at `offset` begins; nothing if the file ends before.
+/// The offset after the extension at `offset`; nothing if the file ends before.
 std::optional<qint64> endOfExtension(WindowedFile& file, qint64 offset)
 {
     constexpr int headSize = 2;
@@ -75,7 +75,7 @@ std::optional<qint64> endOfExtension(WindowedFile& file, qint64 offset)
     }
 }
 
-/// One side of the picture. Screens that are much larger than the first frame are not believed.
+/// One side of the picture. If the screen is much larger than the first frame, it does not count.
 int sideOf(int screen, int frameStart, int frame)
 {
     constexpr int smallFrame = 200;

@@ -20,6 +20,6 @@ std::optional<QSize> tiffSize(WindowedFile& file);
 std::optional<QSize> gifSize(WindowedFile& file);
 std::optional<QSize> bmpSize(WindowedFile& file);
 std::optional<QSize> pnmSize(WindowedFile& file);
-/// Of HEIF and AVIF pictures: the size of the main picture as it is stored, before it is turned.
+/// The size of the main picture of a HEIF or AVIF file, as it is stored, before it is turned.
 std::optional<QSize> heifSize(WindowedFile& file);
 /// @}

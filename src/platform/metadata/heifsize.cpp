@@ -10,7 +10,7 @@
 
 namespace {
 
-// Tables take some bytes for each tile of a picture.
+// The limit for tables, which have some bytes for each tile of a picture.
 constexpr qint64 MaximumTable = 0x40000;
 constexpr int VersionAndFlags = 4;
 
@@ -19,7 +19,7 @@ QByteArray readTable(WindowedFile& file, const FileRange& range)
     return file.read(range.offset, int(qMin(range.length, MaximumTable)));
 }
 
-/// The number of the main picture, which stands in the box "pitm".
+/// The number of the main picture, from the box "pitm".
 std::optional<quint32> mainItem(WindowedFile& file, const FileRange& box)
 {
     ByteReader reader(readTable(file, box));
@@ -29,11 +29,11 @@ std::optional<quint32> mainItem(WindowedFile& file, const FileRange& box)
     return reader.isGood() ? std::make_optional(item) : std::nullopt;
 }
 
-/// The numbers of the properties that an item has, from the box "ipma". They count from 1.
+/// The numbers of the properties of an item, from the box "ipma". They begin with 1.
 QVector<int> propertiesOf(quint32 item, const QByteArray& associations)
 {
     constexpr quint8 longNumbers = 1;
-    constexpr quint8 shortNumber = 0x7f; // without the bit of a property that must be known
+    constexpr quint8 shortNumber = 0x7f; // without the bit for essential properties
     constexpr quint16 longNumber = 0x7fff;
     ByteReader reader(associations);
     const quint8 version = reader.u8();
@@ -55,7 +55,7 @@ QVector<int> propertiesOf(quint32 item, const QByteArray& associations)
 std::optional<QSize> extents(WindowedFile& file, const FileRange& property)
 {
     constexpr int length = 12;
-    constexpr quint32 largestSide = 1000000; // as for PNG files
+    constexpr quint32 largestSide = 1000000; // the same as for PNG files
     ByteReader reader(file.read(property.offset, length));
     reader.take(VersionAndFlags);
     const quint32 width = reader.u32();

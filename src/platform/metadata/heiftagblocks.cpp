@@ -12,7 +12,8 @@
 
 namespace {
 
-// The box that describes the items takes some 10 KB for a picture of a hundred tiles.
+// The limit for the box that describes the items. It has about 10 KB for a picture of a hundred
+// tiles.
 constexpr qint64 MaximumDescription = 0x40000;
 
 QByteArray readDescription(WindowedFile& file, const FileRange& range)
@@ -20,7 +21,7 @@ QByteArray readDescription(WindowedFile& file, const FileRange& range)
     return file.read(range.offset, int(qMin(range.length, MaximumDescription)));
 }
 
-/// The numbers of the items that hold tags.
+/// The numbers of the items with tags.
 struct TagItems
 {
     std::optional<quint32> exif;
@@ -67,14 +68,14 @@ TagItems findItems(WindowedFile& file, const FileRange& itemInformation)
     return items;
 }
 
-/// Where an item stands: its one piece, in the file or in the box "idat" beside the description.
+/// The position of an item that is in one piece, in the file or in the box "idat".
 struct ItemPlace
 {
     enum class Origin { File, DataBox } origin = Origin::File;
     FileRange range;
 };
 
-/// Reads the box "iloc", a list of items with the pieces of each.
+/// Reads the box "iloc", which lists the pieces of each item.
 class ItemLocations
 {
 public:
@@ -92,7 +93,7 @@ public:
         m_count = number();
     }
 
-    /// The place of the item, if it stands in one piece in this file.
+    /// The position of the item, if it is in one piece in this file.
     std::optional<ItemPlace> find(quint32 id)
     {
         for (quint32 i = 0; i < m_count && m_reader.isGood(); ++i) {
@@ -139,7 +140,7 @@ private:
     quint32 m_count = 0;
 };
 
-/// The bytes of the item, cut to what contains them.
+/// The range of the item, limited to the range that contains it.
 FileRange itemRange(
     WindowedFile& file, const FileRange& description, const QByteArray& locations,
     std::optional<quint32> id)
@@ -158,7 +159,7 @@ FileRange itemRange(
     return {origin.offset + place->range.offset, qMin(place->range.length, available)};
 }
 
-/// Steps over the head of an Exif item, which says how far after it the directories begin.
+/// Skips the head of an Exif item, which gives the distance to the directories.
 FileRange withoutItemHead(WindowedFile& file, const FileRange& item)
 {
     constexpr int headSize = 4;

@@ -10,10 +10,11 @@ namespace {
 
 constexpr int LengthSize = 2;
 
-/// The place of the marker's code at `offset` or shortly after it, and -1 if there is none.
+/// The offset of the code of the marker at `offset` or shortly after it; -1 if there is none.
 int findMarker(WindowedFile& file, qint64 offset, bool* isPadded)
 {
-    // Some writers leave a few bytes between the segments. More of them are no picture any more.
+    // Some programs write a few bytes between the segments. With more bytes, the file is not a
+    // picture.
     constexpr int maximumPadding = 256;
     const QByteArray bytes = file.read(offset, maximumPadding);
     int position = bytes.indexOf('\xff');
@@ -32,7 +33,7 @@ std::optional<JpegSegment> jpegSegmentAt(WindowedFile& file, qint64 offset)
     JpegSegment segment;
     QByteArray bytes = file.read(offset, headSize);
     int position = 1;
-    // Nearly all segments begin where the ones before end.
+    // Nearly all segments begin where the segment before ends.
     if (!bytes.startsWith('\xff') || (bytes.size() > 1 && bytes.at(1) == '\xff')) {
         position = findMarker(file, offset, &segment.isPadded);
         if (position < 0) {
@@ -43,7 +44,7 @@ std::optional<JpegSegment> jpegSegmentAt(WindowedFile& file, qint64 offset)
     ByteReader head(bytes);
     head.u8();
     segment.marker = head.u8();
-    const int length = head.u16() - LengthSize; // It counts itself.
+    const int length = head.u16() - LengthSize; // The length includes itself.
     if (!head.isGood() || length < 0) {
         return {};
     }

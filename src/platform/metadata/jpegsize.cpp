@@ -41,7 +41,7 @@ bool hasHuffmanTables(ByteReader segment, int end)
 {
     constexpr int codeLengths = 16;
     constexpr int maximumCodes = 256;
-    constexpr quint8 coefficients = 0x10; // of these, instead of the mean values
+    constexpr quint8 coefficients = 0x10; // the bit for coefficients other than the mean values
     while (segment.isGood() && segment.position() < end) {
         const quint8 head = segment.u8();
         int codes = 0;
@@ -56,16 +56,16 @@ bool hasHuffmanTables(ByteReader segment, int end)
     return segment.isGood();
 }
 
-/// The frame that a picture is coded in.
+/// The frame of a picture.
 struct Frame
 {
     QSize size;
-    QByteArray components; // the number of each
+    QByteArray components; // their numbers
 };
 
 std::optional<Frame> readFrame(ByteReader segment, int end)
 {
-    constexpr int largestSide = 65500; // the decoder's
+    constexpr int largestSide = 65500; // the limit of the decoder
     constexpr int samplePrecision = 8;
     constexpr int maximumSampling = 4;
     const quint8 precision = segment.u8();
@@ -107,7 +107,7 @@ bool isScanOf(const Frame& frame, ByteReader segment, int end)
     return segment.isGood() && segment.position() == end && isKnown;
 }
 
-/// Goes through what the decoder reads before the pixels.
+/// Reads the segments that the decoder reads before the pixels.
 class HeaderWalk
 {
 public:
@@ -144,7 +144,7 @@ private:
         return ByteReader(m_file.read(segment.content.offset, length(segment)));
     }
 
-    /// Whether it is one that is known, and in order.
+    /// Whether the segment is known and correct.
     bool take(const JpegSegment& segment)
     {
         constexpr int intervalSize = 2;
@@ -164,7 +164,7 @@ private:
         case RestartInterval:
             return length(segment) == intervalSize;
         }
-        // These are passed over unread, thumbnails and profiles among them.
+        // The content of these segments is not read. Thumbnails and profiles are among them.
         return (segment.marker >= FirstApplication && segment.marker <= LastApplication)
             || segment.marker == Comment;
     }

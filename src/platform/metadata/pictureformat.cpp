@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Also in the form for large files, which has another number in its head.
+/// A file can also have the form for large files, which has another number in its head.
 bool isTiff(const QByteArray& start)
 {
     const QByteArray head = start.left(4);
@@ -22,8 +22,8 @@ bool isPnm(const QByteArray& start)
         && blanks.contains(start.at(2));
 }
 
-/// What a brand in the head of an ISO media file says about its pictures. Brands of structure are
-/// shared by both formats, and by neither.
+/// The format of the pictures that a brand in the head of an ISO media file means. Brands for the
+/// structure of a file mean no format.
 PictureFormat formatOfBrand(const QByteArray& brand)
 {
     if (brand == "avif" || brand == "avis") {
@@ -33,7 +33,7 @@ PictureFormat formatOfBrand(const QByteArray& brand)
     return isHevc ? PictureFormat::Heif : PictureFormat::Unknown;
 }
 
-/// The format of an ISO media file: that of the first brand that names one.
+/// The format of an ISO media file, which is the format of its first brand that means one.
 PictureFormat mediaFormat(const QByteArray& start)
 {
     ByteReader box(start);
@@ -58,7 +58,8 @@ PictureFormat mediaFormat(const QByteArray& start)
 
 PictureFormat pictureFormat(const QByteArray& start)
 {
-    // The third byte begins the first marker. Without it the file is no picture that anyone reads.
+    // The third byte is the first byte of the first marker. Without it, no program reads the file
+    // as a picture.
     if (start.startsWith("\xff\xd8\xff")) {
         return PictureFormat::Jpeg;
     }

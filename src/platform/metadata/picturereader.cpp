@@ -2,6 +2,7 @@
 #include "picturereader.h"
 
 #include "boundedfile.h"
+#include "pngchunks.h"
 
 #include <QBuffer>
 #include <QByteArray>
@@ -14,19 +15,19 @@
 
 namespace {
 
-/// What `ask` gets from a decoder; `none` if there is no memory for it.
+/// The result of `ask`, which calls a decoder; `none` if there is not enough memory.
 template <typename Value, typename Ask>
 Value answer(const Value& none, Ask ask)
 {
     try {
         return ask();
     } catch (const std::bad_alloc&) {
-        // Some of the reader's plugins hold a whole file in memory.
+        // Some plugins keep a whole file in memory.
         return none;
     }
 }
 
-/// The height that a BMP file says with a negative one: that its rows stand from top to bottom.
+/// The height of a BMP file. A negative one means that the rows go from top to bottom.
 int heightOfRows(int height)
 {
     return height > std::numeric_limits<int>::min() ? qAbs(height) : 0;
@@ -63,20 +64,29 @@ PictureReader::PictureReader(const QByteArray& content)
 
 PictureReader::~PictureReader() = default;
 
-/// Gives the reader the decoder of the picture's format, if that is one which may be read.
+/// Sets the decoder of the picture's format, if pictures of this format may be read.
 void PictureReader::openPicture()
 {
     if (m_device->isOpen()) {
         m_format = pictureFormat(m_device->peek(PictureSignatureSize));
     }
-    // Without a name and without detection there is no decoder that the reader could ask.
+    // Without a name and without detection, the reader uses no decoder.
     m_reader.setAutoDetectImageFormat(false);
     m_reader.setFormat(decoderName(m_format));
     m_reader.setDevice(m_device.get());
 }
 
+/// Whether the decoder would take memory for what the picture does not have.
+bool PictureReader::claimsTooMuch(PngChunks chunks, qint64 limit) const
+{
+    return m_format == PictureFormat::Png && hasOverlongChunk(m_device.get(), chunks, limit);
+}
+
 QSize PictureReader::size() const
 {
+    if (claimsTooMuch(PngChunks::BeforePixels, HeaderLimit)) {
+        return {};
+    }
     QSize size = answer(QSize(), [&] { return m_reader.size(); });
     if (m_format == PictureFormat::Bmp) {
         size.setHeight(heightOfRows(size.height()));
@@ -88,6 +98,9 @@ QImage PictureReader::read()
 {
     if (m_file) {
         m_file->allow(PictureLimit);
+    }
+    if (claimsTooMuch(PngChunks::All, PictureLimit)) {
+        return {};
     }
     return answer(QImage(), [&] { return m_reader.read(); });
 }

@@ -15,6 +15,7 @@ class QIODevice;
 class QRect;
 class QString;
 class RegularFile;
+enum class PngChunks;
 
 /// Reads a picture that may be hostile. All pictures must be decoded and measured with this class.
 ///
@@ -59,6 +60,7 @@ public:
 private:
     explicit PictureReader(std::unique_ptr<BoundedFile> file);
     void openPicture();
+    bool claimsTooMuch(PngChunks chunks, qint64 limit) const;
 
     BoundedFile* m_file = nullptr; // m_device, unless that is a buffer
     std::unique_ptr<QIODevice> m_device;

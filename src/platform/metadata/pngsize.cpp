@@ -25,7 +25,7 @@ struct Chunk
     FileRange content;
 
     qint64 end() const { return content.end() + ChecksumSize; }
-    /// Whether a decoder may pass over it.
+    /// Whether a decoder may skip it.
     bool isAncillary() const { return type.at(0) >= 'a'; }
 };
 
@@ -34,10 +34,10 @@ bool isLetter(char c)
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
-/// The chunk at `offset`, if it is one that decoders take as it is.
+/// The chunk at `offset`, if decoders accept it as it is.
 std::optional<Chunk> chunkAt(WindowedFile& file, qint64 offset)
 {
-    constexpr quint32 maximumLength = 8000000; // Decoders have their own ways with longer ones.
+    constexpr quint32 maximumLength = 8000000; // Decoders handle longer chunks in different ways.
     ByteReader head(file.read(offset, HeadSize));
     const quint32 length = head.u32();
     const QByteArray type = head.take(TypeSize);
@@ -48,7 +48,8 @@ std::optional<Chunk> chunkAt(WindowedFile& file, qint64 offset)
     return Chunk{type, {offset + HeadSize, length}};
 }
 
-/// The content of a chunk that decoders check, if it has `maximum` bytes at most and is whole.
+/// The content of a chunk whose checksum is correct, if it is complete and has at most `maximum`
+/// bytes.
 std::optional<QByteArray> checkedContent(WindowedFile& file, const Chunk& chunk, int maximum)
 {
     const auto length = int(qMin<qint64>(chunk.content.length, maximum + 1));
@@ -65,7 +66,7 @@ std::optional<QByteArray> checkedContent(WindowedFile& file, const Chunk& chunk,
     return bytes.mid(TypeSize, length);
 }
 
-/// The forms of pixels, by their numbers in the file.
+/// The numbers of the pixel formats.
 enum ColorType : quint8 { Gray = 0, Rgb = 2, Palette = 3, GrayAlpha = 4, RgbAlpha = 6 };
 
 bool isPossibleDepth(quint8 colorType, quint8 depth)
@@ -93,7 +94,7 @@ struct Header
 
 std::optional<Header> readHeader(WindowedFile& file)
 {
-    constexpr quint32 largestSide = 1000000; // the decoder's
+    constexpr quint32 largestSide = 1000000; // the limit of the decoder
     const std::optional<Chunk> chunk = chunkAt(file, SignatureSize);
     if (!chunk || chunk->type != "IHDR" || chunk->content.length != HeaderLength) {
         return {};
@@ -120,11 +121,11 @@ bool isPalette(WindowedFile& file, const Chunk& chunk, const Header& header)
     return isAllowed && content && !content->isEmpty() && content->size() % colorSize == 0;
 }
 
-/// Pixels stand in chunks of one length. Tags may follow them, and whoever looks for them passes
-/// the head of each chunk, which is fetched meanwhile.
+/// The pixels are in chunks of one length. Tags may follow them. To find them, a reader needs the
+/// head of each chunk, so these heads are requested now.
 void fetchHeadsOfPixels(WindowedFile& file, const Chunk& first)
 {
-    constexpr int chunks = 64; // half a megabyte of pixels, as most programs write them
+    constexpr int chunks = 64; // half a megabyte of pixels in chunks of the usual size
     const qint64 length = first.end() - first.content.offset + HeadSize;
     for (int i = 0; i < chunks && first.end() + i * length < file.size(); ++i) {
         file.fetch(first.end() + i * length, HeadSize);
@@ -138,7 +139,7 @@ std::optional<QSize> pngSize(WindowedFile& file)
     const std::optional<Header> header = readHeader(file);
     qint64 offset = SignatureSize + HeadSize + HeaderLength + ChecksumSize;
     bool hasPalette = false;
-    // The decoder goes on to the pixels before it tells the size.
+    // The decoder gives the size only after it has begun to read the pixels.
     while (const std::optional<Chunk> chunk = header ? chunkAt(file, offset) : std::nullopt) {
         if (chunk->type == "IDAT") {
             fetchHeadsOfPixels(file, *chunk);

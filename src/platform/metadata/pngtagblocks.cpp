@@ -10,10 +10,10 @@
 
 namespace {
 
-/// As many digits as the largest segment of a JPEG file makes, with their line breaks. Whatever a
-/// chunk claims, no more of a text is read or made.
+/// The number of digits for the content of the largest segment of a JPEG file, with line breaks. No
+/// more than this is read or decompressed, whatever a chunk claims.
 constexpr int MaximumText = 0x22000;
-/// So many of a file's texts are decoded at most.
+/// The maximum number of texts of a file that are decoded.
 constexpr int MaximumProfiles = 4;
 
 /// A chunk of text, without its head.
@@ -24,7 +24,7 @@ struct TextChunk
     FileRange text;
 };
 
-/// The chunk of the type with the content `range`; one without a keyword if that is damaged.
+/// The chunk of this type with the content `range`. A damaged chunk has no keyword.
 TextChunk readTextChunk(WindowedFile& file, const QByteArray& type, const FileRange& range)
 {
     constexpr qint64 maximumHead = 256;
@@ -44,7 +44,7 @@ TextChunk readTextChunk(WindowedFile& file, const QByteArray& type, const FileRa
     return head.isGood() ? chunk : TextChunk();
 }
 
-/// What `compressed` begins with when it is inflated, up to MaximumText bytes.
+/// Decompresses the beginning of `compressed`, up to MaximumText bytes.
 QByteArray inflatedStart(QByteArray compressed)
 {
     z_stream stream = {};
@@ -56,14 +56,14 @@ QByteArray inflatedStart(QByteArray compressed)
     stream.avail_in = static_cast<uInt>(compressed.size());
     stream.next_out = reinterpret_cast<Bytef*>(text.data());
     stream.avail_out = static_cast<uInt>(text.size());
-    // However it ends: what a cut or damaged text begins with may do.
+    // The status does not matter, because the beginning of a damaged text may be enough.
     static_cast<void>(inflate(&stream, Z_SYNC_FLUSH));
     text.truncate(int(stream.total_out));
     static_cast<void>(inflateEnd(&stream));
     return text;
 }
 
-/// What a text with the keyword holds.
+/// The kind of block that a text with this keyword has.
 enum class ProfileKind { None, Segment, Exif, Xmp };
 
 ProfileKind profileKind(const QByteArray& keyword)
@@ -79,8 +79,7 @@ ProfileKind profileKind(const QByteArray& keyword)
     return lowered == prefix + "xmp" ? ProfileKind::Xmp : ProfileKind::None;
 }
 
-/// The bytes of a text that has a line with a name, one with the number of bytes, and lines of
-/// digits.
+/// The bytes of a text with these lines: a name, the number of bytes, and digits.
 QByteArray profileBytes(const QByteArray& text)
 {
     int name = 0;
@@ -96,7 +95,7 @@ QByteArray profileBytes(const QByteArray& text)
     return QByteArray::fromHex(text.mid(digits)).left(qMax(size, 0));
 }
 
-/// A text that may hold a block.
+/// A text that may contain a block.
 struct Profile
 {
     ProfileKind kind;
@@ -128,7 +127,7 @@ void takeProfile(WindowedFile& file, const Profile& profile, TagBlocks* blocks)
     }
 }
 
-/// Reads the chunks of a PNG file that matter, in their order.
+/// Reads the chunks of a PNG file that can have tags, in their order.
 class ChunkReader
 {
 public:
@@ -153,7 +152,7 @@ public:
             take(type, {offset + headSize, length});
             offset += headSize + length + checksumSize;
         }
-        // Last, since the chunks that the format has for tags are believed first.
+        // These come last, because the chunks for tags have priority.
         for (const Profile& profile : m_profiles) {
             if (!m_blocks.isComplete()) {
                 takeProfile(m_file, profile, &m_blocks);
@@ -174,13 +173,13 @@ private:
 
     void takeText(const QByteArray& type, const TextChunk& chunk)
     {
-        // The format's rules for XMP rule compression out.
+        // The rules for XMP in PNG files forbid compression.
         if (type == "iTXt" && chunk.keyword == "XML:com.adobe.xmp" && !chunk.isCompressed) {
             m_blocks.takeXmp(chunk.text);
         } else if (
             profileKind(chunk.keyword) != ProfileKind::None
             && m_profiles.size() < MaximumProfiles) {
-            // Read at once: the reads that the file allows may be used up at its end.
+            // It is read now, because all reads that the file allows may be used up at its end.
             m_profiles.push_back(readProfile(m_file, chunk));
         }
     }

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Reads the numbers in the text with which a file begins.
+/// Reads the numbers at the beginning of a file.
 class NumberReader
 {
 public:
@@ -57,9 +57,9 @@ private:
 
 std::optional<QSize> pnmSize(WindowedFile& file)
 {
-    constexpr int maximumHeader = 1024; // with its comments
+    constexpr int maximumHeader = 1024; // including comments
     constexpr int kindSize = 3;
-    constexpr int largestSide = 32767; // the decoder's
+    constexpr int largestSide = 32767; // the limit of the decoder
     constexpr int maximumValue = 65535;
     const QByteArray start = file.read(0, maximumHeader);
     const char kind = start.size() > kindSize ? start.at(1) : '\0';

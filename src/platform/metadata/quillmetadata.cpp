@@ -47,8 +47,8 @@ QDateTime timestampOf(const XmpTags& tags)
 
 QByteArray readPacket(WindowedFile& file, const TagBlock& block)
 {
-    // What a segment of a JPEG file can carry. The parser's time grows with the square of the size,
-    // to 0.2 s at this one.
+    // The size of the largest segment of a JPEG file. The time of the parser grows with the square
+    // of the size, and is 0.2 s for this size.
     constexpr qint64 maximumPacket = 0xffff;
     return block.length() <= maximumPacket ? block.read(file, 0, block.length()) : QByteArray();
 }

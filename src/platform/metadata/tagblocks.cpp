@@ -20,7 +20,7 @@ const QByteArray& exifPrefix()
     return prefix;
 }
 
-/// Steps over the prefix of JPEG files, which some writers put into the files of other kinds too.
+/// Skips the prefix that JPEG files have. Some programs also write it into other files.
 TagBlock withoutExifPrefix(WindowedFile& file, const TagBlock& block)
 {
     const int size = exifPrefix().size();
@@ -50,7 +50,7 @@ TagBlocks findInWebP(WindowedFile& file)
     constexpr int headSize = 8;
     constexpr int firstChunk = 12;
     TagBlocks blocks;
-    // Only the extended form, which begins with this chunk, has room for tags.
+    // Only the extended form, which begins with this chunk, can have tags.
     if (file.read(firstChunk, 4) != "VP8X") {
         return blocks;
     }

@@ -34,7 +34,7 @@ public:
 
     /// The part of this block from `offset` on. Empty if the block ends before `offset`.
     TagBlock from(qint64 offset) const;
-    /// The first `length` bytes of this block, fewer where it ends before.
+    /// The first `length` bytes of this block, or fewer if it ends earlier.
     TagBlock first(qint64 length) const;
 
 private:

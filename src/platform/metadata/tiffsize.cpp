@@ -13,7 +13,7 @@ namespace {
 
 using Order = ByteReader::Order;
 
-// The tags' and the value types' numbers, from the TIFF standard.
+// The numbers of the tags and of the types of values, from the TIFF standard.
 enum Tag : quint16 {
     ImageWidth = 0x0100,
     ImageLength = 0x0101,
@@ -29,7 +29,7 @@ enum Tag : quint16 {
 };
 enum Type : quint16 { Byte = 1, Short = 3, Long = 4, LastType = 12 };
 
-/// How many bytes a value of each type takes, from 1 on.
+/// The number of bytes of a value, for each type from 1 on.
 constexpr std::array<int, LastType> TypeSizes{1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8};
 
 constexpr int EntrySize = 12;
@@ -40,10 +40,10 @@ struct Entry
     quint16 tag = 0;
     quint16 type = 0;
     quint32 count = 0;
-    QByteArray value; // four bytes: the value, or where it stands
+    QByteArray value; // four bytes: the value, or its position
 };
 
-/// Reads the first directory, whose picture is the one that is shown.
+/// Reads the first directory, which describes the picture that programs show.
 class DirectoryReader
 {
 public:
@@ -63,7 +63,7 @@ public:
         if (count > maximumEntries) {
             return {};
         }
-        // Decoders also want to be told where the next directory stands.
+        // Decoders also need the position of the next directory.
         const int length = count * EntrySize + ValueSize;
         ByteReader entries(m_file.read(offset + countSize, length), m_order);
         for (int i = 0; i < count; ++i) {
@@ -79,7 +79,7 @@ public:
     }
 
 private:
-    /// Whether it follows the one before, and its value is in the file and of the right kind.
+    /// Whether the entry is in order, and its value is in the file and has the right type.
     bool take(const Entry& entry)
     {
         if (entry.tag <= m_lastTag || entry.type < Byte || entry.type > LastType) {
@@ -130,7 +130,7 @@ private:
         return entry.type == Short ? value.u16() : value.u32();
     }
 
-    /// Takes the value of an entry that is one number from 1 to `largest`.
+    /// Reads the value of an entry if it is one number from 1 to `largest`.
     bool takeNumber(const Entry& entry, quint32 largest, quint32* value) const
     {
         *value = isNumber(entry) ? number(entry) : 0;
@@ -145,7 +145,7 @@ private:
         return number(entry) >= 1 && number(entry) <= largest;
     }
 
-    /// Whether all samples of a pixel have the same number of bits, which is a usual one.
+    /// Whether all samples of a pixel have the same, usual number of bits.
     bool hasOneDepth(const Entry& entry, qint64 offset)
     {
         if (entry.count > MaximumSamples) {
@@ -161,7 +161,7 @@ private:
         return depths.isGood() && isEqual;
     }
 
-    /// Whether the entries are those of a picture in strips, and agree with each other.
+    /// Whether the entries describe a picture in strips and agree with each other.
     bool isWhole() const
     {
         if (m_width == 0 || m_height == 0 || m_rows == 0) {
@@ -171,7 +171,7 @@ private:
         return m_depths == m_samples && m_strips == strips && m_stripSizes == strips;
     }
 
-    // The largest sides of which decoders can count the pixels of a row or of the picture.
+    // With larger sides, decoders cannot count the pixels of a row or of the picture.
     static constexpr quint32 LargestSide = 1000000;
     static constexpr quint32 MaximumSamples = 4;
 
@@ -194,7 +194,7 @@ std::optional<QSize> tiffSize(WindowedFile& file)
     const QByteArray head = file.read(0, 4);
     const bool isLittleEndian = head == QByteArrayLiteral("II*\0");
     if (!isLittleEndian && head != QByteArrayLiteral("MM\0*")) {
-        return {}; // The form for large files has other directories.
+        return {}; // The form for large files has different directories.
     }
     return DirectoryReader(file, isLittleEndian ? Order::LittleEndian : Order::BigEndian).size();
 }

@@ -25,10 +25,10 @@ QSize sizeOf(quint32 width, quint32 height)
     return {int(width), int(height)};
 }
 
-/// From the head of a picture in the lossy form, in a chunk of so many bytes.
+/// The size from the head of a picture in the lossy form, in a chunk of this length.
 std::optional<QSize> lossySize(const QByteArray& content, qint64 length)
 {
-    constexpr int sideBits = 0x3fff; // The others say how to scale what is shown.
+    constexpr int sideBits = 0x3fff; // The other bits say how to scale the picture.
     constexpr quint32 notAKeyFrame = 1;
     constexpr quint32 maximumProfile = 3;
     ByteReader reader(content, Order::LittleEndian);
@@ -47,7 +47,7 @@ std::optional<QSize> lossySize(const QByteArray& content, qint64 length)
     return size;
 }
 
-/// From the head of a picture in the lossless form.
+/// The size from the head of a picture in the lossless form.
 std::optional<QSize> losslessSize(const QByteArray& content)
 {
     constexpr quint8 losslessSignature = 0x2f;
@@ -63,13 +63,13 @@ std::optional<QSize> losslessSize(const QByteArray& content)
     return sizeOf((bits & sideMask) + 1, ((bits >> sideBits) & sideMask) + 1);
 }
 
-/// From the first chunk of the extended form, which says how large all frames together are. The
-/// next chunk is in a file of which `available` bytes follow.
+/// The size from the first chunk of the extended form, which has the size of the canvas.
+/// `available` bytes of the file follow the head of the next chunk.
 std::optional<QSize> canvasSize(const QByteArray& content, const QByteArray& next, qint64 available)
 {
     constexpr quint8 animationFlag = 0x02;
     constexpr quint64 maximumPixels = 0xffffffff;
-    constexpr quint32 shortChunk = 8; // The decoder looks at what follows a shorter one.
+    constexpr quint32 shortChunk = 8; // After a shorter chunk, the decoder reads further.
     ByteReader reader(content, Order::LittleEndian);
     const quint8 flags = reader.u8();
     u24(reader); // reserved
@@ -94,7 +94,8 @@ std::optional<QSize> webpSize(WindowedFile& file)
     constexpr int size = 4;
     constexpr int heads = RiffHeadSize + size + ChunkHeadSize;
     constexpr int canvasLength = 10;
-    constexpr quint32 maximumLength = 0xfffffff6; // with the head of a chunk, what four bytes count
+    constexpr quint32 maximumLength =
+        0xfffffff6; // with the head of a chunk, the largest number of four bytes
     ByteReader reader(file.read(0, heads + canvasLength + ChunkHeadSize), Order::LittleEndian);
     reader.take(size);
     const quint32 riffLength = reader.u32();

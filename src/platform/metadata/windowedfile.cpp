@@ -3,16 +3,16 @@
 
 namespace {
 
-// Most pictures show their tags in the first one or two.
+// Most pictures have their tags in the first one or two pages.
 constexpr int PageSize = 4096;
 
-// A picture's tags take some 30 reads. What needs many is a PNG file with its tags after the
-// pixels, which stand in chunks of 8 KiB and more: this reaches through 160 MB of them in some 10
-// ms.
+// Reading the tags of a picture takes about 30 reads. Only a PNG file with its tags after the
+// pixels needs many. Pixels are in chunks of 8 KiB and more, so this limit suffices for 160 MB of
+// them, in about 10 ms.
 constexpr int MaximumReads = 20000;
 
-// Tags, and the sizes of pictures without a thumbnail, stand in the first two pages. A thumbnail
-// often fills several more, of which none is read.
+// The tags, and the size of a picture without a thumbnail, are in the first two pages. A thumbnail
+// often fills several further pages, which are not read.
 constexpr qint64 HeaderSize = qint64(8) * 1024;
 
 } // namespace
@@ -45,7 +45,8 @@ QByteArray WindowedFile::read(qint64 offset, int length)
 
 void WindowedFile::fill(qint64 offset, int length)
 {
-    // Whole pages: the system reads no others, and these may have been fetched.
+    // Only whole pages are read, because the kernel reads whole pages, and they may have been
+    // requested before.
     const int lead = int(offset % PageSize);
     const int pages = (lead + length + PageSize - 1) / PageSize;
     m_window.reserve(PageSize);

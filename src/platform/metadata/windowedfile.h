@@ -9,29 +9,29 @@
 
 /// Reads small pieces of a regular file by position.
 ///
-/// Small pieces that lie close together cost one read. The number of reads is limited, so that a
-/// walk through the parts of a hostile file ends soon: after the limit the file reads as if it had
+/// Small pieces that are close together cost one read. The number of reads is limited, so that
+/// reading the parts of a hostile file ends soon: after the limit, the file behaves as if it had
 /// ended.
 class WindowedFile
 {
 public:
-    /// Opens the file at the local path `path`; a file that cannot be opened has the size 0.
+    /// Opens the file at the local path `path`. A file that cannot be opened has the size 0.
     explicit WindowedFile(const QString& path);
 
-    /// Whether there is such a file and it may be read.
+    /// Whether the file exists and may be read.
     bool isOpen() const { return m_file->isOpen(); }
     /// The size in bytes at the time of opening.
     qint64 size() const { return m_file->size(); }
-    /// The open file, for others that read it.
+    /// The open file, for other readers.
     std::shared_ptr<const RegularFile> file() const { return m_file; }
 
-    /// Has the system fetch from the disk what headers take, and nothing else. Some time later they
-    /// can be read without waiting.
+    /// Requests the part of the file from the disk that usually has the headers, and nothing else.
+    /// Some time later, it can be read without waiting.
     void fetchHeader() const;
-    /// Has the system fetch some bytes that are to be read later, without waiting for them.
+    /// Requests some bytes from the disk that will be read later, without waiting for them.
     void fetch(qint64 offset, int length) const { m_file->fetch(offset, length); }
 
-    /// The `length` bytes at `offset`, fewer where the file ends before, none on an error.
+    /// The `length` bytes at `offset`, or fewer if the file ends earlier, and none on an error.
     QByteArray read(qint64 offset, int length);
 
 private:

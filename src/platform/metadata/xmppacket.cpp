@@ -21,8 +21,8 @@ QByteArray text(const Exiv2::XmpData& data, const char* key)
     return position == data.end() ? QByteArray() : QByteArray::fromStdString(position->toString());
 }
 
-/// Whether the packet can hold a tag of ours. Most packets hold none, and a look at them is much
-/// cheaper than parsing.
+/// Whether the packet can contain one of our tags. Most packets do not, and searching is much
+/// faster than parsing.
 bool mentionsTags(const QByteArray& packet)
 {
     return packet.contains("DateTimeOriginal") || packet.contains("DateCreated")
@@ -46,6 +46,6 @@ XmpTags readXmpTags(const QByteArray& packet)
             text(data, "Xmp.exif.DateTimeOriginal"), text(data, "Xmp.photoshop.DateCreated"),
             text(data, "Xmp.xmp.CreateDate"), text(data, "Xmp.tiff.Orientation")};
     } catch (const std::exception&) {
-        return {}; // The library's own errors are of this type too.
+        return {}; // The errors of the library have this type, too.
     }
 }

@@ -3,8 +3,8 @@
 
 #include <QByteArray>
 
-/// What an XMP packet says about the time of taking and the orientation, unchecked. Absent texts
-/// are empty.
+/// The values of an XMP packet for the time when the picture was taken and for the orientation,
+/// unchecked. Absent texts are empty.
 struct XmpTags
 {
     QByteArray original; ///< exif:DateTimeOriginal
@@ -13,5 +13,6 @@ struct XmpTags
     QByteArray orientation; ///< tiff:Orientation
 };
 
-/// Reads a packet, XML text in UTF-8. A malformed one has no tags. Use from one thread at a time.
+/// Reads a packet, which is XML text in UTF-8. A malformed packet has no tags. Use it from one
+/// thread at a time.
 XmpTags readXmpTags(const QByteArray& packet);

@@ -13,14 +13,15 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QTest>
+#include <QUuid>
 
-const QString BridgeSession::wallpaperKey =
+const QString BridgeSession::WallpaperKey =
     QStringLiteral("/desktop/zavro/background/portrait/home_picture_filename");
-const QString BridgeSession::highlightKey = QStringLiteral("/desktop/zavro/theme/color/highlight");
-const QString BridgeSession::moodsetKey = QStringLiteral("/desktop/zavro/theme/active_moodset");
-const QString BridgeSession::pictureUriKey =
+const QString BridgeSession::HighlightKey = QStringLiteral("/desktop/zavro/theme/color/highlight");
+const QString BridgeSession::MoodsetKey = QStringLiteral("/desktop/zavro/theme/active_moodset");
+const QString BridgeSession::PictureUriKey =
     QStringLiteral("/org/gnome/desktop/background/picture-uri");
-const QString BridgeSession::accentKey =
+const QString BridgeSession::AccentKey =
     QStringLiteral("/org/gnome/desktop/interface/accent-color");
 
 namespace {
@@ -156,6 +157,11 @@ void BridgeSession::write(const QMap<QString, QString>& keys)
     DconfStore::instance().sync();
 }
 
+void BridgeSession::settleStore()
+{
+    write({{QStringLiteral("/test/fence"), QUuid::createUuid().toString()}});
+}
+
 QString BridgeSession::picture(const QString& name, const QColor& color)
 {
     QImage image(40, 40, QImage::Format_RGB32);
@@ -169,7 +175,7 @@ QString BridgeSession::picture(const QString& name, const QColor& color)
 
 void BridgeSession::setLook(const QString& wallpaper, const QString& highlight)
 {
-    write({{wallpaperKey, wallpaper}, {highlightKey, highlight}, {moodsetKey, wallpaper}});
+    write({{WallpaperKey, wallpaper}, {HighlightKey, highlight}, {MoodsetKey, wallpaper}});
 }
 
 QString BridgeSession::stored(const QString& key)

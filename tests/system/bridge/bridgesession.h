@@ -11,23 +11,23 @@
 
 #include <functional>
 
-/// A user's bridge, and the keys that it follows as the daemon would write them.
+/// A user's bridge, and the keys that it follows, which the test writes as the daemon does.
 ///
-/// The store, the bridge's own files and its configuration are empty at first. Warnings that no one
-/// has taken fail the test. Declare it after the shells and services of the test, so that it ends
-/// first: a shell that ends while the bridge hands something on to it is worth a warning.
+/// The store, the files of the bridge and its configuration are empty at first. Warnings that the
+/// test does not take make it fail. Declare it after the shells and services of the test, so that
+/// it ends first: if a shell ends while the bridge sets something in it, the bridge logs a warning.
 class BridgeSession
 {
 public:
     static constexpr int DeadlineMs = 10000;
 
     /// The keys of the wallpaper, the highlight colour and the active moodset.
-    static const QString wallpaperKey;
-    static const QString highlightKey;
-    static const QString moodsetKey;
-    /// The key that GNOME and Phosh take the picture from, and that of the accent colour.
-    static const QString pictureUriKey;
-    static const QString accentKey;
+    static const QString WallpaperKey;
+    static const QString HighlightKey;
+    static const QString MoodsetKey;
+    /// The key of the picture for GNOME and Phosh, and the key of the accent colour.
+    static const QString PictureUriKey;
+    static const QString AccentKey;
 
     BridgeSession();
     ~BridgeSession();
@@ -37,7 +37,7 @@ public:
     static void configure(const QByteArray& text);
     void setEnvironment(const QString& name, const QString& value);
 
-    /// Starts the bridge, and waits until it has dealt with what the keys say.
+    /// Starts the bridge, and waits until it has handled the present keys.
     Q_REQUIRED_RESULT bool start();
     /// Ends the bridge, and waits for its end.
     void kill();
@@ -47,12 +47,12 @@ public:
 
     /// Runs the bridge's program with these options to its end. Returns the exit status.
     int run(const QStringList& options);
-    /// What the last run() has printed, to both channels.
+    /// The output of the last run(), of both channels.
     QString output() const { return m_output; }
 
-    /// What `--status --json` says of an adapter.
+    /// The status of an adapter in the output of `--status --json`.
     QJsonObject status(const QString& adapter);
-    /// The part of it that tells what was set.
+    /// The part of the status with the values that were set.
     QJsonObject values(const QString& adapter);
     /// Waits until the status of an adapter fulfils the condition.
     Q_REQUIRED_RESULT bool waitForStatus(
@@ -62,14 +62,16 @@ public:
 
     /// Writes keys in one step, as the daemon does; an empty text clears a key.
     static void write(const QMap<QString, QString>& keys);
+    /// Returns when the store has dealt with all that other processes have written by now.
+    static void settleStore();
     /// Writes a small picture with this colour, and gives its path.
     QString picture(const QString& name, const QColor& color);
-    /// Has the keys name a wallpaper and a highlight colour.
+    /// Writes a wallpaper and a highlight colour to the keys.
     static void setLook(const QString& wallpaper, const QString& highlight);
 
     /// A text in the store, as another process reads it; empty if there is none.
     static QString stored(const QString& key);
-    /// The copies that were handed out and are still there.
+    /// The copies of wallpapers that exist.
     static QStringList copies();
     static QString dataFolder();
 
@@ -85,5 +87,5 @@ private:
     int m_warningsTaken = 0;
 };
 
-/// Waits until the condition holds, with the event loop turning; false after the deadline.
+/// Waits until the condition is true, and runs the event loop meanwhile. False after the deadline.
 Q_REQUIRED_RESULT bool waitUntil(const std::function<bool()>& condition);

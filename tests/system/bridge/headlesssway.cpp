@@ -58,7 +58,7 @@ bool HeadlessSway::start(const QByteArray& lines)
     environment.insert(QStringLiteral("WLR_HEADLESS_OUTPUTS"), QStringLiteral("1"));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::MergedChannels);
-    // Its sockets of another run would be taken for those of this one.
+    // Otherwise the sockets of another run would count as those of this run.
     const QStringList old =
         socketsLike(QStringLiteral("sway-ipc.*")) + socketsLike(QStringLiteral("wayland-*"));
     for (const QString& name : old) {

@@ -6,9 +6,9 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// A real sway with one output that no screen shows. It ends with the object.
+/// A real sway with one output that no screen shows. It ends when the object is destroyed.
 ///
-/// It refuses to run as root, so that it runs in a name space in which it is another user.
+/// sway does not run as root, so it runs in a name space in which it is another user.
 class HeadlessSway
 {
 public:
@@ -19,17 +19,17 @@ public:
     ~HeadlessSway();
     Q_DISABLE_COPY_MOVE(HeadlessSway)
 
-    /// The names of programs that are needed and are not installed.
+    /// The names of needed programs that are not installed.
     static QStringList missing();
 
-    /// Starts it, and waits until programs can connect. `lines` are more lines of its
+    /// Starts it, and waits until programs can connect. `lines` are further lines of its
     /// configuration.
     Q_REQUIRED_RESULT bool start(const QByteArray& lines = {});
     void kill();
-    /// Has it read its configuration again.
+    /// Makes it read its configuration again.
     Q_REQUIRED_RESULT bool reload();
 
-    /// The colour in the middle of the output; invalid if it cannot be seen.
+    /// The colour in the middle of the output; invalid if there is no picture of the output.
     QColor middle() const;
     /// The name of its display among the sockets of the runtime directory.
     QString display() const { return m_display; }
@@ -42,5 +42,5 @@ private:
     QString m_display;
 };
 
-/// Whether two colours look alike, after a lossy picture.
+/// Whether two colours are similar, after lossy compression.
 bool isClose(const QColor& one, const QColor& other);

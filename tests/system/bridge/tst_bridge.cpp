@@ -22,10 +22,10 @@ const QString Green = QStringLiteral("#ff209030");
 
 QString handedOut()
 {
-    return QUrl(BridgeSession::stored(BridgeSession::pictureUriKey)).toLocalFile();
+    return QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile();
 }
 
-/// Whether the shell is told to show a copy of the file as it is now.
+/// Whether the shell should show a copy of the present content of the file.
 bool showsCopyOf(const QString& path)
 {
     const QString copyPath = handedOut();
@@ -35,7 +35,7 @@ bool showsCopyOf(const QString& path)
         && file.readAll() == copy.readAll();
 }
 
-/// A shell of GNOME, as far as the bus shows.
+/// Plays the shell of GNOME on the bus.
 class Shell : public PlayedService
 {
 public:
@@ -45,9 +45,25 @@ public:
     }
 };
 
+/// A bridge with a shell, and with a red picture as the wallpaper.
+struct BridgeWithShell
+{
+    /// Starts the shell and the bridge, and waits until the shell should show the picture.
+    Q_REQUIRED_RESULT bool show()
+    {
+        BridgeSession::setLook(picture, Red);
+        return shell.appear() && session.start()
+            && waitUntil([this] { return showsCopyOf(picture); });
+    }
+
+    Shell shell;
+    BridgeSession session;
+    QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
+};
+
 } // namespace
 
-/// What the bridge makes of the daemon's keys, whatever happens to it and its files.
+/// Tests how the bridge handles the daemon's keys, also under bad conditions.
 class BridgeTest : public QObject
 {
     Q_OBJECT
@@ -64,7 +80,7 @@ private Q_SLOTS:
         BridgeSession::setLook(picture, Red);
 
         QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
-        const QString uri = BridgeSession::stored(BridgeSession::pictureUriKey);
+        const QString uri = BridgeSession::stored(BridgeSession::PictureUriKey);
         QVERIFY2(uri.startsWith(QStringLiteral("file:///")), qPrintable(uri));
         const QString background = QStringLiteral("/org/gnome/desktop/background/");
         QCOMPARE(BridgeSession::stored(background + QStringLiteral("picture-uri-dark")), uri);
@@ -74,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(
             BridgeSession::stored(QStringLiteral("/org/gnome/desktop/screensaver/picture-uri")),
             uri);
-        QCOMPARE(BridgeSession::stored(BridgeSession::accentKey), QStringLiteral("red"));
+        QCOMPARE(BridgeSession::stored(BridgeSession::AccentKey), QStringLiteral("red"));
     }
 
     void setsNothingWithoutAShell()
@@ -89,7 +105,7 @@ private Q_SLOTS:
         QVERIFY(session.waitForStatus(Files, [](const QJsonObject& status) {
             return !status.value(QStringLiteral("time")).toString().isEmpty();
         }));
-        QCOMPARE(BridgeSession::stored(BridgeSession::pictureUriKey), QString());
+        QCOMPARE(BridgeSession::stored(BridgeSession::PictureUriKey), QString());
         QVERIFY(!session.status(Gnome).value(QStringLiteral("present")).toBool());
     }
 
@@ -108,20 +124,15 @@ private Q_SLOTS:
 
     void handsOutARewrittenPictureUnderAFreshName()
     {
-        Shell shell;
-        BridgeSession session;
-        QVERIFY(shell.appear());
-        const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
-        BridgeSession::setLook(picture, Red);
-        QVERIFY(session.start());
-        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
+        BridgeWithShell bridge;
+        QVERIFY(bridge.show());
         const QString first = handedOut();
 
-        // As the daemon does: a new file takes the name of the old one, and no key changes.
-        session.picture(QStringLiteral("b.png"), Qt::green);
-        session.folder.rename(QStringLiteral("b.png"), QStringLiteral("a.png"));
+        // The daemon does the same: a new file replaces the old one, and no key changes.
+        bridge.session.picture(QStringLiteral("b.png"), Qt::green);
+        bridge.session.folder.rename(QStringLiteral("b.png"), QStringLiteral("a.png"));
 
-        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
+        QVERIFY(waitUntil([&] { return showsCopyOf(bridge.picture); }));
         QVERIFY(handedOut() != first);
         QVERIFY(waitUntil([&] { return !QFile::exists(first); }));
         QCOMPARE(BridgeSession::copies().size(), 1);
@@ -129,39 +140,29 @@ private Q_SLOTS:
 
     void keepsThePictureWhenColoursChange()
     {
-        Shell shell;
-        BridgeSession session;
-        QVERIFY(shell.appear());
-        const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
-        BridgeSession::setLook(picture, Red);
-        QVERIFY(session.start());
-        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
+        BridgeWithShell bridge;
+        QVERIFY(bridge.show());
         const QString first = handedOut();
 
-        BridgeSession::write({{BridgeSession::highlightKey, Green}});
+        BridgeSession::write({{BridgeSession::HighlightKey, Green}});
 
         QVERIFY(waitUntil([] {
-            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("green");
+            return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("green");
         }));
         QCOMPARE(handedOut(), first);
     }
 
     void keepsTheCopyOfAPictureThatIsDeleted()
     {
-        Shell shell;
-        BridgeSession session;
-        QVERIFY(shell.appear());
-        const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
-        BridgeSession::setLook(picture, Red);
-        QVERIFY(session.start());
-        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
+        BridgeWithShell bridge;
+        QVERIFY(bridge.show());
         const QString first = handedOut();
 
-        session.folder.remove(QStringLiteral("a.png"));
-        BridgeSession::write({{BridgeSession::highlightKey, Green}});
+        bridge.session.folder.remove(QStringLiteral("a.png"));
+        BridgeSession::write({{BridgeSession::HighlightKey, Green}});
 
         QVERIFY(waitUntil([] {
-            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("green");
+            return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("green");
         }));
         QCOMPARE(handedOut(), first);
         QVERIFY(QFile::exists(first));
@@ -177,7 +178,7 @@ private Q_SLOTS:
         session.folder.write(QStringLiteral("a.webp"), "RIFF....WEBPVP8 ");
 
         BridgeSession::write(
-            {{BridgeSession::wallpaperKey, session.folder.path(QStringLiteral("a.webp"))},
+            {{BridgeSession::WallpaperKey, session.folder.path(QStringLiteral("a.webp"))},
              {QStringLiteral("/desktop/zavro/background/portrait/app_picture_filename"), second}});
 
         QVERIFY(waitUntil([&] { return showsCopyOf(second); }));
@@ -205,7 +206,7 @@ private Q_SLOTS:
         BridgeSession::setLook(picture, Red);
 
         QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
-        const QString uri = BridgeSession::stored(BridgeSession::pictureUriKey);
+        const QString uri = BridgeSession::stored(BridgeSession::PictureUriKey);
         QVERIFY2(
             QRegularExpression(QStringLiteral("/wallpaper-[0-9a-z]+\\.png$")).match(uri).hasMatch(),
             qPrintable(uri));
@@ -232,69 +233,62 @@ private Q_SLOTS:
         int applied = 0;
         const QList<QStringList> announcements = watcher.announcements();
         for (const QStringList& keys : announcements) {
-            applied += keys.contains(BridgeSession::pictureUriKey) ? 1 : 0;
+            applied += keys.contains(BridgeSession::PictureUriKey) ? 1 : 0;
         }
-        // The first change may be told at once, and after that only the end of the burst.
+        // The first change may be set at once, and after it only the end of the burst.
         QVERIFY2(applied <= 2, qPrintable(QString::number(applied)));
     }
 
     void restoresWhatTheUserHad()
     {
-        Shell shell;
-        BridgeSession session;
-        QVERIFY(shell.appear());
-        BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///mine.png")}});
-        const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
-        BridgeSession::setLook(picture, Red);
-        QVERIFY(session.start());
-        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
+        BridgeWithShell bridge;
+        BridgeSession::write({{BridgeSession::PictureUriKey, QStringLiteral("file:///mine.png")}});
+        QVERIFY(bridge.show());
 
-        QCOMPARE(session.run({QStringLiteral("--restore")}), 0);
+        QCOMPARE(bridge.session.run({QStringLiteral("--restore")}), 0);
 
-        QVERIFY(session.waitForEnd());
+        QVERIFY(bridge.session.waitForEnd());
         QCOMPARE(
-            BridgeSession::stored(BridgeSession::pictureUriKey),
+            BridgeSession::stored(BridgeSession::PictureUriKey),
             QStringLiteral("file:///mine.png"));
-        QCOMPARE(BridgeSession::stored(BridgeSession::accentKey), QString());
+        QCOMPARE(BridgeSession::stored(BridgeSession::AccentKey), QString());
         QCOMPARE(BridgeSession::copies(), QStringList());
     }
 
     void restoreLeavesWhatTheUserHasChangedSince()
     {
-        Shell shell;
-        BridgeSession session;
-        QVERIFY(shell.appear());
-        const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
-        BridgeSession::setLook(picture, Red);
-        QVERIFY(session.start());
-        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
-        BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///new.png")}});
+        BridgeWithShell bridge;
+        QVERIFY(bridge.show());
+        QCOMPARE(BridgeSession::stored(BridgeSession::AccentKey), QStringLiteral("red"));
+        BridgeSession::write({{BridgeSession::PictureUriKey, QStringLiteral("file:///new.png")}});
 
-        QCOMPARE(session.run({QStringLiteral("--restore")}), 0);
+        QCOMPARE(bridge.session.run({QStringLiteral("--restore")}), 0);
 
         QCOMPARE(
-            BridgeSession::stored(BridgeSession::pictureUriKey), QStringLiteral("file:///new.png"));
-        QCOMPARE(BridgeSession::stored(BridgeSession::accentKey), QString());
+            BridgeSession::stored(BridgeSession::PictureUriKey), QStringLiteral("file:///new.png"));
+        QCOMPARE(BridgeSession::stored(BridgeSession::AccentKey), QString());
     }
 
     void aStartKeepsWhatTheUserHasChosenMeanwhile()
     {
-        Shell shell;
-        BridgeSession session;
-        QVERIFY(shell.appear());
-        const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
-        BridgeSession::setLook(picture, Red);
-        QVERIFY(session.start());
-        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
-        session.kill();
-        BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///new.png")}});
+        BridgeWithShell bridge;
+        QVERIFY(bridge.show());
+        bridge.session.kill();
+        BridgeSession::write({{BridgeSession::PictureUriKey, QStringLiteral("file:///new.png")}});
 
-        QVERIFY(session.start());
-        BridgeSession::write({{BridgeSession::highlightKey, Red}});
-        QVERIFY(session.waitForFailure(Gnome, QString()));
+        BridgeSession::configure("[adapters]\nfiles=auto\n[files]\nhook=/bin/true\n");
+        QVERIFY(bridge.session.start());
 
+        // The hook has run for the first time, so the look has arrived.
+        QVERIFY(bridge.session.waitForStatus(Files, [](const QJsonObject& status) {
+            return !status.value(QStringLiteral("time")).toString().isEmpty();
+        }));
+        QVERIFY(bridge.session.waitForStatus(Gnome, [](const QJsonObject& status) {
+            return status.value(QStringLiteral("present")).toBool();
+        }));
+        BridgeSession::settleStore();
         QCOMPARE(
-            BridgeSession::stored(BridgeSession::pictureUriKey), QStringLiteral("file:///new.png"));
+            BridgeSession::stored(BridgeSession::PictureUriKey), QStringLiteral("file:///new.png"));
     }
 
     void startsAnewWithADamagedState()
@@ -333,7 +327,7 @@ private Q_SLOTS:
 
         QVERIFY(session.start());
 
-        // Without a way back nothing is set.
+        // If the user's values cannot be saved, nothing is set.
         QVERIFY(waitUntil([&] {
             return session.takeWarnings()
                        .join(QLatin1Char(' '))
@@ -341,7 +335,7 @@ private Q_SLOTS:
                 || !session.isRunning();
         }));
         QVERIFY(session.isRunning());
-        QCOMPARE(BridgeSession::stored(BridgeSession::pictureUriKey), QString());
+        QCOMPARE(BridgeSession::stored(BridgeSession::PictureUriKey), QString());
         static_cast<void>(session.takeWarnings());
         session.kill();
         static_cast<void>(session.takeWarnings());
@@ -350,16 +344,11 @@ private Q_SLOTS:
 
     void keepsTheOldPictureOnAFullDisk()
     {
-        Shell shell;
-        BridgeSession session;
-        QVERIFY(shell.appear());
+        BridgeWithShell bridge;
         const QString disk = qEnvironmentVariable("PRIVATE_MACHINE_SMALL_DISK");
-        session.setEnvironment(QStringLiteral("XDG_DATA_HOME"), disk);
-        const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
-        BridgeSession::setLook(picture, Red);
-        QVERIFY(session.start());
-        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
-        QFile huge(session.folder.path(QStringLiteral("huge.png")));
+        bridge.session.setEnvironment(QStringLiteral("XDG_DATA_HOME"), disk);
+        QVERIFY(bridge.show());
+        QFile huge(bridge.session.folder.path(QStringLiteral("huge.png")));
         QVERIFY(huge.open(QIODevice::WriteOnly));
         huge.write("\x89PNG\r\n\x1a\n");
         huge.resize(4 * 1024 * 1024);
@@ -367,12 +356,13 @@ private Q_SLOTS:
 
         BridgeSession::setLook(huge.fileName(), Green);
 
-        QVERIFY(session.waitForFailure(Gnome, QStringLiteral("cannot be copied: No space left")));
-        QVERIFY(showsCopyOf(picture));
-        QCOMPARE(BridgeSession::stored(BridgeSession::accentKey), QStringLiteral("green"));
-        const QStringList warnings = session.takeWarnings();
+        QVERIFY(bridge.session.waitForFailure(
+            Gnome, QStringLiteral("cannot be copied: No space left")));
+        QVERIFY(showsCopyOf(bridge.picture));
+        QCOMPARE(BridgeSession::stored(BridgeSession::AccentKey), QStringLiteral("green"));
+        const QStringList warnings = bridge.session.takeWarnings();
         QCOMPARE(warnings.size(), 1);
-        session.kill();
+        bridge.session.kill();
         QVERIFY(QDir(disk + QStringLiteral("/moodset-bridge")).removeRecursively());
     }
 
@@ -382,7 +372,7 @@ private Q_SLOTS:
         Shell shell;
         BridgeSession session;
         QVERIFY(shell.appear());
-        BridgeSession::write({{BridgeSession::pictureUriKey, QStringLiteral("file:///mine.png")}});
+        BridgeSession::write({{BridgeSession::PictureUriKey, QStringLiteral("file:///mine.png")}});
         for (int i = 0; i < kills; ++i) {
             const QString picture =
                 session.picture(QStringLiteral("%1.png").arg(i % 3), QColor(i, 0, 0));
@@ -391,31 +381,27 @@ private Q_SLOTS:
             QTest::qWait(3 * i); // the moment of the kill, from before the copy to after the end
             session.kill();
         }
+        BridgeSession::settleStore();
 
         QCOMPARE(session.run({QStringLiteral("--restore")}), 0);
 
         QCOMPARE(
-            BridgeSession::stored(BridgeSession::pictureUriKey),
+            BridgeSession::stored(BridgeSession::PictureUriKey),
             QStringLiteral("file:///mine.png"));
         QCOMPARE(BridgeSession::copies(), QStringList());
     }
 
-    void tellsThatTheStoreHasNotKeptAValue()
+    void writesAlthoughTheServiceOfTheStoreWasKilled()
     {
-        Shell shell;
-        BridgeSession session;
-        QVERIFY(shell.appear());
-        const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
-        BridgeSession::setLook(picture, Red);
-        QVERIFY(session.start());
-        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
-        const QString other = session.picture(QStringLiteral("b.png"), Qt::green);
+        BridgeWithShell bridge;
+        QVERIFY(bridge.show());
+        const QString other = bridge.session.picture(QStringLiteral("b.png"), Qt::green);
 
         QVERIFY(killDconfService());
-        session.folder.rename(QStringLiteral("b.png"), QStringLiteral("a.png"));
+        bridge.session.folder.rename(QStringLiteral("b.png"), QStringLiteral("a.png"));
 
         // The next write starts the service again.
-        QVERIFY(waitUntil([&] { return showsCopyOf(picture); }));
+        QVERIFY(waitUntil([&] { return showsCopyOf(bridge.picture); }));
     }
 
     void writesTemplatesAndRunsTheHook()

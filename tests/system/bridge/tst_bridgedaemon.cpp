@@ -19,8 +19,8 @@ QColor middleOf(const QString& path)
 
 } // namespace
 
-/// The way from a call of the daemon to the shells, with the real daemon. Its session is the
-/// process's own, so that there is one in each test program.
+/// Tests the way from a call of the real daemon to the shells. The session is that of the process,
+/// so a test program has only one.
 class BridgeDaemonTest : public QObject
 {
     Q_OBJECT
@@ -42,13 +42,13 @@ private Q_SLOTS:
 
         QVERIFY(ThemeSession::set(red));
 
-        const QColor color = middleOf(BridgeSession::stored(BridgeSession::wallpaperKey));
+        const QColor color = middleOf(BridgeSession::stored(BridgeSession::WallpaperKey));
         QVERIFY(color.isValid());
         QVERIFY(waitUntil([&] {
-            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("red");
+            return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("red");
         }));
         QCOMPARE(
-            middleOf(QUrl(BridgeSession::stored(BridgeSession::pictureUriKey)).toLocalFile()),
+            middleOf(QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile()),
             color);
         if (hasSway) {
             QVERIFY(waitUntil([&] { return isClose(sway.middle(), color); }));
@@ -59,13 +59,14 @@ private Q_SLOTS:
         other.fill(Qt::blue);
         QVERIFY(other.save(red));
         QVERIFY(ThemeSession::set(red));
-        const QColor second = middleOf(BridgeSession::stored(BridgeSession::wallpaperKey));
+        const QColor second = middleOf(BridgeSession::stored(BridgeSession::WallpaperKey));
         QVERIFY(waitUntil([&] {
-            return middleOf(QUrl(BridgeSession::stored(BridgeSession::pictureUriKey)).toLocalFile())
+            return middleOf(QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile())
                 == second;
         }));
 
-        // A burst costs one apply at its beginning, at most, and one after its end.
+        // In a burst, the adapter sets something at most once at the beginning, and once after the
+        // end.
         StoreWatcher watcher;
         const QString green = theme.folders.elsewhere(QStringLiteral("green.png"));
         other.fill(Qt::green);
@@ -74,13 +75,13 @@ private Q_SLOTS:
             QVERIFY(ThemeSession::set(i % 2 == 0 ? red : green));
         }
         QVERIFY(waitUntil([&] {
-            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("green");
+            return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("green");
         }));
         QVERIFY(watcher.catchUp());
         int applied = 0;
         const QList<QStringList> announcements = watcher.announcements();
         for (const QStringList& keys : announcements) {
-            applied += keys.contains(BridgeSession::pictureUriKey) ? 1 : 0;
+            applied += keys.contains(BridgeSession::PictureUriKey) ? 1 : 0;
         }
         QVERIFY2(applied >= 1 && applied <= 2, qPrintable(QString::number(applied)));
     }

@@ -36,7 +36,7 @@ QString themeFolder()
     return qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/sounds/moodset");
 }
 
-/// A real feedback service, and a sound server that nobody hears.
+/// A real feedback service, and a sound server without a device.
 class Service
 {
 public:
@@ -52,7 +52,7 @@ public:
 
     bool start()
     {
-        // The theme that all others rest on; without it, no sound is found.
+        // All other themes are based on this one. Without it, no sound is found.
         const QString below =
             qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/sounds/freedesktop");
         QDir().mkpath(below + QStringLiteral("/stereo"));
@@ -65,7 +65,7 @@ public:
         }
         index.close();
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        // Otherwise it does not follow the sound theme.
+        // Otherwise, the service does not follow the sound theme.
         environment.insert(QStringLiteral("XDG_CURRENT_DESKTOP"), QStringLiteral("Phosh:GNOME"));
         m_service.setProcessEnvironment(environment);
         for (QProcess* process : {&m_service, &m_server}) {
@@ -119,7 +119,7 @@ public:
     }
 
 private:
-    /// What the service has open of the sounds.
+    /// The sounds that the service has open.
     QStringList openSounds() const
     {
         QStringList files;
@@ -149,7 +149,7 @@ bool isSet(BridgeSession* session)
 
 } // namespace
 
-/// The bridge with a real feedback service.
+/// Tests the bridge with a real feedback service.
 class BridgeFeedbackTest : public QObject
 {
     Q_OBJECT

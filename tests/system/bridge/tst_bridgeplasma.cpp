@@ -15,8 +15,8 @@ namespace {
 const QString Plasma = QStringLiteral("plasma");
 const QString Red = QStringLiteral("#ffe02030");
 
-/// A shell with one desktop, as far as the scripts of the bridge go, and the program that sets
-/// colours.
+/// Plays a shell with one desktop, which understands the scripts of the bridge, and the program
+/// that sets colours.
 class PlayedPlasma
 {
 public:
@@ -64,7 +64,7 @@ public:
         m_image = image;
     }
 
-    /// Lets the shell report success and show nothing, as it does for some pictures.
+    /// Makes the shell report success without showing the picture, as it does for some pictures.
     void ignorePictures() { m_ignoresPictures = true; }
 
     static QByteArray accent()
@@ -97,7 +97,7 @@ private:
 
 } // namespace
 
-/// The bridge with a shell of Plasma that is played.
+/// Tests the bridge with a played shell of Plasma.
 class BridgePlasmaTest : public QObject
 {
     Q_OBJECT
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QVERIFY(plasma.shell().appear());
         QVERIFY(session.start());
         BridgeSession::write(
-            {{BridgeSession::wallpaperKey, session.picture(QStringLiteral("a.png"), Qt::red)}});
+            {{BridgeSession::WallpaperKey, session.picture(QStringLiteral("a.png"), Qt::red)}});
         QVERIFY(waitUntil([&] { return plasma.image() != QStringLiteral("file:///mine.png"); }));
 
         QVERIFY2(session.run({QStringLiteral("--restore")}) == 0, qPrintable(session.output()));
@@ -165,7 +165,7 @@ private Q_SLOTS:
         BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Qt::red), Red);
 
         QVERIFY(waitUntil([] {
-            return BridgeSession::stored(BridgeSession::accentKey) == QStringLiteral("red");
+            return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("red");
         }));
         QVERIFY(session.waitForFailure(Plasma, QStringLiteral("It did not answer within 5 s.")));
         QCOMPARE(

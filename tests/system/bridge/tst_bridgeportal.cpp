@@ -32,7 +32,7 @@ QVariant unpacked(QVariant value)
     return value;
 }
 
-/// The colour in what the portal gives, as "r, g, b"; else its error or type.
+/// The colour that the portal returns, as "r, g, b", or its error or type.
 QString colorText(const QVariant& value)
 {
     const QVariant content = unpacked(value);
@@ -47,7 +47,7 @@ QString colorText(const QVariant& value)
         .arg(qRound(color.blue * most));
 }
 
-/// Lets the bus start the backend of the toolkit, which is not among the services that it knows.
+/// Makes the bus able to start the backend of the toolkit, which it does not know by itself.
 bool writeGtkService()
 {
     const QDir folder(
@@ -69,7 +69,7 @@ bool writeGtkService()
 
 } // namespace
 
-/// A real client of a real portal, which the bridge gives the colour to.
+/// Tests the bridge with a real client of a real portal.
 class BridgePortalTest : public QObject
 {
     Q_OBJECT
@@ -162,12 +162,12 @@ private Q_SLOTS:
     void givesAClientTheColourAndItsChanges()
     {
         BridgeSession session;
-        BridgeSession::write({{BridgeSession::highlightKey, QStringLiteral("#ff3366cc")}});
+        BridgeSession::write({{BridgeSession::HighlightKey, QStringLiteral("#ff3366cc")}});
         QVERIFY(session.start());
         QVERIFY(startFrontend(session, {QStringLiteral(PORTAL_FILE)}));
         QVERIFY(waitUntil([] { return readColor() == QStringLiteral("51, 102, 204"); }));
 
-        BridgeSession::write({{BridgeSession::highlightKey, QStringLiteral("#ffcc6633")}});
+        BridgeSession::write({{BridgeSession::HighlightKey, QStringLiteral("#ffcc6633")}});
 
         QVERIFY(waitUntil([&] { return m_told.contains(QStringLiteral("204, 102, 51")); }));
         QCOMPARE(readColor(), QStringLiteral("204, 102, 51"));
@@ -177,7 +177,7 @@ private Q_SLOTS:
     void comesLateAndGoesAndReturns()
     {
         BridgeSession session;
-        BridgeSession::write({{BridgeSession::highlightKey, QStringLiteral("#ff3366cc")}});
+        BridgeSession::write({{BridgeSession::HighlightKey, QStringLiteral("#ff3366cc")}});
         QVERIFY(startFrontend(session, {QStringLiteral(PORTAL_FILE)}));
         QVERIFY(readColor() != QStringLiteral("51, 102, 204"));
 

@@ -21,7 +21,7 @@ bool shows(const HeadlessSway& sway, const QColor& color)
     return isShown;
 }
 
-/// Whether the adapter has set something, and has seen that it is set.
+/// Whether the adapter has set something, and has checked it.
 bool isSettled(BridgeSession* session)
 {
     return session->waitForStatus(Sway, [](const QJsonObject& status) {
@@ -32,7 +32,7 @@ bool isSettled(BridgeSession* session)
 
 } // namespace
 
-/// The bridge with a real sway.
+/// Tests the bridge with a real sway.
 class BridgeSwayTest : public QObject
 {
     Q_OBJECT
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QVERIFY(sway.start());
 
         QVERIFY(shows(sway, Green));
-        // Sway may have gone while the bridge asked it for something.
+        // Sway may have ended while the bridge was calling it.
         for (const QString& warning : session.takeWarnings()) {
             QVERIFY2(warning.startsWith(QLatin1String("sway: ")), qPrintable(warning));
         }

@@ -184,7 +184,7 @@ QString StormCalls::url()
     case 1:
         return remoteUrl();
     case 2:
-        // As a careless client makes it.
+        // A careless client makes such a URL.
         return QStringLiteral("file://") + m_files.anyPath(&m_chance);
     default:
         return fileUrl(m_files.anyPath(&m_chance));

@@ -249,7 +249,7 @@ void StormFiles::change()
         changeBundle();
         break;
     case 5:
-        // In place of another, perhaps.
+        // It may replace another file.
         addPicture(anyFolder() + oddName());
         break;
     case 6:

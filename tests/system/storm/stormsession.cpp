@@ -92,7 +92,7 @@ StormSession::StormSession(quint32 seed)
 
 StormSession::~StormSession()
 {
-    // It has open downloads, whose end is none of its business any more.
+    // It has open downloads, whose end does not matter any more.
     if (daemon.isRunning()) {
         daemon.terminate();
     }
@@ -265,7 +265,7 @@ QString StormSession::libraryFault()
         return rows == files;
     };
     const bool isFollowed = QTest::qWaitFor(agrees, DaemonProcess::deadlineMs);
-    // Moodset files besides bundles wait for it.
+    // Moodset files outside of bundles wait for it.
     BusClient::send(QStringLiteral("refreshMoodsets"), {});
     const bool isRead = QTest::qWaitFor(
         [&] { return library().texts(unread).isEmpty(); }, DaemonProcess::deadlineMs);

@@ -28,7 +28,7 @@ QString libraryPath()
     return LibraryDatabase::standardPath();
 }
 
-/// Takes the argument off calls of one: `method("text")`.
+/// Removes the argument from the calls of a method: `method("text")`.
 QStringList soleArguments(const QStringList& calls)
 {
     QStringList arguments;
@@ -135,7 +135,7 @@ void Phone::attach(const QString& id)
     cover.announce({{QStringLiteral("Ready"), 1}});
 }
 
-// A change from a wrong service is the one thing that the monitor never takes without a word.
+// A change from a wrong service is the only thing for which the monitor always logs something.
 bool Phone::settle()
 {
     const QString interface = QStringLiteral("fence%1").arg(++m_fences);

@@ -12,9 +12,10 @@
 
 #include <memory>
 
-/// A phone with a monitor, for one test: its services, its library of moodsets, its home folder and
-/// its key/value store. The first-run wizard has finished, and the phone is unlocked. All that is
-/// stored goes with the object, and warnings that no one has taken fail the test.
+/// A phone with a monitor, for one test: its services, its library of moodsets, its home directory
+/// and its key/value store. The first-run wizard has finished, and the phone is unlocked.
+/// Everything that is stored is removed with the object. Warnings that the test does not take make
+/// it fail.
 class Phone
 {
 public:
@@ -22,14 +23,14 @@ public:
     ~Phone();
     Q_DISABLE_COPY_MOVE(Phone)
 
-    /// Brings the services up and makes the monitor. False if that fails, or if the monitor does
-    /// not reach the feedback service.
+    /// Starts the services and makes the monitor. False if this fails, or if the monitor does not
+    /// reach the feedback service.
     Q_REQUIRED_RESULT bool start();
-    /// Makes the monitor, with what services there are. It checks a new cover after
+    /// Makes the monitor, with the services that are running. It checks a new cover after
     /// firstCheckDelay.
     void makeMonitor();
 
-    /// Adds a moodset that belongs to a cover; gives the path of its file.
+    /// Adds a moodset that belongs to a cover. Returns the path of its file.
     QString addMoodset(const QString& dorselId, bool isFavorite = true);
     void setFavorite(const QString& path, bool isFavorite);
     void setPartnerSpace(const QString& path, const QString& name);
@@ -40,20 +41,20 @@ public:
     /// Whether the monitor reaches the feedback service.
     bool hasFeedback() const;
 
-    /// Announces an id and, after it, that the cover is ready.
+    /// Announces an id, and then that the cover is ready.
     void attach(const QString& id);
 
-    /// Returns when the monitor has dealt with all that the services have sent; false if it does
-    /// not. Warnings are noted meanwhile.
+    /// Waits until the monitor has handled everything that the services have sent; false if it does
+    /// not. Warnings are recorded meanwhile.
     Q_REQUIRED_RESULT bool settle();
-    /// The warnings since the last time.
+    /// The warnings since the last call.
     QStringList takeWarnings();
 
-    /// The moodsets that the monitor has asked for, oldest first.
+    /// The moodsets that the monitor wants to apply, oldest first.
     QStringList takeSwitches();
-    /// How many sounds have been asked for since the last time.
+    /// The number of sounds that were requested since the last call.
     int takeSounds();
-    /// The ids that the store client has been told since the last time.
+    /// The ids that were sent to the store client since the last call.
     QStringList takeStoreCalls();
 
     static QString storedId();

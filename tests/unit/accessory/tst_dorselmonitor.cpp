@@ -16,7 +16,7 @@ QString urlOf(const QString& path)
 
 } // namespace
 
-/// What the monitor does with what the services say while it runs.
+/// Tests how the monitor handles what the services send while it runs.
 class DorselMonitorTest : public QObject
 {
     Q_OBJECT
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(Phone::storedId(), Id);
         QCOMPARE(phone.takeSwitches(), QStringList());
         QCOMPARE(phone.takeSounds(), 0);
-        // The change is remembered for the next check.
+        // The change counts for the next check.
         phone.cover.announce({{QStringLiteral("Ready"), 1}});
         QVERIFY(phone.settle());
         QCOMPARE(phone.takeSwitches(), QStringList(urlOf(path)));
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QCOMPARE(phone.takeSwitches(), QStringList());
         QCOMPARE(phone.takeSounds(), 0);
         QCOMPARE(phone.takeStoreCalls(), QStringList());
-        // The same cover is a new one now.
+        // The same cover now counts as a new one.
         phone.attach(Id);
         QVERIFY(phone.settle());
         QCOMPARE(phone.takeSwitches(), QStringList(urlOf(path)));
@@ -293,7 +293,7 @@ private Q_SLOTS:
         QCOMPARE(phone.takeSwitches(), QStringList());
         QCOMPARE(phone.takeSounds(), 0);
         QCOMPARE(phone.takeStoreCalls(), QStringList());
-        // A favourite that it becomes later is not switched to.
+        // If it becomes a favourite later, it is not applied.
         phone.setFavorite(path, true);
         phone.cover.announce({{QStringLiteral("Ready"), 1}});
         QVERIFY(phone.settle());
@@ -620,7 +620,8 @@ private Q_SLOTS:
         QCOMPARE(Phone::storedId(), Id);
         QCOMPARE(phone.takeSwitches(), QStringList());
         QCOMPARE(phone.takeSounds(), 0);
-        // A cover that came while the monitor ran is checked at the next word of its daemon.
+        // A cover that was attached while the monitor ran is checked at the next message of its
+        // daemon.
         phone.finishWizard();
         phone.cover.announce({{QStringLiteral("Ready"), 1}});
         QVERIFY(phone.settle());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The monitor without a system bus and without managers, since nothing has set a factory of them.
+// Tests the monitor without a system bus, and without managers, because no factory is set.
 #include "accessory/dorselmonitor.h"
 
 #include "messagelog.h"

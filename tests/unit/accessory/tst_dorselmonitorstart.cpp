@@ -30,12 +30,12 @@ QStringList twice(const QStringList& warnings)
     return warnings + warnings;
 }
 
-/// In place of the delay of the first check, in milliseconds.
+/// The test uses this delay of the first check, in milliseconds.
 constexpr int ShortDelay = 200;
 
 } // namespace
 
-/// What the monitor does with the state that it finds at its start.
+/// Tests how the monitor handles the state that it finds at its start.
 class DorselMonitorStartTest : public QObject
 {
     Q_OBJECT
@@ -70,7 +70,7 @@ private Q_SLOTS:
     {
         QCOMPARE(DorselMonitor::FirstCheckDelay, 5000);
         Phone phone;
-        // Longer than it takes to bring the services up.
+        // This is longer than the start of the services takes.
         phone.firstCheckDelay = 1000;
         phone.cover.setProperties(Id, 1);
         QElapsedTimer clock;
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(Phone::storedId(), Id);
         int sounds = 0;
         QTRY_COMPARE(sounds += phone.takeSounds(), 1);
-        // Qt may wake a timer up to a twentieth too early.
+        // Qt may fire a timer earlier by up to a twentieth.
         QVERIFY(clock.elapsed() >= phone.firstCheckDelay * 19 / 20);
         QVERIFY(phone.settle());
         QCOMPARE(phone.takeStoreCalls(), QStringList(Id));
@@ -324,7 +324,7 @@ private Q_SLOTS:
         QVERIFY(phone.start());
 
         phone.lock.answerOpenCalls({1});
-        // The bus has passed the answer on before what comes from the lock next.
+        // The bus has passed on the answer before the next message of the lock.
         phone.lock.send(
             QStringLiteral("/"), QStringLiteral("com.example"), QStringLiteral("nothing"), {});
         phone.attach(Id);

@@ -23,7 +23,7 @@ void addEntry(const QString& fileName)
     }
 }
 
-/// What the home screen, a process of its own, reads.
+/// The value that the home screen, which is another process, reads.
 QString storedPath()
 {
     return QString::fromUtf8(runDconf(

@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-/// The colours of the keys, and the forms in which they are handed on.
+/// Tests the colours of the keys, and the forms in which the adapters set them.
 class ArgbTest : public QObject
 {
     Q_OBJECT

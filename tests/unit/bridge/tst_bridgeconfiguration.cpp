@@ -6,7 +6,7 @@
 #include <QDir>
 #include <QTest>
 
-/// The user's configuration.
+/// Tests the user's configuration.
 class BridgeConfigurationTest : public QObject
 {
     Q_OBJECT

@@ -6,7 +6,7 @@
 #include <QFileInfo>
 #include <QTest>
 
-/// What the first bytes of a file tell, and how files are written.
+/// Tests how files are recognised by their first bytes, and how they are written.
 class FileContentTest : public QObject
 {
     Q_OBJECT
@@ -58,6 +58,7 @@ private Q_SLOTS:
         TestFolder folder;
         folder.write(QStringLiteral("file"), "1234");
         QVERIFY(!readWhole(folder.path(QStringLiteral("file")), 3));
+        QVERIFY(readWhole(folder.path(QStringLiteral("file")), 4));
     }
 
     void tellsWhyItCannotWrite()

@@ -16,7 +16,7 @@ Look look()
 
 } // namespace
 
-/// What becomes of the user's templates.
+/// Tests how the user's templates are filled in.
 class FillTemplateTest : public QObject
 {
     Q_OBJECT

@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-/// Texts in the scripts that Plasma runs.
+/// Tests texts in the scripts that Plasma runs.
 class JavaScriptTextTest : public QObject
 {
     Q_OBJECT

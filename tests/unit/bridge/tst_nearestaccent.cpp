@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-/// Which accent colour of GNOME stands for a highlight colour.
+/// Tests which accent colour of GNOME is chosen for a highlight colour.
 class NearestAccentTest : public QObject
 {
     Q_OBJECT

@@ -21,7 +21,7 @@ private:
         QCOMPARE(file.write(content), qint64(content.size()));
     }
 
-    /// What is found in a file, as "LINE:COLUMN: error: text".
+    /// The faults of a file, as "LINE:COLUMN: error: text".
     QStringList findings(const QString& name)
     {
         QStringList found;

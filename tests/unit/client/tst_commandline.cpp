@@ -26,7 +26,7 @@ private Q_SLOTS:
         };
         row("theme", "theme", {});
         row("set a.jpg", "set", {QStringLiteral("a.jpg")});
-        // A moodset can be called as a command is.
+        // A moodset can have the name of a command.
         row("show set", "show", {QStringLiteral("set")});
         row("help set", "help", {QStringLiteral("set")});
         row("show -- --json", "show", {QStringLiteral("--json")});

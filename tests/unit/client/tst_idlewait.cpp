@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The daemon's object on the bus, which comes a moment after its name.
+/// Plays the daemon's object on the bus, which is registered a moment after the name.
 class PlayedObject : public QObject
 {
     Q_OBJECT
@@ -45,7 +45,8 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<ContentWriter> m_writer;
     std::unique_ptr<LibraryReader> m_library;
-    /// How long to wait. Shorter after a failure, so that those of other tests show soon.
+    /// How long to wait. After a failure, the time is shorter, so that other tests with the same
+    /// fault fail soon.
     int m_deadlineMs = 10000;
 
 private Q_SLOTS:
@@ -82,7 +83,7 @@ private Q_SLOTS:
         wait.start();
 
         QVERIFY(idle.wait(m_deadlineMs));
-        // The first look has nothing to compare with.
+        // There is nothing with which the first look can be compared.
         QCOMPARE(looks.count(), 11);
     }
 
@@ -101,7 +102,7 @@ private Q_SLOTS:
         wait.start();
 
         QVERIFY(idle.wait(m_deadlineMs));
-        // What was written while the sixth look was told of is seen by its end.
+        // At its end, the sixth look sees what was written during its callback.
         QCOMPARE(looks, 16);
     }
 

@@ -11,8 +11,8 @@
 #include <queryagentdatabase.h>
 #include <thread>
 
-/// A database where the daemon keeps it, and one thread for each look at it, since a thread's
-/// connection stays with the thread.
+/// A database in the daemon's directory. Each reading has a thread of its own, because a connection
+/// belongs to a thread.
 class MoodsetLibraryTest : public QObject
 {
     Q_OBJECT
@@ -77,7 +77,7 @@ private Q_SLOTS:
     {
         const qint64 first = addMoodset("/a/1.moodset", "Twin");
         addMoodset("/a/2.moodset", "Twin");
-        // A name that is another one's id.
+        // This name is the id of another moodset.
         addMoodset("/a/3.moodset", QByteArray::number(first).constData());
 
         int twins = 0;

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Of colours that nothing else in a preview has.
+/// A theme with colours that nothing else in a preview has.
 Theme colourfulTheme()
 {
     Theme theme;
@@ -38,7 +38,7 @@ int pixelsOf(const QImage& image, const QColor& color)
     return count;
 }
 
-/// Where neither screen has anything but its wallpaper.
+/// A point where both screens show only the wallpaper.
 const QPoint FreePlace(270, 300);
 
 const QPoint HomeCorner(80, 80);

@@ -15,7 +15,7 @@ class PhotoWatchTest : public QObject
     Q_OBJECT
 
 private:
-    /// The changes so far, as "added /a/1.jpg", and forgets them.
+    /// Takes the changes so far, as "added /a/1.jpg".
     QStringList takeChanges()
     {
         Q_EMIT m_service.contentChanged(0);

@@ -7,29 +7,30 @@
 #include <QTemporaryDir>
 #include <QVariantList>
 
-/// A user's home in which the content database is started, again and again if need be. Each start
-/// is a process of its own, as a process brings the database up only once. What fails here fails
+/// A user's home in which a test starts the content database, several times if necessary. Each
+/// start is a process of its own, because a process opens the database only once. A failure fails
 /// the current test.
 class DatabaseHome
 {
 public:
     using Rows = QList<QVariantList>;
 
-    /// An empty home that remembers a start in the locale "C", which start() begins with.
+    /// An empty home that has recorded a start in the locale "C", which is the first locale of
+    /// start().
     DatabaseHome();
     Q_DISABLE_COPY_MOVE(DatabaseHome)
 
-    /// What stands in XDG_DATA_HOME.
+    /// The value of XDG_DATA_HOME.
     QString dataFolder() const;
-    /// The folder of the database file. It need not exist.
+    /// The directory of the database file. It need not exist.
     QString databaseFolder() const;
     QString databasePath() const;
 
-    /// Makes the database's folder.
+    /// Makes the directory of the database.
     void makeFolder() const;
-    /// Makes the folder and the database file by the statements of a file in tests/data.
+    /// Makes the directory, and the database file with the statements of a file in tests/data.
     void build(const QString& sqlFile) const;
-    /// Makes the folder and the database file with these bytes.
+    /// Makes the directory, and the database file with these bytes.
     void writeFile(const QByteArray& bytes) const;
     /// Runs a statement on the database file.
     void exec(const QString& statement) const;
@@ -41,10 +42,10 @@ public:
     /// The locale of the last translation update; empty if there was none.
     QString storedLocale() const;
     void forgetLocale() const;
-    /// The value of LC_ALL in starts to come.
+    /// Sets LC_ALL for the following starts.
     void setLocale(const QString& locale);
 
-    /// Starts and ends a process with the database; its log lines, "type: text", in order.
+    /// Starts and ends a process with the database. Returns its log lines, "type: text", in order.
     QStringList start(const QStringList& arguments = {}) const;
 
 private:

@@ -7,8 +7,8 @@
 #include <QTemporaryDir>
 #include <QVariantList>
 
-/// An open database file of the current schema, without rows, in a folder of its own. Statements
-/// that fail here fail the current test.
+/// An open database file with the current schema, without rows, in a directory of its own. A
+/// statement that fails makes the current test fail.
 class ScratchDatabase
 {
 public:

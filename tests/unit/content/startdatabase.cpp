@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Brings the content database up as the daemon does, prints what is logged on the way, a line
-// "type: text" for each message, and ends. The argument "--with-manager" puts a manager in the
-// registry, which tells of its end.
+// Opens the content database as the daemon does, prints each log message as a line "type: text",
+// and ends. With the argument "--with-manager", the registry has a manager, which logs its
+// destruction.
 #include "content/contentmanager.h"
 #include "content/dbmanager.h"
 
@@ -56,7 +56,7 @@ int main(int argc, char* argv[])
     if (QCoreApplication::arguments().contains(QStringLiteral("--with-manager"))) {
         qDebug() << "connection open" << database->isOpen();
         database->manager(MoodsetContent::File) = new MortalManager(*database);
-        // Entries without a manager are part of the registry, too.
+        // The registry can have entries without a manager.
         database->manager(MoodsetContent::Index) = nullptr;
     }
     return 0;

@@ -4,32 +4,32 @@
 #include <QString>
 #include <QStringList>
 
-/// The log lines that a start of the database is made up of, as DatabaseHome::start() gives them.
+/// The log lines of a start of the database, as DatabaseHome::start() returns them.
 namespace StartLog {
 
 /// The last line of every start, except for those of a failed translation update.
 QStringList fine();
 
-/// An exec() on a connection that is not open, as Qt tells it.
+/// The error of an exec() on a connection that is not open, as Qt reports it.
 QStringList notOpen();
 
-/// A statement that failed while the schema was made or migrated.
+/// The lines for a statement that failed while the schema was made or migrated.
 QStringList initializationFailed(
     const QString& function, const QString& statement, const QString& error);
 
-/// The schema's version could not be read.
+/// The lines for a schema version that could not be read.
 QStringList versionUnknown(const QString& error);
 
-/// A file with a version that has no migration.
+/// The line for a file whose version has no migration.
 QStringList versionOutdated();
 
-/// The database in `folder`, a path with a "/" at its end, is deleted.
+/// The lines for the deletion of the database in `folder`, whose path ends with a "/".
 QStringList deletion(const QString& folder);
 
-/// The update after a change of the locale failed.
+/// The lines for a failed update after a change of the locale.
 QStringList translationUpdateFailed(const QString& error);
 
-/// An error as it stands in the log.
+/// An error as the log shows it.
 QString error(const QString& number, const QString& action, const QString& reason);
 
 } // namespace StartLog

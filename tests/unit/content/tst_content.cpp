@@ -8,12 +8,12 @@
 
 Q_DECLARE_METATYPE(Content)
 
-// What a QVector of handles costs, of which rows come and go.
+// This counts the copies in a QVector of handles when rows are inserted and removed.
 static_assert(!QTypeInfo<Content>::isStatic);
 
 namespace {
 
-/// A record that tells of its end.
+/// A record that notes its destruction.
 class MortalRecord : public FileData
 {
 public:
@@ -72,7 +72,7 @@ const FieldChange<MoodsetData> MoodsetChanges[] = {
     {"version", [](MoodsetData* moodset) { moodset->version = 1; }},
     {"favorite", [](MoodsetData* moodset) { moodset->favorite = true; }}};
 
-/// A row for each pair of records of class T that differ in one field.
+/// Adds a row for each pair of records of class T that differ in one field.
 template <typename T, typename Changes>
 void addChangedRecords(const char* kind, const Changes& changes)
 {

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A record with no more than the base gives.
+/// A record with only what the base class has.
 class PlainRecord : public ContentData
 {
 public:

@@ -41,8 +41,8 @@ QByteArray installedCatalog(const QString& name)
 
 } // namespace
 
-/// What a catalogue translates is compared with what QTranslator makes of it as it is, where that
-/// is without danger.
+/// Compares the translations with those of QTranslator, if QTranslator can read the catalogue
+/// without danger.
 class ContextFreeCatalogTest : public QObject
 {
     Q_OBJECT
@@ -169,7 +169,7 @@ private Q_SLOTS:
         }
     }
 
-    // A division by zero, and a list that does not end.
+    // These cause a division by zero, and a list without an end.
     void listOfContextsIsNotSearched_data()
     {
         QTest::addColumn<QByteArray>("contexts");
@@ -189,7 +189,7 @@ private Q_SLOTS:
 
     void otherCatalogsAreNotLoaded()
     {
-        // By the name of a catalogue that is there; it could be this one.
+        // This is the name of an existing catalogue, and it could be the same one.
         const TranslationCatalog other(QStringLiteral("seasons-de"));
         const QString name = QStringLiteral("/usr/share/translations/seasons-de");
         const QByteArray encoded = utf16(name);
@@ -244,7 +244,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The sanitizers say what goes wrong.
+    /// The sanitizers report what goes wrong.
     static void translateAll(const QByteArray& file)
     {
         for (const char* source : {"", "a", "Autumn", "Winter", "Spring", "Summer"}) {

@@ -7,7 +7,8 @@
 #include <QSqlQuery>
 #include <QTest>
 
-/// A program of its own, since its one case takes as long as SQLite waits for a lock, twice.
+/// This is a program of its own, because its only test takes twice the time that SQLite waits for a
+/// lock.
 class DatabaseLockTest : public QObject
 {
     Q_OBJECT

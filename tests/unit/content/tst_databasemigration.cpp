@@ -51,7 +51,7 @@ QStringList log8to10()
     return begin8to10() + writtenVersion(10) + StartLog::fine();
 }
 
-/// The tables, without those of the engine.
+/// The tables, without SQLite's own.
 QStringList tables(const DatabaseHome& home)
 {
     const QVariantList names =
@@ -60,13 +60,13 @@ QStringList tables(const DatabaseHome& home)
     return QVariant(names).toStringList();
 }
 
-/// Each column of a table with all that is declared of it.
+/// Each column of a table with its whole declaration.
 DatabaseHome::Rows columns(const DatabaseHome& home, const QString& table)
 {
     return home.rows(QStringLiteral("SELECT * FROM pragma_table_info('%1')").arg(table));
 }
 
-/// Indexes and triggers by kind, name, table and text, layout aside.
+/// The kind, name, table and text of all indexes and triggers, without their layout.
 DatabaseHome::Rows attachments(const DatabaseHome& home)
 {
     const DatabaseHome::Rows rows =
@@ -79,8 +79,8 @@ DatabaseHome::Rows attachments(const DatabaseHome& home)
     return simplified;
 }
 
-/// All rows of a table except for the columns that an upgrade writes: of `moodset`, the first
-/// `moodsetColumns` columns are given, and of `file` all but the last, metadataCurrent.
+/// All rows of a table, without the columns that an upgrade writes: the first `moodsetColumns`
+/// columns of `moodset`, and all columns of `file` except the last one, metadataCurrent.
 DatabaseHome::Rows tableContent(const DatabaseHome& home, const QString& table, int moodsetColumns)
 {
     const QMap<QString, int> widths{
@@ -109,7 +109,7 @@ DatabaseHome::Rows content(const DatabaseHome& home, int moodsetColumns)
     return content;
 }
 
-/// The ids of the files whose derived data is to be read again.
+/// The ids of the files that must be read again.
 QVariantList staleFiles(const DatabaseHome& home)
 {
     return home.column(QStringLiteral("SELECT id FROM file WHERE metadataCurrent = 0 ORDER BY id"));
@@ -117,7 +117,7 @@ QVariantList staleFiles(const DatabaseHome& home)
 
 } // namespace
 
-/// Upgrades of databases that older versions left, and changes of the locale.
+/// Tests upgrades of databases of older versions, and changes of the locale.
 class DatabaseMigrationTest : public QObject
 {
     Q_OBJECT
@@ -406,7 +406,8 @@ private Q_SLOTS:
     }
 
 private:
-    /// A database of the current version with rows, all up to date, that knows the home's locale.
+    /// A database of the current version, with rows that are all up to date, and with the present
+    /// locale.
     static void buildCurrent(const DatabaseHome& home)
     {
         home.build(QStringLiteral("database-version-9.sql"));

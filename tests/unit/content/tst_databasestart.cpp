@@ -28,7 +28,7 @@ QByteArray readFile(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// One attempt on a file that cannot be opened.
+/// The lines for one attempt to open a file that cannot be opened.
 QStringList failedAttempt(bool makesSchema, const QString& folder)
 {
     QStringList log;
@@ -43,14 +43,14 @@ QStringList failedAttempt(bool makesSchema, const QString& folder)
         log += QStringLiteral("critical: DbManager::DbManager: Failed to create DB schema. Can't "
                               "continue!");
     }
-    // Two pragmas fail without a word of ours, then that of the version.
+    // Two pragmas fail without a warning, and then the query of the version fails.
     return log + StartLog::notOpen() + StartLog::notOpen() + StartLog::notOpen()
         + StartLog::versionUnknown(unopenedError()) + StartLog::deletion(folder);
 }
 
 } // namespace
 
-/// What becomes of the files that a start finds.
+/// Tests how a start handles the files that it finds.
 class DatabaseStartTest : public QObject
 {
     Q_OBJECT
@@ -389,8 +389,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The statements that have made all tables, indexes and triggers, in the order in which they
-    /// have run.
+    /// The statements that made all tables, indexes and triggers, in the order in which they ran.
     static QStringList schema(const DatabaseHome& home)
     {
         return QVariant(home.column(QStringLiteral(
@@ -411,7 +410,7 @@ private:
         QVERIFY2(!QFileInfo(folder).isWritable(), "root obeys modes only in a private machine");
     }
 
-    /// So that the folder can be removed.
+    /// This makes it possible to remove the directory.
     static void setWritable(const QString& folder)
     {
         QVERIFY(

@@ -38,7 +38,7 @@ QString writeProtectionError()
 
 } // namespace
 
-/// The daemon's connection, once it is up. How it comes up is tested beside this.
+/// Tests the daemon's connection when it is open. Other tests cover how it is opened.
 class DbManagerTest : public QObject
 {
     Q_OBJECT

@@ -15,7 +15,7 @@ namespace {
 
 const QString Directory = QStringLiteral("/usr/share/translations/");
 
-/// Makes a locale that of the process while it lives.
+/// Sets the locale of the process while it lives.
 class ProcessLocale
 {
 public:
@@ -37,7 +37,7 @@ QString translatedByQt(const QTranslator& translator)
     return translator.translate(nullptr, "a", nullptr, -1);
 }
 
-/// What QTranslator makes of "a" with the catalogues that it finds.
+/// The translation of "a" by QTranslator, with the catalogues that it finds.
 QString translatedByQt(const QString& catalog)
 {
     QTranslator locale;
@@ -218,7 +218,7 @@ private Q_SLOTS:
         MessageLog log;
         const ProcessLocale processLocale(locale);
         QVERIFY(QDir().mkpath(Directory + QStringLiteral("sub_folder")));
-        // All files that could be looked for, and some that are not.
+        // These are all files that QTranslator may look for, and some others.
         QStringList names;
         for (const auto& language :
              {QStringLiteral("de_AT"),
@@ -255,7 +255,7 @@ private Q_SLOTS:
             QVERIFY(writeCatalog(name, name));
         }
 
-        // The file that was found goes, until none is.
+        // The file that was found is removed each time, until none is found.
         int found = 0;
         QString translation;
         do {
@@ -336,7 +336,7 @@ private Q_SLOTS:
 
         catalog.load(folder.path(QStringLiteral("c")));
 
-        // The next one is not taken in its place.
+        // The next one does not replace it.
         QCOMPARE(log.takeWarnings(), QStringList(tooLargeWarning(path)));
         QCOMPARE(catalog.translated(QStringLiteral("a")), QStringLiteral("a"));
     }
@@ -364,7 +364,7 @@ private Q_SLOTS:
         MessageLog log;
         DisplayNameCatalog catalog;
 
-        // Each part of it that could be left out would be one more name.
+        // If a part of the name could be left out, there would be a further name.
         catalog.load(QStringLiteral("_").repeated(8 * 1024 * 1024));
 
         QCOMPARE(catalog.translated(QStringLiteral("a")), QStringLiteral("a"));

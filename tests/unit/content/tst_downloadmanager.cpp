@@ -220,7 +220,7 @@ private Q_SLOTS:
     {
         MessageLog log;
         ScratchDatabase scratch;
-        // Rows go in through the view's trigger, and none can be deleted.
+        // Rows are inserted through the trigger of the view, and none can be deleted.
         scratch.exec(QStringLiteral("DROP TABLE download"));
         scratch.exec(QStringLiteral("CREATE VIEW download AS SELECT 1 AS fileId, 2 AS source"));
         scratch.exec(

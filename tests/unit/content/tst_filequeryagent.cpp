@@ -28,7 +28,7 @@ QueryAgent::Parameters parameters(const QString& mimeType, const QStringList& di
     return result;
 }
 
-/// Reads one more record for every one that it is given.
+/// Reads one more record for each record that it receives.
 class ReadingRecipient final : public QueryAgent::Recipient
 {
 public:
@@ -51,7 +51,7 @@ private:
     int m_read = 0;
 };
 
-/// Starts the same listing once more from inside its first batch.
+/// Starts the same listing again inside the first batch.
 class ListingRecipient final : public QueryAgent::Recipient
 {
 public:

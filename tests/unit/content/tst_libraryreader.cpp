@@ -237,7 +237,7 @@ private Q_SLOTS:
         QVERIFY(!damages.isEmpty() || !library.error().isEmpty());
     }
 
-    /// What the kernel says of each descriptor that is open on the database's file.
+    /// The kernel's description of each descriptor that is open on the database's file.
     void hasTheDatabaseOpenForReadingOnly()
     {
         // SQLite keeps a file open while another connection of the process has locked it.

@@ -22,7 +22,7 @@ Moodset sampleMoodset()
 
 } // namespace
 
-/// What clients compare after they have saved attributes.
+/// Tests what clients compare after they have saved attributes.
 class MoodsetAttributesTest : public QObject
 {
     Q_OBJECT

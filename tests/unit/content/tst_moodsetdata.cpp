@@ -33,7 +33,7 @@ std::unique_ptr<MoodsetData> sampleMoodset()
     return moodset;
 }
 
-/// All values that a record gives, by role.
+/// All values of a record, by their roles.
 QVariantList values(const MoodsetData& moodset)
 {
     QVariantList list;

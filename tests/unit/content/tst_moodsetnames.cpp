@@ -6,7 +6,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
-/// The public names against what describes them elsewhere.
+/// Compares the public names with what describes them in other places.
 class MoodsetNamesTest : public QObject
 {
     Q_OBJECT

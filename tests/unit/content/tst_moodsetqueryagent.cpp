@@ -83,7 +83,7 @@ QVariantMap describedResource(const QString& path, const QString& displayName)
         {QStringLiteral("displayName"), displayName}};
 }
 
-/// Lists moodsets for its first batch of files, which no client may do.
+/// Lists moodsets when it receives its first batch of files, which clients must not do.
 class ListingRecipient final : public QueryAgent::Recipient
 {
 public:
@@ -201,6 +201,7 @@ private Q_SLOTS:
         library.writer.addResource(other, QStringLiteral("ringerToneFile"), QStringLiteral("/m/r"));
         MoodsetQueryAgent agent(library.reader);
 
+        QCOMPARE(moodset(agent.queryById(other)).resources.size(), 1);
         QCOMPARE(moodset(agent.queryById(id)).resources, QVariantMap());
     }
 
@@ -413,7 +414,7 @@ private Q_SLOTS:
         int number = 0;
         constexpr int count = 101;
         const QString type = QStringLiteral("ringerToneFile");
-        // Every third has none, so that the resources wait for the next moodset that has some.
+        // Every third moodset has none, so the resources wait for the next moodset that has some.
         library.writer.addMany(count, [&](const QString& path) {
             const qint64 id = library.writer.addMoodset(path);
             if (number++ % 3 != 0) {
@@ -591,7 +592,8 @@ private Q_SLOTS:
 
         QVERIFY(files.query(&recipient, {}));
 
-        // It has delivered, but its table stays, so that no later one can make its own.
+        // This listing has delivered its records, but its table stays, so later listings cannot
+        // make theirs.
         QVERIFY(recipient.result());
         QCOMPARE(recipient.recorder().batchSizes(), QList<int>({50, 10}));
         QCOMPARE(

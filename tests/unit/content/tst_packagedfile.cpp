@@ -106,8 +106,8 @@ private Q_SLOTS:
         QTest::newRow("as it is") << QByteArray("{\"a\": \"\xef\xbb\xbf"
                                                 "b\"}");
         QTest::newRow("escaped") << QByteArray(R"({"a": "\ufeffb"})");
-        QTest::newRow("behind the file's own") << QByteArray("\xef\xbb\xbf{\"a\": \"\xef\xbb\xbf"
-                                                             "b\"}");
+        QTest::newRow("after the first one") << QByteArray("\xef\xbb\xbf{\"a\": \"\xef\xbb\xbf"
+                                                           "b\"}");
     }
 
     void textKeepsItsByteOrderMark()

@@ -138,7 +138,7 @@ private Q_SLOTS:
         library.writer.setSource(id, QStringLiteral("http://host/b.jpg"));
         PhotoQueryAgent agent(library.reader);
 
-        // The statement is not remembered as a bad one: it is tried and reported each time.
+        // The cache does not keep the failed statement: it is prepared and reported each time.
         for (int call = 0; call < 2; ++call) {
             const Content content = url.isEmpty() ? agent.queryById(id) : agent.queryByUrl(url);
 

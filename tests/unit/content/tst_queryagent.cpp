@@ -31,7 +31,7 @@ void runInThread(const std::function<void()>& function)
     std::thread(function).join();
 }
 
-/// How many files this process holds open at a path.
+/// The number of open descriptors of this process for the file at a path.
 int openCount(const QString& path)
 {
     int count = 0;
@@ -49,8 +49,8 @@ const QStringList OpenFailure{
 
 } // namespace
 
-/// Preparing through the cache, and the agents of threads. Each function has a data folder of its
-/// own, and calls agentFor() only on threads of its own, whose connections look there.
+/// Tests the cache of statements, and the agents of threads. Each function has a data directory of
+/// its own, and calls agentFor() only on its own threads, whose connections use that directory.
 class QueryAgentTest : public QObject
 {
     Q_OBJECT
@@ -345,7 +345,8 @@ private Q_SLOTS:
     void connectionClosesWithItsThread()
     {
         const QString path = QueryAgentDatabase::filePath();
-        // Gone before the reader comes: SQLite closes no file while the process locks it elsewhere.
+        // It ends before the reader starts, because SQLite closes no file while the process has it
+        // locked elsewhere.
         ContentWriter(path).addFile(QStringLiteral("/a/b.txt"));
 
         runInThread([path] {
@@ -423,7 +424,8 @@ private Q_SLOTS:
                 BatchRecorder recorder;
                 const bool ran = agent && agent->query(&recorder, {});
                 const int count = recorder.contents().size();
-                // Whole commits only, never fewer than before, and all of them in the end.
+                // The reader sees only whole commits, never fewer rows than before, and all rows in
+                // the end.
                 const bool isWhole = count % filesPerCommit == 0 && count >= last;
                 const bool isComplete = !isFinal || count == filesPerCommit * commits;
                 if (!ran || !isWhole || !isComplete) {

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// An agent that tells, when it dies, how many statements its connection still has.
+/// An agent that records, when it is destroyed, how many statements its connection still has.
 class MortalAgent : public FileQueryAgent
 {
 public:

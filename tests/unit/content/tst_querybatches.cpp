@@ -57,7 +57,7 @@ private:
 
 } // namespace
 
-/// How agents of each kind hand a listing over.
+/// Tests how agents of each kind deliver a listing.
 class QueryBatchesTest : public QObject
 {
     Q_OBJECT
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QVERIFY(agent->query(&recipient, {}));
 
         QCOMPARE(recipient.batches, 2);
-        // The next listing sees what has been written meanwhile, and is whole.
+        // The next listing is complete, and sees what was written in the meantime.
         add(library.writer, Type(type), QStringLiteral("/later/a.jpg"));
         BatchRecorder recorder;
         QVERIFY(agent->query(&recorder, {}));

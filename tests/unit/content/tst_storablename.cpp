@@ -13,7 +13,7 @@ QString character(uint codePoint)
     return QString::fromUcs4(&codePoint, 1);
 }
 
-/// Each code point of the basic plane between two texts; half a surrogate pair is one, too.
+/// Each code point of the basic plane between two texts, including each half of a surrogate pair.
 QStringList basicPlane(const QString& before, const QString& after)
 {
     QStringList names;
@@ -23,7 +23,7 @@ QStringList basicPlane(const QString& before, const QString& after)
     return names;
 }
 
-/// The names of which isStorableName() says otherwise than the database does, in UTF-16.
+/// The names for which isStorableName() and the database disagree, in UTF-16.
 QStringList misjudged(const QStringList& names)
 {
     ScratchDatabase scratch;
@@ -55,7 +55,7 @@ QStringList misjudged(const QStringList& names)
 
 } // namespace
 
-/// What is said of a name is held against what the database gives back.
+/// Compares isStorableName() with what the database returns.
 class StorableNameTest : public QObject
 {
     Q_OBJECT

@@ -20,7 +20,7 @@ private Q_SLOTS:
         add("0001-01-01T00:00:00.000");
         add("1969-12-31T23:59:59.999");
         add("9999-12-31T23:59:59.999");
-        // Skipped and repeated by summer time in many places.
+        // In many places, summer time skips or repeats these times.
         add("2021-03-28T02:30:00.000");
         add("2021-10-31T02:30:00.000");
         add("2021-03-04T05:06:07");
@@ -71,7 +71,7 @@ private Q_SLOTS:
 
         const QDateTime expected = storedTime(value).toLocalTime();
         if (!expected.isValid()) {
-            // The database holds what the user's clock has shown, which may have been set forward.
+            // The database has the times of the user's clock, which may have been wrong.
             QVERIFY(milliseconds == 0 || value.toString().startsWith(QLatin1String("2021-03-28")));
             return;
         }

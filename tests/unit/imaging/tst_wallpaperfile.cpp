@@ -40,7 +40,7 @@ QStringList entriesOf(const QString& folder)
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
-/// A colour space for grey pictures, of a power of 2.2.
+/// A colour space for grey pictures with a gamma of 2.2.
 QColorSpace greySpace()
 {
     constexpr int kind = 16;
@@ -52,7 +52,7 @@ QColorSpace greySpace()
     return QColorSpace::fromIccProfile(profile);
 }
 
-/// Has the disk of 1 MiB full as long as it lives, except for a few pages.
+/// Fills the disk of 1 MiB, except for a few pages, while it lives.
 class FullDisk
 {
 public:

@@ -40,7 +40,7 @@ DrivenFileManager::~DrivenFileManager()
 bool DrivenFileManager::step()
 {
     const int before = m_steps;
-    // An event that is posted meanwhile waits for the next call.
+    // An event that is posted during this call waits for the next call.
     QCoreApplication::sendPostedEvents(this, QEvent::UpdateRequest);
     return m_steps > before;
 }

@@ -7,20 +7,20 @@
 #include <QString>
 #include <QVector>
 
-/// A file manager that a test turns by hand, so that every step comes when the test says so. It
-/// closes its descriptor at the end, of which the kernel grants a user few. Of other managers, the
-/// registry makes the one of images, which reads what a scan has found.
+/// A file manager that a test drives step by step. At its end, it closes its inotify descriptor,
+/// because the kernel allows only a few for each user. The registry makes only the manager of
+/// images besides, which reads what a scan has found.
 class DrivenFileManager : public FileManager
 {
 public:
     explicit DrivenFileManager(QueryAgentDatabase& database);
     ~DrivenFileManager() override;
 
-    /// Does the posted step; false if none was posted.
+    /// Runs the posted step; false if none was posted.
     bool step();
-    /// Does steps until none is posted; the number of them.
+    /// Runs steps until none is posted. Returns their number.
     int runToIdle();
-    /// Reads all changes that the kernel has to tell, in one read.
+    /// Reads all pending events of the kernel at once.
     void readEvents();
     /// The event masks of the kernel's watches, sorted.
     QVector<uint> watchMasks() const;

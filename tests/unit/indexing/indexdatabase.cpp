@@ -79,7 +79,7 @@ int IndexDatabase::authorize(
     const char* trigger)
 {
     auto* const refused = static_cast<Refusal*>(refusal);
-    // What a statement's triggers do belongs to the statement.
+    // The work of a statement's triggers belongs to the statement.
     if (trigger != nullptr || action != refused->action || refused->table != table
         || (!refused->column.isEmpty() && refused->column != column)) {
         return SQLITE_OK;
@@ -148,6 +148,6 @@ QString noSuchTable(const QString& table)
 QStringList queryWarnings(
     const QString& function, const QString& message, const QString& error, const QString& statement)
 {
-    // As the log shows a text that holds no character to be escaped.
+    // This is the form of the log for a text without characters to escape.
     return {function, message, error, QLatin1Char('"') + statement + QLatin1Char('"')};
 }

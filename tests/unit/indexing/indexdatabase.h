@@ -11,10 +11,10 @@
 
 struct sqlite3;
 
-/// A content database of the test's own, in a real file: empty, with the current schema and in the
-/// journal mode that the daemon uses.
+/// A content database for one test, in a real file: empty, with the current schema, and in the
+/// journal mode of the daemon.
 ///
-/// rows() and value() read from outside, so that they see what is committed and nothing else.
+/// rows() and value() use another connection, so they see only what is committed.
 class IndexDatabase
 {
 public:
@@ -24,13 +24,13 @@ public:
 
     /// The connection that the managers under test share.
     QueryAgentDatabase& connection();
-    /// Runs statements on that connection; one that fails fails the current test.
+    /// Runs statements on that connection. A statement that fails makes the current test fail.
     void exec(const QStringList& statements);
     void exec(const QString& statement);
-    /// Makes the connection refuse to prepare the `nth` statement, from 1, of a kind: `verb` is
-    /// "SELECT", "INSERT", "UPDATE" or "DELETE", `table` the table that it changes, empty for a
-    /// SELECT, and `column` a column that it updates. The database's error text is "not
-    /// authorized".
+    /// Makes the connection refuse to prepare one statement. It is the `nth` one, from 1, of a
+    /// kind. `verb` is "SELECT", "INSERT", "UPDATE" or "DELETE", `table` is the table that it
+    /// changes, or empty for a SELECT, and `column` is a column that it updates. The error text of
+    /// the database is "not authorized".
     void refuseToPrepare(
         const QByteArray& verb, int nth, const QByteArray& table = {},
         const QByteArray& column = {});
@@ -43,11 +43,11 @@ public:
     QStringList fileNames(const QString& path) const;
     /// The paths of all directories that have a row, sorted.
     QStringList directoryPaths() const;
-    /// The only `file.id` of that name.
+    /// The `file.id` of the only file with this name.
     qint64 fileId(const QString& fileName) const;
 
 private:
-    /// A kind of statement that is not to be prepared, and how many of it are yet to pass.
+    /// A kind of statement to refuse, and the number of statements of this kind that still pass.
     struct Refusal
     {
         int action = 0;
@@ -66,8 +66,8 @@ private:
     Refusal m_refusal;
 };
 
-/// A trigger that makes a kind of change fail for real: `operation` is "INSERT", "UPDATE" or
-/// "DELETE", and the database's error text is "refused".
+/// A trigger that makes a kind of change fail in the database: `operation` is "INSERT", "UPDATE" or
+/// "DELETE". The error text of the database is "refused".
 QString refuse(const QString& operation, const QString& table);
 /// The error of a change that such a trigger has refused, as the log shows it.
 QString refusedError();

@@ -17,8 +17,7 @@ void MonotonicClock::advance(int seconds)
     secondsAhead += seconds;
 }
 
-// Visible to the libraries, so that it comes before the one of the C library.
-// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
+// It must be visible to the libraries, so that it replaces the function of the C library.
 extern "C" __attribute__((visibility("default"))) int clock_gettime(
     clockid_t clock, timespec* time) noexcept
 {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-/// The monotonic clock of this program, which a test can turn forward. It is that of Qt as well:
-/// the program's clock_gettime() stands in for the C library's, everywhere in the process.
+/// The monotonic clock of this program, which a test can advance. Qt uses it, too, because the
+/// program's clock_gettime() replaces the function of the C library.
 namespace MonotonicClock {
 
-/// From now on the clock is ahead by so much more.
+/// Advances the clock by this much.
 void advance(int seconds);
 
 } // namespace MonotonicClock

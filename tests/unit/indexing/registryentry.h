@@ -4,7 +4,7 @@
 #include "content/dbmanager.h"
 #include "content/moodsetcontent.h"
 
-/// Puts a test's own manager in the registry in the place of a type's while it lives.
+/// Replaces the manager of a type in the registry by one of the test, while it lives.
 class RegistryEntry
 {
 public:

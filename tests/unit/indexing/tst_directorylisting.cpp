@@ -33,7 +33,7 @@ QStringList directoryPaths(const QString& path)
     return paths;
 }
 
-/// Names in the order of their bytes. The last two stand the other way round in UTF-16.
+/// Names in the order of their bytes. In UTF-16, the last two have the opposite order.
 QStringList namesInOrder()
 {
     return {QStringLiteral("B"),      QStringLiteral("a"),      QStringLiteral("a b"),
@@ -346,6 +346,7 @@ void DirectoryListingTest::unreadableDirectoryHoldsNothing()
     QCOMPARE(fileNames(folder.path(QStringLiteral("locked"))), QStringList());
     QCOMPARE(directoryPaths(folder.path(QStringLiteral("locked"))), QStringList());
     folder.setMode(QStringLiteral("locked"), 0700);
+    QCOMPARE(fileNames(folder.path(QStringLiteral("locked"))), QStringList(QStringLiteral("file")));
 }
 
 QTEST_GUILESS_MAIN(DirectoryListingTest)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// FileManager's registering and watching of directories.
+// Tests how FileManager registers and watches directories.
 #include "indexing/filemanager.h"
 
 #include "drivenfilemanager.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// FileManager's scan of directories.
+// Tests how FileManager scans directories.
 #include "announcements.h"
 #include "content/dbmanager.h"
 #include "content/moodsetcontent.h"
@@ -26,7 +26,7 @@ const QString FileInsert =
 const QString DirectoryInsert =
     QStringLiteral("INSERT INTO directory (parentId, path, scope) VALUES (?, ?, 0);");
 
-/// What happens as the next directory is going to be watched.
+/// This runs just before the next directory is watched.
 std::function<void()> beforeNextWatch;
 
 QStringList notWatched(const QString& path)
@@ -36,8 +36,7 @@ QStringList notWatched(const QString& path)
 
 } // namespace
 
-// The linker puts this in the way.
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// The linker replaces the function by this one.
 extern "C" {
 int __real_inotify_add_watch(int descriptor, const char* path, uint32_t mask);
 
@@ -53,11 +52,11 @@ int __wrap_inotify_add_watch(int descriptor, const char* path, uint32_t mask)
 
 namespace {
 
-/// A folder with a database that has no file manager yet: rows are put in first, then scan() does
-/// what a start of the daemon does.
+/// A directory with a database that has no file manager yet. A test first inserts rows, and then
+/// calls scan(), which does the same as a start of the daemon.
 struct ScannedFolder
 {
-    /// The folder gets a row of the scope and of the id 1.
+    /// Gives the directory a row with the id 1 and this scope.
     explicit ScannedFolder(FileManager::DirectoryScope scope = FileManager::AllEntries)
     {
         database.exec(
@@ -65,7 +64,7 @@ struct ScannedFolder
                 .arg(folder.path())
                 .arg(scope));
     }
-    /// A row of the time of 1970 whose metadata has been read.
+    /// Inserts a row with a modification time in 1970 and with metadata that are up to date.
     void addFileRow(const QString& name, int directoryId = 1)
     {
         database.exec(QStringLiteral("INSERT INTO file (directoryId, mimeType, fileName, "
@@ -82,14 +81,14 @@ struct ScannedFolder
                           .arg(parentId)
                           .arg(folder.path(name)));
     }
-    /// Starts a manager and runs it to idle; the number of its steps.
+    /// Starts a manager and runs it until it is idle. Returns the number of its steps.
     int scan()
     {
         DrivenFileManager manager(database.connection());
         return manager.runToIdle();
     }
     QStringList fileNames() const { return database.fileNames(folder.path()); }
-    /// The paths of all directories below the folder that have a row, relative to it.
+    /// The paths of all directories below the directory that have rows, relative to it.
     QStringList directoryNames() const
     {
         QStringList names = database.directoryPaths();
@@ -117,7 +116,7 @@ QDateTime someTime()
     return {QDate(2022, 3, 4), QTime(5, 6, 7, 89)};
 }
 
-/// The time that ScannedFolder::addFileRow() gives.
+/// The modification time of the rows of ScannedFolder::addFileRow().
 QDateTime rowTime()
 {
     return {QDate(1970, 1, 1), QTime(12, 0)};
@@ -192,7 +191,7 @@ private Q_SLOTS:
 
 void DirectoryScanTest::initTestCase()
 {
-    // A zone with summer time, before any time is converted.
+    // Sets a time zone with summer time, before any time is converted.
     qputenv("TZ", "Europe/Berlin");
 }
 
@@ -291,7 +290,7 @@ void DirectoryScanTest::directoryThatTheDatabaseWouldChangeIsLeftOutWithAWarning
     ScannedFolder test;
     test.folder.makeDirectory(QStringLiteral("a"));
     test.folder.makeDirectory(QStringLiteral("a\uffff"));
-    // Its path begins with no mark.
+    // The path does not begin with a mark.
     test.folder.makeDirectory(QStringLiteral("\ufeffa"));
 
     test.scan();
@@ -339,9 +338,11 @@ void DirectoryScanTest::namesThatGetNoRowAnywayCostNoWarning()
     ScannedFolder test(static_cast<FileManager::DirectoryScope>(scope));
     test.folder.write(QStringLiteral("\ufeffa.jpg"));
     test.folder.writeRawName("latin\xe4.jpg");
+    DrivenFileManager manager(test.database.connection());
 
-    test.scan();
+    manager.runToIdle();
 
+    QCOMPARE(manager.watchMasks().size(), 1);
     QCOMPARE(test.fileNames(), QStringList());
 }
 
@@ -458,6 +459,7 @@ void DirectoryScanTest::watchOfALinkDoesNotFollowIt()
     QVERIFY(manager.appendDirectory(link, FileManager::AllEntries, true) != 0);
     manager.runToIdle();
     QCOMPARE(database.fileNames(link), QStringList(QStringLiteral("a.jpg")));
+    QCOMPARE(manager.watchMasks().size(), 1);
 
     folder.write(QStringLiteral("target/b.jpg"));
     manager.readEvents();
@@ -564,7 +566,7 @@ void DirectoryScanTest::rowBehindTheLastNewDirectoryStaysAndIsNotQueued()
     test.folder.makeDirectory(QStringLiteral("b"));
     test.addDirectoryRow(2, QStringLiteral("c"));
 
-    // Had it been queued, the log would tell of a failed watch.
+    // If it had been queued, the log would contain a failed watch.
     test.scan();
     const QStringList all{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
     QCOMPARE(test.directoryNames(), all);
@@ -610,11 +612,15 @@ void DirectoryScanTest::unchangedFileIsLeftAlone()
     test.folder.setModified(QStringLiteral("a"), time);
     test.scan();
     test.database.exec(QStringLiteral("UPDATE file SET metadataCurrent = 1;"));
-    const LibraryDatabase::Rows before = test.database.rows(QStringLiteral("SELECT * FROM file;"));
+    const QString row = QStringLiteral("SELECT * FROM file WHERE fileName = 'a';");
+    const LibraryDatabase::Rows before = test.database.rows(row);
+    QCOMPARE(before.size(), 1);
+    test.folder.write(QStringLiteral("new"));
 
     test.scan();
 
-    QCOMPARE(test.database.rows(QStringLiteral("SELECT * FROM file;")), before);
+    QCOMPARE(test.metadataCurrent(QStringLiteral("new")), QVariant(0));
+    QCOMPARE(test.database.rows(row), before);
 }
 
 void DirectoryScanTest::changedTimeCountsEitherWay_data()
@@ -650,9 +656,12 @@ void DirectoryScanTest::sizeAloneIsNoChange()
     test.folder.write(QStringLiteral("a"), "longer than before");
     test.folder.setModified(QStringLiteral("a"), rowTime());
     test.addFileRow(QStringLiteral("a"));
+    test.folder.write(QStringLiteral("changed"));
+    test.addFileRow(QStringLiteral("changed"));
 
     test.scan();
 
+    QCOMPARE(test.metadataCurrent(QStringLiteral("changed")), QVariant(0));
     QCOMPARE(test.metadataCurrent(QStringLiteral("a")), QVariant(1));
 }
 
@@ -727,7 +736,7 @@ void DirectoryScanTest::onlyAllEntriesAdds()
     QFETCH(bool, adds);
     MessageLog log;
     ScannedFolder test(static_cast<FileManager::DirectoryScope>(scope));
-    // New before, and new after what is known.
+    // One is new before the known entries, and one after them.
     for (const char* name : {"a", "b", "c"}) {
         test.folder.write(QString::fromLatin1(name));
         test.folder.makeDirectory(QString::fromLatin1(name) + QStringLiteral("d"));
@@ -854,7 +863,7 @@ void DirectoryScanTest::failedStatementLosesTheWholeScan()
     QFETCH(QString, statement);
     MessageLog log;
     ScannedFolder test;
-    // Each kind of change once: what was added, what has changed and what is gone.
+    // This has each kind of change once: an addition, an update and a removal.
     test.folder.write(QStringLiteral("b changed"));
     test.folder.write(QStringLiteral("c new"));
     test.folder.makeDirectory(QStringLiteral("new"));
@@ -1041,7 +1050,7 @@ void DirectoryScanTest::everyDirectoryIsAnnounced()
     ScannedFolder test;
     DrivenFileManager manager(test.database.connection());
 
-    // The first is empty, so that nothing changes.
+    // The first one is empty, so nothing changes.
     QVERIFY(manager.step());
 
     QCOMPARE(Announcements::take(), QVector<int>{MoodsetContent::File});
@@ -1054,7 +1063,7 @@ void DirectoryScanTest::metadataIsReadWhenTheQueueIsEmpty()
     folder.makeDirectory(QStringLiteral("sub"));
     QVERIFY(writePicture(folder.path(QStringLiteral("a.png")), QSize(30, 20)));
     QVERIFY(writePicture(folder.path(QStringLiteral("sub/b.png")), QSize(50, 40)));
-    // The image manager is the registry's, with the daemon's own database.
+    // The image manager is that of the registry, which uses the daemon's own database.
     DrivenFileManager manager(*DbManager::instance());
     manager.runToIdle();
     manager.appendDirectory(folder.path(), FileManager::AllEntries, true);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// FileManager's registering of single files.
+// Tests how FileManager registers single files.
 #include "indexing/filemanager.h"
 
 #include "drivenfilemanager.h"
@@ -277,7 +277,7 @@ void FileInsertionTest::insertingReportsAFailedFileLookupAndRollsBack()
             QStringLiteral("SELECT id FROM file WHERE directoryId = ? AND fileName = ?;")));
     QVERIFY(!database.isInTransaction());
     QCOMPARE(database.directoryPaths(), QStringList());
-    // The queue has the directory all the same; without a row it is dropped silently.
+    // The directory is in the queue anyway. It has no row, so it is dropped without a message.
     QCOMPARE(manager.runToIdle(), 1);
     QCOMPARE(manager.watchMasks(), QVector<uint>());
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// FileManager's making, its statements and its turns. Directories, files, scans and change events
-// have tests of their own.
+// Tests the construction of FileManager, its statements and its turns. Directories, files, scans
+// and change events have tests of their own.
 #include "indexing/filemanager.h"
 
 #include "content/dbmanager.h"
@@ -23,7 +23,7 @@ const QString InsertFile = QStringLiteral("qint64 FileManager::insertFile(const 
 const QString NotAuthorized =
     QStringLiteral("QSqlError(\"23\", \"Unable to execute statement\", \"not authorized\")");
 
-/// While it lives, the process can open no further file.
+/// While it lives, the process can open no further files.
 class NoMoreFiles
 {
 public:
@@ -248,7 +248,7 @@ void FileManagerTest::rootsThatCannotBeReadAreReported()
     MessageLog log;
     TestFolder folder;
     IndexDatabase database;
-    // After the four that are prepared.
+    // This is the statement after the four that are prepared.
     database.refuseToPrepare("SELECT", 5);
 
     DrivenFileManager manager(database.connection());
@@ -341,7 +341,7 @@ void FileManagerTest::scheduledUpdateReadsMetadataInTurns()
     IndexDatabase database;
     DrivenFileManager manager(database.connection());
     manager.runToIdle();
-    // The image manager is the registry's, with the daemon's own database.
+    // The image manager is that of the registry, which uses the daemon's own database.
     QSqlQuery query(*DbManager::instance());
     QVERIFY(query.exec(QStringLiteral("DELETE FROM file;")));
     for (int i = 0; i < pending; ++i) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// How ImageManager gets through more pictures than it reads in one turn. The pictures here have
-// rows and no files: what is read of them does not matter.
+// Tests how ImageManager handles more pictures than it reads in one turn. The pictures here have
+// rows but no files, because their data do not matter.
 #include "content/dbmanager.h"
 #include "indexing/imagemanager.h"
 #include "messagelog.h"

@@ -34,7 +34,7 @@ const QString ImageUpdate =
                    "VALUES (?, ?, ?, ?, ?);");
 const QString ModifiedReset = QStringLiteral("UPDATE file SET metadataCurrent = 1 WHERE id = ?;");
 
-/// A folder whose files get rows that wait for their metadata.
+/// A directory whose files have rows that wait for their metadata.
 struct Pictures
 {
     Pictures()
@@ -92,7 +92,7 @@ struct Pictures
 const QSize Unreadable(-1, -1);
 const QSize Photo(40, 30);
 
-/// Leaves this process so many more descriptors to open while it lives.
+/// Leaves this process this many more descriptors while it lives.
 class FewDescriptors
 {
 public:
@@ -202,7 +202,7 @@ void ImageManagerTest::statementThatCannotBePreparedIsReported_data()
         << queryWarnings(
                Constructor, QStringLiteral("Failed to prepare m_modifiedQuery."), notAuthorized,
                ModifiedQuery);
-    // Told as the statement before it, which has no error.
+    // The message is that of the statement before, which has no error.
     QTest::newRow("m_modifiedReset")
         << QByteArray("UPDATE") << QByteArray("file")
         << queryWarnings(
@@ -576,11 +576,13 @@ void ImageManagerTest::filesOfOtherTypesAreLeftAlone()
     Pictures test;
     QVERIFY(writePicture(test.folder.path(QStringLiteral("a.png")), QSize(1, 2)));
     test.addRow(QStringLiteral("a.png"), mimeType);
+    test.addPicture(QStringLiteral("b.png"), QSize(3, 4));
     ImageManager manager(test.database.connection());
 
     QVERIFY(!manager.updateMetaData());
 
-    QCOMPARE(test.imageRows(), 0);
+    QCOMPARE(test.size(QStringLiteral("b.png")), QSize(3, 4));
+    QCOMPARE(test.imageRows(), 1);
     QCOMPARE(test.pendingRows(), 1);
 }
 
@@ -623,7 +625,7 @@ void ImageManagerTest::nothingPendingStartsNoTransaction()
 
     QVERIFY(!manager.updateMetaData());
 
-    // One of its own would have been committed, and this one with it.
+    // A transaction of its own would have been committed, and this one with it.
     QVERIFY(test.database.isInTransaction());
 }
 
@@ -711,7 +713,7 @@ void ImageManagerTest::failedCommitIsReportedAndTriedAgain()
     ImageManager manager(test.database.connection());
     test.database.exec(refuseCommit(QStringLiteral("INSERT"), QStringLiteral("image")));
 
-    // Full as the batch is, the next is not to follow at once.
+    // Although the batch is full, the next one must not follow at once.
     QVERIFY(!manager.updateMetaData());
     QCOMPARE(log.takeWarnings(), QStringList(refusedCommitWarning(UpdateMetaData)));
     QVERIFY(!test.database.isInTransaction());

@@ -195,7 +195,7 @@ private Q_SLOTS:
     {
         MessageLog log;
         IndexDatabase database;
-        // The first update of that column is m_fileUpdate.
+        // m_fileUpdate is the first statement that updates this column.
         database.refuseToPrepare("UPDATE", 2, "file", "metadataCurrent");
 
         const IndexManager manager(database.connection());
@@ -390,7 +390,7 @@ private Q_SLOTS:
         QFETCH(QString, printed);
         MessageLog log;
         Package package;
-        // What would be left of the name is that of a file.
+        // The rest of the name would be the name of a file.
         package.writeTones({name, QStringLiteral("a"), QStringLiteral("b")});
         package.writeIndex(index({element(written), element("b")}));
         IndexManager manager(package.database.connection());
@@ -446,7 +446,7 @@ private Q_SLOTS:
         QTest::newRow("path out") << element("../tones.index");
         QTest::newRow("path down") << element("sub/c");
         QTest::newRow("NUL") << element("b\\u0000");
-        // The disk knows neither half, and would find the file "b?".
+        // The disk has neither half of the pair, and would find the file "b?".
         QTest::newRow("half a surrogate pair") << element("b\\ud800");
     }
 
@@ -538,7 +538,7 @@ private Q_SLOTS:
         QCOMPARE(package.tones(), QStringList({QStringLiteral("a"), QStringLiteral("b")}));
     }
 
-    // An entry that is met again after a row was deleted counts as its own duplicate.
+    // An entry that is compared again after a row was deleted counts as a duplicate of itself.
     void entryBehindADeletedRowIsLostUntilTheNextParse()
     {
         MessageLog log;
@@ -725,7 +725,7 @@ private Q_SLOTS:
         Package package;
         package.writeIndex(index({}));
         IndexManager manager(package.database.connection());
-        // After the search for index files, and for the directory.
+        // This is the statement after the search for index files and for the directory.
         package.database.refuseToPrepare("SELECT", 3);
 
         QVERIFY(!manager.updateMetaData());

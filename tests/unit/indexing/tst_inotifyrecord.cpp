@@ -138,7 +138,7 @@ void InotifyRecordTest::nameThatIsNotUtf8KeepsItsBytes()
 
 void InotifyRecordTest::readsAllThatWaitsHoweverMuch()
 {
-    // Far more than the buffer on the stack holds.
+    // This is far more than the buffer on the stack can hold.
     constexpr int count = 500;
     for (int i = 0; i < count; ++i) {
         m_folder->write(QStringLiteral("file%1").arg(i), QByteArray());
@@ -160,7 +160,7 @@ void InotifyRecordTest::droppedEventsHaveNoWatch()
     QVERIFY(limit.open(QIODevice::ReadOnly));
     const int queueLength = limit.readAll().trimmed().toInt();
     QVERIFY(queueLength > 0);
-    // Two events of different names in turn, since equal ones in a row are told once.
+    // Events of two names alternate, because the kernel joins equal events in a row.
     for (int i = 0; i <= queueLength / 2; ++i) {
         m_folder->write(QStringLiteral("a"), QByteArray());
         m_folder->remove(QStringLiteral("a"));

@@ -106,8 +106,8 @@ class MimeTypeMemoryTest : public QObject
 {
     Q_OBJECT
 
-    /// The names of files in the test's folder for which the memory's first, second or third answer
-    /// is not the database's.
+    /// The names of files in the test directory for which the first, second or third answer of the
+    /// memory differs from that of the database.
     QStringList disagreements(const QStringList& names);
 
     QScopedPointer<TestFolder> m_folder;
@@ -151,8 +151,9 @@ void MimeTypeMemoryTest::cleanup()
     QDir types(userTypes());
     if (types.exists()) {
         QVERIFY(types.removeRecursively());
-        // Qt's database lives on in the process, and forgets the test's types now. Only after the
-        // tests that made some: Qt Test's own time limit goes by this clock, too.
+        // Qt's database stays in the process, and forgets the types of the tests now. This comes
+        // after the tests with types of their own, because Qt Test's time limit uses this clock,
+        // too.
         MonotonicClock::advance(PastCheckInterval);
     }
 }
@@ -225,6 +226,9 @@ void MimeTypeMemoryTest::doesNotRememberWhatNoSuffixDecides()
     m_memory->typeName(QFileInfo(m_folder->path(name)));
 
     QCOMPARE(m_memory->rememberedSuffixes(), QStringList());
+    m_folder->write(QStringLiteral("b.png"));
+    m_memory->typeName(QFileInfo(m_folder->path(QStringLiteral("b.png"))));
+    QCOMPARE(m_memory->rememberedSuffixes(), QStringList(QStringLiteral("png")));
 }
 
 void MimeTypeMemoryTest::agreesForEverySuffix_data()
@@ -464,7 +468,7 @@ void MimeTypeMemoryTest::secondTypeOfTheUserUndecidesASuffix()
     QCOMPARE(disagreements({QStringLiteral("a.jpg"), QStringLiteral("b.png")}), QStringList());
 
     QCOMPARE(m_memory->rememberedSuffixes(), QStringList(QStringLiteral("png")));
-    // Two globs match, so that the content has its say.
+    // Two globs match, so the content decides.
     QVERIFY(databaseName(m_folder->path(QStringLiteral("a.jpg"))) != QLatin1String("image/jpeg"));
 }
 
@@ -524,9 +528,12 @@ void MimeTypeMemoryTest::remembersAgainOnceAChangeHasSettled()
 void MimeTypeMemoryTest::packageThatIsNotInstalledSuspendsTheMemory()
 {
     MessageLog log;
-    writeUserPackage(SecondJpgType);
     m_folder->write(QStringLiteral("a.jpg"), PngContent);
     m_folder->write(QStringLiteral("b.png"));
+    m_memory->typeName(QFileInfo(m_folder->path(QStringLiteral("b.png"))));
+    QCOMPARE(m_memory->rememberedSuffixes(), QStringList(QStringLiteral("png")));
+    writeUserPackage(SecondJpgType);
+    MonotonicClock::advance(PastCheckInterval);
 
     QCOMPARE(disagreements({QStringLiteral("a.jpg"), QStringLiteral("b.png")}), QStringList());
 

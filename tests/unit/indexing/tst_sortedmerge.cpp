@@ -58,11 +58,11 @@ void SortedMergeTest::tellsWhatEachNameIs_data()
         << Names{"a", "c"} << Names{"a", "b", "c"} << Names{"=aa", "-b", "=cc"};
     QTest::newRow("gone and new in turn")
         << Names{"b", "d", "e"} << Names{"a", "c", "e"} << Names{"-a", "+b", "-c", "+d", "=ee"};
-    QTest::newRow("the row behind the last new entry is let stand")
+    QTest::newRow("a row after the last entry stays if that entry is new")
         << Names{"a", "b"} << Names{"c"} << Names{"+a", "+b"};
     QTest::newRow("rows after the one that is let stand go")
         << Names{"a", "b"} << Names{"c", "d", "e"} << Names{"+a", "+b", "-d", "-e"};
-    QTest::newRow("a row behind a last match goes, though")
+    QTest::newRow("a row after the last entry goes if that entry has matched")
         << Names{"a", "b"} << Names{"b", "c"} << Names{"+a", "=bb", "-c"};
     QTest::newRow("a prefix comes first")
         << Names{"a", "ab"} << Names{"ab"} << Names{"+a", "=abab"};

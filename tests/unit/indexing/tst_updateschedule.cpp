@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Counts the steps that it is asked for, and asks for one more in the middle of each.
+/// Counts the steps that were requested, and requests another one in the middle of each.
 class Worker : public QObject
 {
 public:
@@ -23,7 +23,7 @@ public:
         return true;
     }
 
-    /// Delivers what is posted now; the number of steps.
+    /// Runs the posted steps. Returns their number.
     int deliver()
     {
         const int before = steps;

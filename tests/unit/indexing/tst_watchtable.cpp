@@ -9,7 +9,7 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
-/// On watches of the kernel's own.
+/// Tests the table with real watches of the kernel.
 class WatchTableTest : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ class WatchTableTest : public QObject
 private:
     int m_descriptor = -1;
 
-    /// How many of the kernel's watches tell of a new file in the folder.
+    /// The number of watches of the kernel that report a new file in the directory.
     int reports(TestFolder& folder)
     {
         folder.write(QStringLiteral("new"), QByteArray());
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QVERIFY(!table.contains(folder.path()));
         QVERIFY(table.directory(watch).path.isEmpty());
         QVERIFY(table.contains(other.path()));
-        // The kernel tells of the end of the watch.
+        // The kernel reports the end of the watch.
         QCOMPARE(readInotifyRecords(m_descriptor).size(), 1);
         QCOMPARE(reports(folder), 0);
         QCOMPARE(reports(other), 1);

@@ -10,7 +10,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 
-/// An install manager that a test turns by hand.
+/// An install manager that a test drives step by step.
 class DrivenInstallManager : public InstallManager
 {
 public:
@@ -19,15 +19,15 @@ public:
     {
     }
 
-    /// Does the posted step; false if none was posted.
+    /// Runs the posted step; false if none was posted.
     bool step()
     {
         const int before = m_steps;
-        // An event that is posted meanwhile waits for the next call.
+        // An event that is posted during this call waits for the next call.
         QCoreApplication::sendPostedEvents(this, QEvent::UpdateRequest);
         return m_steps > before;
     }
-    /// Does steps until none is posted; the number of them.
+    /// Runs steps until none is posted. Returns their number.
     int runToIdle()
     {
         int steps = 0;
@@ -49,7 +49,7 @@ private:
     int m_steps = 0;
 };
 
-/// Stands in for what parses the files of packages: notes its turns under a name.
+/// Replaces a parser of packages. It records its turns under a name.
 class ParserTurns : public ContentManager
 {
 public:
@@ -66,7 +66,7 @@ public:
         return remaining-- > 0;
     }
 
-    /// How many turns say that there is more to do.
+    /// The number of turns that report that there is more to do.
     int remaining = 0;
 
 private:
@@ -74,11 +74,11 @@ private:
     QStringList* const m_turns;
 };
 
-/// A database and the managers that an install manager works with, all turned by hand, and a folder
-/// for install directories.
+/// A database and the managers that an install manager works with, all driven by the test, and a
+/// directory for install directories.
 struct InstallLibrary
 {
-    /// Makes a package's row up to date and of another time.
+    /// Makes the row of a package's file up to date, and gives it another time.
     void age(const QString& fileName)
     {
         database.exec(QStringLiteral("UPDATE file SET modificationTime = '1970-01-01T12:00:00.000',"
@@ -92,7 +92,7 @@ struct InstallLibrary
                 QStringLiteral("SELECT metadataCurrent FROM file WHERE fileName = ?;"), {fileName})
             .toInt();
     }
-    /// parentId, 0 for none, and scope of a directory's row.
+    /// The parentId (0 for none) and the scope of a directory's row.
     QList<int> directoryRow(const QString& path) const
     {
         const LibraryDatabase::Rows rows = database.rows(
@@ -120,7 +120,7 @@ struct InstallLibrary
     DrivenInstallManager manager{database.connection()};
 };
 
-/// The error of a statement that may not be run, as the log shows it.
+/// The error of a statement that the connection has refused, as the log shows it.
 inline QString notAuthorizedToRun()
 {
     return QStringLiteral("QSqlError(\"23\", \"Unable to fetch row\", \"not authorized\")");

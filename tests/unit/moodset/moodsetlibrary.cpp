@@ -20,7 +20,7 @@ MoodsetLibrary::MoodsetLibrary()
     m_folder.write(QStringLiteral("sounds/s.ogg"));
     m_folder.write(QStringLiteral("sounds/t.ogg"));
 
-    // Views and triggers go first, since they would keep tables from being changed.
+    // Views and triggers are removed first, because tables cannot be changed while they exist.
     exec(QStringLiteral("DROP VIEW IF EXISTS temp.modified_moodset;"));
     const QStringList tables{QStringLiteral("file"),     QStringLiteral("directory"),
                              QStringLiteral("image"),    QStringLiteral("moodset"),

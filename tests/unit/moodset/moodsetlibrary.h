@@ -12,11 +12,11 @@
 
 #include <memory>
 
-/// The daemon's own database, emptied, with a moodset manager on it and a folder for a bundle,
-/// which has the wallpaper "images/w.jpg" and the sounds "sounds/s.ogg" and "sounds/t.ogg". The
-/// registry makes the managers of the daemon.
+/// The daemon's own database, which is emptied, with a moodset manager and with a directory for a
+/// bundle. The directory has the wallpaper "images/w.jpg" and the sounds "sounds/s.ogg" and
+/// "sounds/t.ogg". The registry makes the managers of the daemon.
 ///
-/// rows() and value() read from outside, so that they see what is committed and nothing else.
+/// rows() and value() use another connection, so they see only what is committed.
 class MoodsetLibrary
 {
 public:
@@ -27,18 +27,20 @@ public:
     MoodsetManager& manager() { return *m_manager; }
     TestFolder& folder() { return m_folder; }
 
-    /// Writes a moodset file and has it parsed by the next updateMetaData(); its id.
+    /// Writes a moodset file, which the next updateMetaData() parses. Returns its id.
     qint64 addMoodsetFile(const QByteArray& content, const QString& name = fileName());
-    /// Writes a moodset file again and has it parsed.
+    /// Writes a moodset file again, and marks it to be parsed.
     void rewrite(qint64 id, const QByteArray& content, const QString& name = fileName());
-    /// Adds a file's row in the bundle's folder, which need not exist; its id.
+    /// Adds the row of a file in the bundle's directory. The file need not exist. Returns its id.
     qint64 addFile(const QString& name, bool isCurrent = true);
-    /// Adds a moodset whose every column has a value of its own; its id. Its file is current.
+    /// Adds a moodset with a different value in every column. Its file is up to date. Returns its
+    /// id.
     qint64 addStoredMoodset(const QString& name = fileName());
     /// Makes the file of `fileId` a tone of a moodset.
     void addResource(qint64 moodset, const QString& type, qint64 fileId);
 
-    /// Runs a statement on the daemon's connection; one that fails fails the current test.
+    /// Runs a statement on the daemon's connection. A statement that fails makes the current test
+    /// fail.
     static void exec(const QString& statement, const QVariantList& values = {});
     /// Whether a transaction is open on that connection.
     static bool isInTransaction();
@@ -51,7 +53,7 @@ public:
     QStringList moodset(qint64 id) const;
     /// A moodset's tones, "ringerToneFile=s.ogg", sorted.
     QStringList resources(qint64 id) const;
-    /// The number of files that are to be parsed.
+    /// The number of files that wait to be parsed.
     int pendingFiles() const;
 
     static QString fileName() { return QStringLiteral("a.moodset"); }
@@ -62,7 +64,7 @@ private:
     std::unique_ptr<MoodsetManager> m_manager;
 };
 
-/// Notes what a manager says about the active moodset.
+/// Records what a manager announces about the active moodset.
 class ActiveMoodsetRecord
 {
 public:
@@ -73,15 +75,15 @@ public:
     QVector<Moodset> moodsets;
 
 private:
-    /// Ends the connection with this object.
+    /// The connection ends when this object is destroyed.
     QObject m_context;
 };
 
-/// Names a file as the source of the wallpaper, as another process would.
+/// Writes a file as the active picture to the store, as another process would.
 void writeSource(const QString& path);
 
-/// A trigger that makes a kind of change fail for real: `operation` is "INSERT", "UPDATE" or
-/// "DELETE", and the database's error text is "refused".
+/// A trigger that makes a kind of change fail in the database: `operation` is "INSERT", "UPDATE" or
+/// "DELETE". The error text of the database is "refused".
 QString refuse(const QString& operation, const QString& table);
 /// The four warnings of such a failure.
 QStringList refusedWarnings(

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// InstallManager's scan of install directories.
+// Tests how InstallManager scans install directories.
 #include "installfixture.h"
 #include "leftoutnames.h"
 #include "messagelog.h"
@@ -183,7 +183,7 @@ private Q_SLOTS:
     {
         MessageLog log;
         InstallDirectory install;
-        // After that of the directory's id.
+        // This is the statement after the one for the id of the directory.
         install.database.refuseToPrepare("SELECT", 2);
 
         install.manager.step();
@@ -283,7 +283,7 @@ private Q_SLOTS:
         install.folder.makeDirectory(QStringLiteral("c"));
         QVERIFY(
             install.manager.install(install.folder.path(QStringLiteral("c")), QString(), false));
-        // Not those of packages by themselves, whose turn follows in the same step.
+        // The scope of packages stays, and their turn follows in the same step.
         const QString condition =
             operation == QStringLiteral("DELETE") ? QString() : QStringLiteral("WHEN NEW.parentId");
         install.database.exec(

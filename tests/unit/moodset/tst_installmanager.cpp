@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// InstallManager's statements and its loop.
+// Tests the statements of InstallManager and its loop.
 #include "installfixture.h"
 #include "messagelog.h"
 

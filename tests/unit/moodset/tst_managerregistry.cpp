@@ -45,7 +45,7 @@ class ManagerRegistryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // The first of all, since what is made stays.
+    // This is the first test, because managers stay once they are made.
     void thereAreNoManagersWithoutAFactory()
     {
         MessageLog log;
@@ -92,7 +92,7 @@ private Q_SLOTS:
     {
         MessageLog log;
 
-        // The addresses differ, since the classes have other bases, too.
+        // The addresses differ, because the classes have other bases, too.
         QCOMPARE(FileManager::fromRegistry(), ContentManager::managerFromType(0));
         QCOMPARE(MoodsetManager::fromRegistry(), ContentManager::managerFromType(1));
         QCOMPARE(DownloadManager::fromRegistry(), ContentManager::managerFromType(4));

@@ -8,13 +8,13 @@ namespace {
 
 QJsonObject object(const char* json)
 {
-    // Quotes stand single in the tests.
+    // The tests write single quotes instead of double ones.
     return QJsonDocument::fromJson(QByteArray(json).replace('\'', '"')).object();
 }
 
 } // namespace
 
-/// What each reader makes of a whole file stands in tst_moodsetreaders.
+/// tst_moodsetreaders tests what each reader reads from a whole file.
 class MoodsetDocumentTest : public QObject
 {
     Q_OBJECT

@@ -70,7 +70,7 @@ Moodset record(qint64 id)
 
 } // namespace
 
-/// What becomes of statements that cannot be prepared stands in tst_moodsetstatements.
+/// tst_moodsetstatements tests statements that cannot be prepared.
 class MoodsetManagerTest : public QObject
 {
     Q_OBJECT
@@ -194,7 +194,7 @@ void MoodsetManagerTest::editChangesItsColumn_data()
     const auto addEdit = [](const char* key, const QVariant& value, int position) {
         QTest::newRow(key) << QString::fromLatin1(key) << value << position << value.toString();
     };
-    // By the order of the table's columns; the name stands last.
+    // The values are in the order of the table's columns, and the name is last.
     addEdit("highlightColor", QStringLiteral("#123456"), 4);
     addEdit("secondaryHighlightColor", QStringLiteral("no colour"), 5);
     addEdit("primaryColor", QStringLiteral("red"), 6);
@@ -808,7 +808,7 @@ void MoodsetManagerTest::failedSaveIsNotAnnounced()
     QCOMPARE(announced.moodsets.size(), 0);
 }
 
-/// Before the event loop has told of the change.
+/// The event loop has not reported the change yet.
 void MoodsetManagerTest::saveAnnouncesTheMoodsetThatTheSourceHasJustNamed()
 {
     MessageLog log;
@@ -824,7 +824,7 @@ void MoodsetManagerTest::saveAnnouncesTheMoodsetThatTheSourceHasJustNamed()
     QCOMPARE(announced.moodsets.constFirst()->ringerVolume, 2);
 }
 
-/// Before the event loop has told of the change.
+/// The event loop has not reported the change yet.
 void MoodsetManagerTest::saveIsNotAnnouncedOnceTheSourceNamesNoMoodset()
 {
     MessageLog log;
@@ -840,7 +840,7 @@ void MoodsetManagerTest::saveIsNotAnnouncedOnceTheSourceNamesNoMoodset()
     QCOMPARE(announced.moodsets.size(), 0);
 }
 
-/// As when the database is made again.
+/// This also happens when the database is rebuilt.
 void MoodsetManagerTest::activeMoodsetIsAnnouncedUnderANewId()
 {
     MessageLog log;

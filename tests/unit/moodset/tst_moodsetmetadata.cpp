@@ -28,7 +28,8 @@ const QString InsertMoodset = QStringLiteral(
     "secondaryHighlightColor, primaryColor, secondaryColor, ringerVolume, enabledSounds, "
     "favorite, partnerSpace, version) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?);");
 
-/// A good moodset file with `members` besides its wallpaper. Quotes stand single.
+/// A valid moodset file with `members` besides its wallpaper. Write single quotes instead of double
+/// ones.
 QByteArray with(const QByteArray& members)
 {
     return QByteArray("{'wallpaper': 'w.jpg', " + members + "}").replace('\'', '"');
@@ -46,7 +47,7 @@ QString name(int number)
 
 } // namespace
 
-/// What becomes of rows; how a file's keys are read stands in tst_moodsetreaders.
+/// Tests how rows change. tst_moodsetreaders tests how the keys of a file are read.
 class MoodsetMetadataTest : public QObject
 {
     Q_OBJECT
@@ -63,7 +64,7 @@ private Q_SLOTS:
         MessageLog log;
         MoodsetLibrary library;
         library.addStoredMoodset();
-        // Whatever was written would fail.
+        // Every write would fail.
         MoodsetLibrary::exec(refuse(QStringLiteral("UPDATE"), QStringLiteral("file")));
         const ActiveMoodsetRecord announced(library.manager());
 
@@ -164,7 +165,7 @@ private Q_SLOTS:
         MoodsetLibrary library;
         const qint64 id = library.addStoredMoodset();
         QStringList expected = library.moodset(id);
-        // The wallpaper, the one of applications, the version and the name follow the file.
+        // The home wallpaper, the application wallpaper, the version and the name follow the file.
         expected[2] = library.folder().path(QStringLiteral("images/w.jpg"));
         expected[3] = QStringLiteral("NULL");
         expected[12] = QStringLiteral("7");
@@ -275,7 +276,7 @@ private Q_SLOTS:
         QCOMPARE(library.pendingFiles(), 0);
     }
 
-    // What they hold is in memory until it is written.
+    // Their content is in memory until it is written.
     void batchEndsWithTheBytesOfOneLargestFile()
     {
         MessageLog log;
@@ -594,7 +595,7 @@ private Q_SLOTS:
         QCOMPARE(pendingThen, 0);
     }
 
-    /// Before the event loop has told of the change.
+    /// The event loop has not reported the change yet.
     void moodsetThatTheSourceHasJustNamedIsAnnounced()
     {
         MessageLog log;
@@ -610,7 +611,7 @@ private Q_SLOTS:
         QCOMPARE(announced.moodsets.constFirst()->id, id);
     }
 
-    /// Before the event loop has told of the change.
+    /// The event loop has not reported the change yet.
     void nothingIsAnnouncedOnceTheSourceNamesNoMoodset()
     {
         MessageLog log;

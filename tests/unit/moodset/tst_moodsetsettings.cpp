@@ -15,7 +15,7 @@ const QString ApplicationKey =
     QStringLiteral("/desktop/zavro/background/portrait/app_picture_filename");
 const QString HomeKey = QStringLiteral("/desktop/zavro/background/portrait/home_picture_filename");
 
-// A change of another process, after all of this one's.
+// Makes a change in another process, after all changes of this process.
 void writeFromOutside(const QString& key, const char* value)
 {
     MGConfItem::sync();

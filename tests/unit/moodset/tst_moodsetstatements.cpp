@@ -20,7 +20,7 @@ QStringList notPrepared(const QString& message, const QString& statement)
 
 } // namespace
 
-/// What the moodset manager says of statements that its database refuses.
+/// Tests the warnings of the moodset manager about statements that the database refuses.
 class MoodsetStatementsTest : public QObject
 {
     Q_OBJECT

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// InstallManager's scan of packages.
+// Tests how InstallManager scans packages.
 #include "installfixture.h"
 #include "leftoutnames.h"
 #include "messagelog.h"
@@ -16,7 +16,7 @@ const QString DorselIdQuery =
     QStringLiteral("SELECT file.id, dorselid.dorselId FROM file LEFT JOIN dorselid ON file.id = "
                    "dorselid.fileId WHERE directoryId = ? AND fileName = ?;");
 
-/// A package whose parsers are at rest.
+/// A package whose parsers have no work.
 struct Package : InstallLibrary
 {
     Package()
@@ -295,7 +295,7 @@ private Q_SLOTS:
         MessageLog log;
         Package package;
         package.folder.write(name("a.moodset"));
-        // After that of the directory's id.
+        // This is the statement after the one for the id of the directory.
         package.database.refuseToPrepare("SELECT", 2);
 
         QVERIFY(!package.install());
@@ -381,7 +381,7 @@ private Q_SLOTS:
         package.folder.writeRawName("latin\xe4.txt");
         package.folder.makeRawDirectory("latin\xe4.moodset");
 
-        // The id of a cover must not go to the file that a name would pass for.
+        // The id of a cover must not be stored for the file with the shortened name.
         QVERIFY(package.install(name("7")));
 
         QCOMPARE(

@@ -43,7 +43,7 @@ QStringList namesOf(const ContentModel& model)
     return names;
 }
 
-/// What the library lists, newest first.
+/// The listing of the library, newest first.
 QStringList listedNames()
 {
     QueryAgentDatabase database;
@@ -71,8 +71,8 @@ bool refresh(ContentModel* model)
 
 } // namespace
 
-/// Models over a library that changes, and that end at any time. Each function has a library of its
-/// own.
+/// Tests models on a library that changes, and models that are destroyed at any time. Each function
+/// has a library of its own.
 class ContentModelTest : public QObject
 {
     Q_OBJECT
@@ -199,6 +199,10 @@ private Q_SLOTS:
         QVERIFY(refresh(&model));
 
         QCOMPARE(inserted.count() + removed.count() + changed.count(), 0);
+        writer.addPhoto(photoPath(501));
+        QVERIFY(refresh(&model));
+        QCOMPARE(inserted.count(), 1);
+        QCOMPARE(model.count(), 501);
     }
 
     void aLibraryThatWasMadeAnewKeepsTheRowsOfItsFiles()

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A row of a record; another version makes it another state of the same record.
+/// A row of a record. Another version means another state of the same record.
 ContentRow row(qint64 id, int version = 0)
 {
     auto* const file = new FileData(id, QUrl(QStringLiteral("file:///%1").arg(id)));
@@ -48,7 +48,7 @@ QList<int> idsOf(const ContentRows& rows)
     return ids;
 }
 
-/// What views see after the steps of an update, one after the other.
+/// The rows of a view after the steps of an update, which are applied one after the other.
 QList<int> applied(const ContentRows& before, const RowUpdate& update)
 {
     QList<int> ids = idsOf(before);
@@ -75,7 +75,7 @@ QList<int> applied(const ContentRows& before, const RowUpdate& update)
 
 } // namespace
 
-/// The least steps from one list of rows to another.
+/// Tests the smallest number of steps from one list of rows to another.
 class RowUpdateTest : public QObject
 {
     Q_OBJECT

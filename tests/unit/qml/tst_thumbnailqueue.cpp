@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "thumbnailqueue.h"
 
+#include <QDeadlineTimer>
 #include <QTest>
 
 #include <future>
+#include <thread>
 
-/// Work is done on other threads, the newest first.
+/// Tests that work runs on other threads, the newest first.
 class ThumbnailQueueTest : public QObject
 {
     Q_OBJECT
@@ -62,20 +64,27 @@ private Q_SLOTS:
         QVERIFY(!isDone);
     }
 
-    void theEndForgetsWhatWaitsAndWaitsForWhatIsDone()
+    void theEndForgetsWhatWaitsAndWaitsForWhatHasBegun()
     {
         std::promise<void> begun;
+        std::promise<void> gate;
         bool isDone = false;
         bool isForgotten = true;
         {
             ThumbnailQueue queue(1);
             queue.add([&] {
                 begun.set_value();
-                QTest::qSleep(20);
+                gate.get_future().wait();
+                // The end has begun when nothing waits any more.
+                const QDeadlineTimer deadline(10000);
+                while (queue.waiting() > 0 && !deadline.hasExpired()) {
+                    std::this_thread::yield();
+                }
                 isDone = true;
             });
             begun.get_future().wait();
             queue.add([&] { isForgotten = false; });
+            gate.set_value();
         }
         QVERIFY(isDone);
         QVERIFY(isForgotten);

@@ -9,8 +9,8 @@
 
 #include <memory>
 
-/// Takes the place of a type's manager in the registry while it lives, and keeps the calls that
-/// reach it. Every call fails.
+/// Replaces a type's manager in the registry while it lives, and records its calls. Every call
+/// fails.
 class RecordingManager
 {
 public:
@@ -24,7 +24,7 @@ public:
     ~RecordingManager();
     Q_DISABLE_COPY_MOVE(RecordingManager)
 
-    /// The ids that were to be removed.
+    /// The ids of the calls of remove().
     QVector<qint64> removals() const;
     QVector<Save> saves() const;
 

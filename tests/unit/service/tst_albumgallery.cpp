@@ -53,7 +53,7 @@ public:
     using ContentManager::notifyContentChanged;
 };
 
-/// What a client on the bus hears.
+/// The announcements that a client on the bus receives.
 class Listener : public QObject
 {
     Q_OBJECT
@@ -78,7 +78,7 @@ private Q_SLOTS:
 
     void cleanupTestCase() { QDBusConnection::disconnectFromBus(m_client.name()); }
 
-    /// Each test has a service object of its own, at rest.
+    /// Each test has a service object of its own, which is idle.
     void init()
     {
         m_gallery = std::make_unique<AlbumGallery>();
@@ -373,7 +373,7 @@ private Q_SLOTS:
     {
         MessageLog log;
         const QTemporaryDir folder;
-        // What a text makes of the name.
+        // This is the name after the conversion to a text.
         QFile file(folder.filePath(QStringLiteral("\ufffd.txt")));
         QVERIFY(file.open(QIODevice::WriteOnly));
 
@@ -471,7 +471,7 @@ private Q_SLOTS:
             log.takeMessages(),
             QStringList(QStringLiteral("void AlbumGallery::%1(const QString&) Invalid URL:  65537")
                             .arg(method)));
-        // One that is a character shorter is a URL.
+        // A text that is one character shorter is a URL.
         call(method, {url.chopped(1)});
         QCOMPARE(log.takeWarnings(), QStringList());
     }
@@ -566,7 +566,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// Lets the scans that are due take place, and their announcements.
+    /// Runs the scans that are pending, and waits for their announcements.
     static void settle()
     {
         // Each step of a scan posts the next one.
@@ -593,7 +593,7 @@ private:
         QVERIFY(m_client.connect(
             Service, Path, Service, QStringLiteral("contentChanged"), listener,
             SLOT(contentChanged(int))));
-        // The bus answers in order, so that it knows of the listener after this.
+        // The bus replies in order, so after this it knows the listener.
         QVERIFY(m_client.interface()->isServiceRegistered(Service).value());
     }
 

@@ -19,8 +19,8 @@ using Dictionary = QVector<QPair<QVariant, QVariant>>;
 const QLatin1String Path("/attributes");
 const QLatin1String Interface("org.example.Attributes");
 
-/// A dictionary in the order given, as a client of any language sends it. The types are those of
-/// the keys and values, QDBusVariant for "v".
+/// A dictionary in the given order, as a client in any language sends it. The types are those of
+/// the keys and values; QDBusVariant means "v".
 QVariant dictionary(int keyType, int valueType, const Dictionary& entries)
 {
     QDBusArgument argument;
@@ -73,7 +73,7 @@ QVariant text(const char* value)
 
 } // namespace
 
-/// Stands on the bus in the daemon's place, and keeps what a call brings.
+/// Replaces the daemon on the bus, and records the arguments of a call.
 class Receiver : public QObject
 {
     Q_OBJECT
@@ -86,8 +86,8 @@ public Q_SLOTS:
     void take(const QVariantMap& sent) { attributes = plainAttributes(sent); }
 };
 
-/// Values go over a real bus, from one connection to another, since only there they take the forms
-/// that the daemon meets.
+/// Sends values over a real bus, from one connection to another, because only then they have the
+/// forms that the daemon receives.
 class AttributesTest : public QObject
 {
     Q_OBJECT
@@ -275,7 +275,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QVariant>("fitting");
         QTest::addColumn<QVariant>("tooLarge");
-        // With the key and 1 for each value, 64 KiB.
+        // With the key, and 1 for each value, this is 64 KiB.
         constexpr int most = 64 * 1024 - 4;
         const QString longest(most, QLatin1Char('a'));
         const QString longer(most + 1, QLatin1Char('a'));

@@ -17,7 +17,7 @@ QString classInfo(const char* name)
     return QString::fromUtf8(type.classInfo(type.indexOfClassInfo(name)).value());
 }
 
-/// What the adaptor says of itself on the bus, where a node stands around it.
+/// The introspection of the adaptor on the bus, inside a node.
 QStringList introspection()
 {
     return interfaceOutline(

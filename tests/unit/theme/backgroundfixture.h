@@ -10,7 +10,7 @@
 #include <QString>
 #include <QStringList>
 
-/// A folder for moodset files and pictures, and a cache and a key/value store that are empty.
+/// A directory for moodset files and pictures, with an empty cache and an empty key/value store.
 class BackgroundFixture
 {
 public:
@@ -19,25 +19,26 @@ public:
 
     BackgroundFixture();
 
-    /// Writes a picture without loss and gives its path.
+    /// Writes a picture without loss. Returns its path.
     QString writePicture(const QString& name, const QImage& picture);
 
-    /// Writes a moodset file and gives its record, as far as it is known before the file is read.
-    /// Quotes stand single in `content`. The picture that it may name, "images/w.png", is one of
-    /// 160 x 160 pixels for `version` 2 and else one of 54 x 160 in the older layout.
+    /// Writes a moodset file, and returns its record as far as it is known before the file is read.
+    /// Write single quotes in `content`. The picture that it may name, "images/w.png", has 160 x
+    /// 160 pixels for `version` 2, and 54 x 160 pixels, as in the older layout, for any other
+    /// version.
     Moodset writeMoodset(const QByteArray& content, int version);
 
     /// The picture that writeMoodset() has written.
     QImage wallpaper() const { return m_wallpaper; }
     QString wallpaperPath() const;
 
-    /// A record that knows no more than its file.
+    /// A record with only its file.
     static Moodset recordOf(const QString& path);
 
     /// Builds the wallpapers of a record for the screen.
     static Moodset build(const Moodset& moodset, bool wasValid = true);
 
-    /// Where wallpapers are written, and where converted ones are.
+    /// The directories of wallpapers, and of converted wallpapers.
     static QString outputDirectory();
     static QString legacyDirectory();
     /// The name, with a "/" in front, of the home wallpaper that is made from `source`.
@@ -51,7 +52,7 @@ private:
     QImage m_wallpaper;
 };
 
-/// What all messages about a build begin with.
+/// The beginning of all messages about a build.
 QString buildSignature();
 
 /// The pixels of a picture file.
@@ -61,5 +62,5 @@ QImage pixelsOf(const QImage& image);
 /// The pixels that the home wallpaper of an image has as a JPEG file of a quality.
 QImage asJpeg(const QImage& image, int quality);
 
-/// The image as VelmoorZerlinBackground darkens it.
+/// The image after VelmoorZerlinBackground has darkened it.
 QImage darkened(const QImage& image);

@@ -6,11 +6,11 @@
 #include <QColor>
 #include <QImage>
 
-/// What the analysis finds where no pixel has a colour to speak of.
+/// The result of the analysis if no pixel is coloured.
 const QColor Fallback(245, 193, 112);
 
-/// Whether the analysis of a picture of one pixel gives the hue and the value that QColor gives. In
-/// a larger picture other pixels would hide an error.
+/// Whether the analysis of a picture of one pixel gives the same hue and value as QColor. In a
+/// larger picture, other pixels would hide an error.
 inline bool hasHueOfQColor(QRgb rgb)
 {
     QImage pixel(1, 1, QImage::Format_RGB32);

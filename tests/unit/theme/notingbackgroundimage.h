@@ -8,7 +8,7 @@
 #include <QString>
 #include <QStringList>
 
-/// Notes what the wallpaper library is asked for. The calls pass through to it.
+/// Records the calls of the wallpaper library, and passes them on.
 class NotingBackgroundImage : public SystemBackgroundImage
 {
 public:
@@ -20,7 +20,7 @@ public:
         QRectF rect;
     };
 
-    /// The calls of all objects since the last time, with their numbers: "rounds 15", "build".
+    /// The calls of all objects since the last time, with their arguments: "rounds 15", "build".
     static QStringList takeCalls();
     /// The latest build of any object.
     static const Build& lastBuild();

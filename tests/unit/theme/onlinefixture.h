@@ -9,30 +9,30 @@
 #include <QStringList>
 #include <QUrl>
 
-/// A theme, and a server that has a picture.
+/// A theme, and a web server with a picture.
 struct OnlineFixture : ThemeFixture
 {
     explicit OnlineFixture(HttpServer::Transport transport = HttpServer::Transport::Plain);
 
-    /// A picture of 40 x 30 pixels, as a server sends it.
+    /// A picture of 40 x 30 pixels, in the form in which a server sends it.
     static QByteArray picture(const char* format = "png");
 
-    /// Asks for a picture at a place of the server, which sends its first half and then waits.
+    /// Applies a picture at a path of the server, which sends the first half and then waits.
     void setSlowly(const QString& place);
-    /// Creates the moodset of a picture at a place of the server.
+    /// Makes the moodset of a picture at a path of the server.
     void download(const QString& place);
 
     /// The names in the pictures folder.
     QStringList savedPictures() const;
-    /// The URL that the library has for a saved picture.
+    /// The URL that the library has recorded for a saved picture.
     QString origin(const QString& picture) const;
-    /// What takeKeys() gives when a saved picture was applied.
+    /// The result of takeKeys() after a saved picture was applied.
     QStringList keysOfDownload(const QString& picture) const;
 
     HttpServer server;
-    /// Where the server's picture is.
+    /// The URL of the server's picture.
     const QString path = QStringLiteral("/a.png");
     const QUrl url = server.url(path);
-    /// Where the picture that is downloaded first is saved.
+    /// The path under which the first download is saved.
     const QString saved = onlinePicture(QStringLiteral("online_img0.jpg"));
 };

@@ -48,7 +48,7 @@ ThemeFixture::ThemeFixture()
     failUnless(
         DaemonProcess::setPicturesFolder(folder.path(QStringLiteral("pictures"))),
         "Cannot set the pictures folder");
-    // A server can get the port of an earlier one, whose pictures are gone.
+    // A server can get the port of an earlier one, whose pictures no longer exist.
     MoodsetLibrary::exec(QStringLiteral("DELETE FROM download;"));
     StoreTrace::take();
 }

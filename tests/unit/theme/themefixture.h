@@ -16,9 +16,9 @@
 
 #include <memory>
 
-/// A theme with the daemon's managers, its database and its store, which has no values but those of
-/// a small screen, and a folder for what goes into it. The pictures folder is empty, and the
-/// database knows of no downloads.
+/// A theme with the daemon's managers, its database and its key/value store, and a directory for
+/// files. The store has only the values of a small screen. The pictures folder is empty, and the
+/// database has no downloads.
 class ThemeFixture
 {
 public:
@@ -27,35 +27,35 @@ public:
     static constexpr int ScreenHeight = 96;
 
     ThemeFixture();
-    /// Lets the file manager look at the folder once more before that goes.
+    /// Makes the file manager read the directory again before the directory is removed.
     ~ThemeFixture();
     Q_DISABLE_COPY_MOVE(ThemeFixture)
 
-    /// Writes a picture and gives its path.
+    /// Writes a picture. Returns its path.
     QString addPicture(const QString& name = QStringLiteral("a.png"));
-    /// Writes a moodset file, which may name the wallpaper "w.png", and gives its path.
+    /// Writes a moodset file, which may name the wallpaper "w.png". Returns its path.
     QString addMoodset(
         const QByteArray& content, const QString& name = QStringLiteral("a.moodset"));
     /// A path in the pictures folder.
     QString onlinePicture(const QString& name) const;
 
-    /// Asks for a moodset, as setMoodset and createMoodset do.
+    /// Requests a moodset, as setMoodset and createMoodset do.
     void set(const QString& path) { set(QUrl::fromLocalFile(path)); }
     void set(const QUrl& url) { theme.generateMoodset(url, true); }
     void create(const QString& path) { create(QUrl::fromLocalFile(path)); }
     void create(const QUrl& url) { theme.generateMoodset(url, false); }
 
-    /// The ids that moodsetCreated() has told of since the last time.
+    /// The ids for which moodsetCreated() was emitted since the last call.
     QList<int> takeCreated();
-    /// The same, after a wait for one.
+    /// Waits for one such id, and returns the same.
     QList<int> waitForCreated();
-    /// What the store was asked for since the last time, less the values of profiles.
+    /// The writes to the store since the last call, without the values of profiles.
     static QStringList takeKeys();
-    /// The values of profiles that were written since the last time: "general/key='text'". Takes
-    /// what takeKeys() would give.
+    /// The values of profiles that were written since the last call: "general/key='text'". It also
+    /// takes what takeKeys() would return.
     static QStringList takeProfileValues();
-    /// The eight keys of a moodset that was applied, and then the sync, as takeKeys() gives
-    /// them, after the row that it has now. `request` is what the first key is to hold.
+    /// The result of takeKeys() after a moodset was applied: its eight keys, with the values of its
+    /// present row, and the sync. `request` is the value of the first key.
     QStringList keysOf(const QString& path, const QString& request) const;
     QStringList keysOf(const QString& path) const { return keysOf(path, path); }
     /// The write and the sync of the partner space.
@@ -68,10 +68,10 @@ public:
     {
         return library.moodset(path, columns);
     }
-    /// Where a wallpaper made from `source` lies; `suffix` is "hp.jpg" or "ap.jpg".
+    /// The path of a wallpaper that is made from `source`; `suffix` is "hp.jpg" or "ap.jpg".
     static QString wallpaper(const QString& source, const QString& suffix);
 
-    /// The registry's.
+    /// The manager of the registry.
     static MoodsetManager& moodsets();
 
 private:

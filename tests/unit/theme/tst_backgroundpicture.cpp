@@ -21,7 +21,7 @@ constexpr int Most = std::numeric_limits<int>::max();
 constexpr int Upright = 1;
 constexpr int OnItsSide = 6;
 
-/// Writes a picture without loss, with an orientation tag, and gives its path.
+/// Writes a picture without loss, with an orientation tag. Returns its path.
 QString writeOriented(TestFolder* folder, const QImage& picture, int orientation)
 {
     const QString name = QStringLiteral("picture");
@@ -29,11 +29,11 @@ QString writeOriented(TestFolder* folder, const QImage& picture, int orientation
     return folder->path(name);
 }
 
-/// A TIFF picture of one pixel that claims to be as large as an int can tell.
+/// A TIFF picture of one pixel that claims to be as large as an int allows.
 QByteArray largestTiff()
 {
     QByteArray bytes = tiffWithExif(ExifBuilder());
-    // The width, the height, and the rows of a strip, of which there is one.
+    // These are the width, the height, and the rows of a strip; there is one strip.
     for (const quint16 tag : {quint16(0x0100), quint16(0x0101), quint16(0x0116)}) {
         const auto entry = [tag](quint16 type, int side) {
             return littleEndian(tag) + littleEndian(type) + littleEndian(1) + littleEndian(side);
@@ -43,7 +43,7 @@ QByteArray largestTiff()
     return bytes;
 }
 
-/// What a reader makes of a part of a picture.
+/// The result of a reader for a part of a picture.
 QImage cutAndScaled(const QImage& picture, const QRect& part, const QSize& size)
 {
     return picture.copy(part).scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -54,7 +54,8 @@ QImage asRgb(const QImage& image)
     return image.convertToFormat(QImage::Format_RGB32);
 }
 
-/// The first and the last pixel's places in the picture that was cut without being scaled.
+/// The positions of the first and the last pixel in the original picture, for a picture that was
+/// cut and not scaled.
 QRect toldPart(const QImage& image)
 {
     return {
@@ -64,7 +65,7 @@ QRect toldPart(const QImage& image)
 
 } // namespace
 
-/// Which part of a picture becomes a wallpaper, and how it is turned.
+/// Tests which part of a picture becomes a wallpaper, and how it is turned.
 class BackgroundPictureTest : public QObject
 {
     Q_OBJECT
@@ -103,7 +104,7 @@ private Q_SLOTS:
         TestFolder folder;
         const QString path = writeOriented(&folder, coordinatePicture(size), orientation);
 
-        // Not scaled, for a screen whose longer side is that of the square.
+        // The picture is not scaled, because the longer side of the screen is that of the square.
         const QImage image = loadBackgroundImage(path, QSize(1, part.height()));
 
         QCOMPARE(image.size(), part.size());
@@ -156,7 +157,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("orientation");
         QTest::addColumn<QString>("colours");
-        // Clockwise from the top left. Mirrored first, then turned clockwise.
+        // The letters go clockwise from the top left. The picture is first mirrored, and then
+        // turned clockwise.
         QTest::newRow("1: as it is") << 1 << QStringLiteral("RGWB");
         QTest::newRow("2: mirrored") << 2 << QStringLiteral("GRBW");
         QTest::newRow("3: by 180 degrees") << 3 << QStringLiteral("WBRG");
@@ -219,7 +221,8 @@ private Q_SLOTS:
 
         QCOMPARE(image.size(), QSize(108, 192));
         QCOMPARE(quadrants(image), colours);
-        // No row or column of the rest is in it: all corners are of the picture's bright colours.
+        // It contains no row or column from outside: all corners have the bright colours of the
+        // picture.
         for (const QPoint& corner :
              {QPoint(0, 0), QPoint(107, 0), QPoint(0, 191), QPoint(107, 191)}) {
             QVERIFY(image.pixel(corner) != 0xff000000);
@@ -245,7 +248,7 @@ private Q_SLOTS:
             << QSize(1000, 1600) << QSize(1080, 2520) << QRect(295, 57, 411, 958);
         QTest::newRow("screen whose height has no third")
             << QSize(1000, 1600) << QSize(480, 854) << QRect(230, 58, 540, 960);
-        // In double precision these are a row more or a row less.
+        // In double precision, these have one row more or less.
         QTest::newRow("precision, narrow")
             << QSize(405, 1601) << QSize(1080, 2520) << QRect(0, 57, 405, 944);
         QTest::newRow("precision, narrow and high")
@@ -395,7 +398,7 @@ private Q_SLOTS:
 
         QVERIFY(loadLegacyBackgroundImage(path, screen).isNull());
         QVERIFY(loadBackgroundImage(path, screen).isNull());
-        // What the decoder says is not ours to choose.
+        // We do not control what the decoder logs.
         log.takeMessages();
     }
 

@@ -50,7 +50,7 @@ QByteArray compressedVectorPicture()
 
 } // namespace
 
-/// Which files are pictures, and what becomes of the others.
+/// Tests which files are pictures, and how the others are handled.
 class BackgroundPictureFormatsTest : public QObject
 {
     Q_OBJECT
@@ -60,7 +60,7 @@ private:
 
     QString write(const QByteArray& bytes)
     {
-        // The content tells the format, against the name.
+        // The content decides the format, and the name is wrong.
         const QString name = QStringLiteral("picture.png");
         m_folder.write(name, bytes);
         return m_folder.path(name);
@@ -142,7 +142,7 @@ private Q_SLOTS:
         const MessageLog log;
         QImage photo(4000, 3000, QImage::Format_RGB32);
         photo.fill(Qt::black);
-        // The colours lie in the middle's square, the rest would be black.
+        // The colours are in the square in the middle. Outside, the picture would be black.
         const QImage middle = quadrantPicture(QSize(3000, 3000));
         for (int y = 0; y < middle.height(); ++y) {
             const auto* const row = reinterpret_cast<const QRgb*>(middle.constScanLine(y));
@@ -188,7 +188,7 @@ private Q_SLOTS:
 
     void picturesOfOtherFormatsWouldElseBeDecoded()
     {
-        // Without the plugins for them the refusals above would show nothing.
+        // If their plugins were not installed, the refusals above would prove nothing.
         QCOMPARE(QImageReader(write(endlessAnimation())).format(), QByteArrayLiteral("mng"));
         QCOMPARE(QImageReader(write(vectorPicture())).format(), QByteArrayLiteral("svg"));
         QCOMPARE(

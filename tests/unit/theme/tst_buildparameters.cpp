@@ -40,7 +40,7 @@ const QColor GreenHighlight = QColor::fromHsv(120, 128, 255);
 
 } // namespace
 
-/// What the library is run with, and the colours that come of it.
+/// Tests the parameters of the library, and the colours that it returns.
 class BuildParametersTest : public QObject
 {
     Q_OBJECT
@@ -220,7 +220,8 @@ private Q_SLOTS:
     {
         const MessageLog log;
         Fixture fixture;
-        // Darkened, it would be too dark to count, and give the orange of a grey picture.
+        // After darkening, it would be too dark to count, and the result would be the orange of a
+        // grey picture.
         QImage picture(100, 100, QImage::Format_RGB32);
         picture.fill(QColor(0, 30, 0));
         const QString path = fixture.writePicture(QStringLiteral("dark.png"), picture);

@@ -41,7 +41,7 @@ QColor dominantOf(int hue)
     return QColor::fromHsv(hue, 128, 255);
 }
 
-/// The analysis pixel by pixel, as it is defined.
+/// The analysis, pixel by pixel, by its definition.
 QColor referenceDominant(const QImage& image)
 {
     std::array<int, 360> weights = {};

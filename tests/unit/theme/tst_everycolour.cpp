@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-/// The colour analysis with all colours that there are.
+/// Tests the colour analysis with all possible colours.
 class EveryColourTest : public QObject
 {
     Q_OBJECT

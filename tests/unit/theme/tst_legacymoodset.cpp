@@ -34,7 +34,7 @@ QString cachedMessage(const QString& path)
 
 } // namespace
 
-/// Moodsets in the older, taller layout.
+/// Tests moodsets in the older, taller layout.
 class LegacyMoodsetTest : public QObject
 {
     Q_OBJECT
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QCOMPARE(
             Fixture::filesIn(Fixture::legacyDirectory()),
             QStringList({QFileInfo(built->homeWallpaper).fileName()}));
-        // The whole file, neither cut to a square nor scaled.
+        // This is the whole file, neither cut to a square nor scaled.
         QCOMPARE(
             pixelsOf(NotingBackgroundImage::lastBuild().image), pixelsOf(built->homeWallpaper));
         QCOMPARE(NotingBackgroundImage::lastBuild().sourcePath, built->url.toLocalFile());
@@ -240,7 +240,7 @@ private Q_SLOTS:
         const QImage cut = loadLegacyBackgroundImage(path, Fixture::Screen);
         QCOMPARE(pixelsOf(built->homeWallpaper), asJpeg(darkened(cut), 93));
         QCOMPARE(NotingBackgroundImage::lastBuild().sourcePath, path);
-        // It names the home wallpaper that the record has had, which is none.
+        // It has the former home wallpaper of the record, which is empty.
         QCOMPARE(
             log.takeMessages(),
             QStringList({message("building legacy moodset background ", QString())}));

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// How much memory this process has from the system, in bytes.
+/// The memory that this process has from the system, in bytes.
 qint64 residentSize()
 {
     QFile file(QStringLiteral("/proc/self/statm"));
@@ -23,7 +23,7 @@ qint64 residentSize()
 
 } // namespace
 
-/// The memory that the theme leaves to the system between two requests.
+/// Tests that the theme gives memory back to the system between two requests.
 class MemoryTest : public QObject
 {
     Q_OBJECT
@@ -40,7 +40,7 @@ private Q_SLOTS:
         for (size_t i = 0; i < pieces; ++i) {
             memory.emplace_back(int(pieceSize), 'x');
         }
-        // What is still used above it keeps the C library from giving it back by itself.
+        // Memory above it is still used, so the C library does not give it back by itself.
         const QByteArray last(int(pieceSize), 'x');
         memory.clear();
         const qint64 before = residentSize();

@@ -13,13 +13,13 @@ namespace {
 
 const QString FileName = QStringLiteral("a.moodset");
 
-/// A folder with one moodset file, and a record that carries the file's URL.
+/// A directory with one moodset file, and a record with the URL of this file.
 struct Bundle
 {
     explicit Bundle(const QByteArray& content)
         : moodset(new MoodsetData(7, QUrl::fromLocalFile(folder.path(FileName))))
     {
-        // Quotes stand single in the tests.
+        // The tests write single quotes instead of double ones.
         folder.write(FileName, QByteArray(content).replace('\'', '"'));
     }
     bool read() { return readMoodsetFile(moodset, folder.path(FileName)); }
@@ -31,7 +31,7 @@ struct Bundle
 
 } // namespace
 
-/// How the keys of a file are read stands in tst_moodsetreaders.
+/// tst_moodsetreaders tests how the keys of a file are read.
 class MoodsetFileTest : public QObject
 {
     Q_OBJECT

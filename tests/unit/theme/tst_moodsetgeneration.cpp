@@ -15,7 +15,7 @@ const QString LookColumns =
 
 } // namespace
 
-/// How requests for local files find or make their moodsets.
+/// Tests how requests for local files find or make their moodsets.
 class MoodsetGenerationTest : public QObject
 {
     Q_OBJECT

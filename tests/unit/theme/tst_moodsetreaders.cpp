@@ -9,14 +9,14 @@
 
 namespace {
 
-/// A moodset file that names a good wallpaper, and `members` besides.
+/// A moodset file with a valid wallpaper, and with `members` besides.
 QByteArray with(const QByteArray& members)
 {
     return R"({"wallpaper": "w.jpg", )" + members + '}';
 }
 
-/// What is noteworthy about a moodset, as text: the fields that are not those of a file that names
-/// the wallpaper "w.jpg" and nothing else.
+/// A moodset as text: the fields that differ from those of a file that contains only the wallpaper
+/// "w.jpg".
 class Description
 {
 public:
@@ -49,7 +49,7 @@ QString colorText(const QColor& color)
     return color.isValid() ? color.name(QColor::HexArgb) : QString();
 }
 
-/// What readMoodsetFile() makes of a file.
+/// The result of readMoodsetFile() for a file.
 QString recordText(const TestFolder& folder)
 {
     const QString path = folder.path(MoodsetLibrary::fileName());
@@ -76,7 +76,7 @@ QString recordText(const TestFolder& folder)
     return text.text();
 }
 
-/// What MoodsetManager::updateMetaData() makes of a file.
+/// The result of MoodsetManager::updateMetaData() for a file.
 QString rowText(MoodsetLibrary* library, qint64 id)
 {
     const LibraryDatabase::Rows rows = library->rows(
@@ -104,8 +104,8 @@ QString rowText(MoodsetLibrary* library, qint64 id)
     text.add("partnerSpace", row.at(10).toString(), QString());
     text.add("version", row.at(11).toString(), QStringLiteral("1"));
     const QDateTime time = QDateTime::fromString(row.at(12).toString(), Qt::ISODate);
-    // A file without a time gets that of its parsing, and none here gives one of this century's
-    // later years.
+    // A file without a time gets the time of its parsing. The files here have times before the
+    // later years of this century.
     if (!time.isValid() || time.date().year() < 2021) {
         text.add("timestamp", row.at(12).toString(), QString());
     }
@@ -130,8 +130,8 @@ void addFile(
 
 } // namespace
 
-/// The two readers of moodset files, side by side: the rules of the one that fills a record, and of
-/// the one that fills the database, differ, and are to.
+/// Tests the two readers of moodset files side by side. One fills a record, the other the database,
+/// and their rules differ on purpose.
 class MoodsetReadersTest : public QObject
 {
     Q_OBJECT
@@ -139,7 +139,7 @@ class MoodsetReadersTest : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        // The tone that stands in for those without a file.
+        // This is the tone for tones without a file.
         m_machine.write(QStringLiteral("fallback.ogg"));
         runDconf(
             {QStringLiteral("write"),
@@ -242,7 +242,7 @@ void MoodsetReadersTest::addWallpapers()
     addFile(
         "wallpaper not ASCII", R"({"wallpaper": "ä.jpg"})", "homeWallpaper=images/ä.jpg",
         "homeWallpaper=images/ä.jpg");
-    // What is left of these names on their way to the disk is that of a file.
+    // When these names are converted for the disk, the rest is the name of a file.
     addFile("wallpaper with a NUL", R"({"wallpaper": "w.jpg\u0000"})", no, no);
     addFile("wallpaper with half a surrogate pair", R"({"wallpaper": "\ud800.jpg"})", no, no);
     addFile(

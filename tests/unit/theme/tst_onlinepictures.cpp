@@ -30,7 +30,7 @@ QString notSaved(const QString& path)
 
 } // namespace
 
-/// What becomes of requests for pictures on the network.
+/// Tests requests for pictures on the network.
 class OnlinePicturesTest : public QObject
 {
     Q_OBJECT
@@ -185,7 +185,8 @@ private Q_SLOTS:
             << QStringList{QStringLiteral("online_img7/")} << QStringLiteral("online_img0.jpg");
     }
 
-    /// The number is how many there are; a gap makes it that of a picture that is there.
+    /// The number is the number of existing files. If one was deleted, it can be the number of an
+    /// existing file.
     void number()
     {
         QFETCH(QStringList, present);
@@ -414,7 +415,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// Waits for the warnings of a request that fails, which has no effect but these.
+    /// Waits for the warnings of a failing request, which has no other effect.
     static void verifyFailure(OnlineFixture* fixture, MessageLog* log, const QStringList& expected)
     {
         QStringList warnings;

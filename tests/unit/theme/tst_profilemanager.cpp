@@ -16,13 +16,12 @@
 
 namespace {
 
-// The calls that have passed on to the profile service.
+// The calls of the profile service.
 QByteArrayList serviceCalls;
 
 } // namespace
 
-// The linker puts these in the way.
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// The linker replaces the functions by these.
 extern "C" {
 int __real_profile_tracker_init();
 void __real_profile_tracker_quit();
@@ -85,7 +84,7 @@ QString text(const char* utf8)
     return QString::fromUtf8(utf8);
 }
 
-// Changes of another process, after all of this one's.
+// Makes changes in another process, after all changes of this process.
 void writeFromOutside(const char* path, const char* value)
 {
     MGConfItem::sync();
@@ -458,7 +457,7 @@ private Q_SLOTS:
 
         QCOMPARE(manager.property(tone + "File"), QVariant(text("/ä.ogg")));
         QCOMPARE(manager.property(tone + "Enabled"), QVariant(true));
-        // The change waits for the event loop, so that the cache alone can answer as before.
+        // The change waits for the event loop, so only the cache can give the old answer.
         writeFromOutside(("general/" + service + ".alert.tone").constData(), "/b.ogg");
         writeFromOutside(("general/" + service + ".alert.enabled").constData(), "Off");
         QCOMPARE(manager.property(tone + "File"), QVariant(text("/ä.ogg")));

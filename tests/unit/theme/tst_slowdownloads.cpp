@@ -5,7 +5,7 @@
 
 #include <QTest>
 
-/// What becomes of downloads that take their time, while other requests come.
+/// Tests slow downloads during which other requests arrive.
 class SlowDownloadsTest : public QObject
 {
     Q_OBJECT
@@ -43,7 +43,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.savedPictures(), QStringList());
     }
 
-    /// Which request a download belongs to is not kept, so both are applied.
+    /// A download does not record its request, so both are applied.
     void crossingDownloadsComeIntoForceAsTheyEnd()
     {
         MessageLog log;
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QCOMPARE(StoreTrace::take(), QStringList());
     }
 
-    /// The first key then holds the request that overtook.
+    /// The first key then has the value of the later request.
     void downloadThatAnActivationOvertakesComesIntoForceAfterIt()
     {
         MessageLog log;

@@ -19,7 +19,7 @@ namespace {
 
 using Fixture = BackgroundFixture;
 
-/// A path in a folder whose hash begins with a zero.
+/// A path in a directory, with a hash that begins with a zero.
 QString pathWithAShortHash(const TestFolder& folder)
 {
     const int fullLength = QStringLiteral("/12345678hp.jpg").size();
@@ -46,7 +46,7 @@ public:
 
 } // namespace
 
-/// The wallpapers of pictures and of moodsets of the present layout.
+/// Tests the wallpapers of pictures and of moodsets in the present layout.
 class SystemBackgroundImageTest : public QObject
 {
     Q_OBJECT

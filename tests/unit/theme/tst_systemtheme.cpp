@@ -20,7 +20,7 @@ using ThemeKeys::written;
 
 namespace {
 
-/// A moodset file's content with a volume.
+/// The content of a moodset file with a volume.
 QByteArray withVolume(int volume)
 {
     return R"({"wallpaper": "w.png", "version": 2, "ringerVolume": )" + QByteArray::number(volume)
@@ -34,7 +34,7 @@ QString onValue(const QString& service, const char* key, const QString& value)
 
 } // namespace
 
-/// What a moodset that is applied does to the system.
+/// Tests what applying a moodset changes in the system.
 class SystemThemeTest : public QObject
 {
     Q_OBJECT
@@ -467,7 +467,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The profile values that a moodset with these tones and no volume writes.
+    /// The profile values that are written for a moodset with these tones and without a volume.
     static QStringList tonesOf(const QVariantMap& resources, int enabledSounds)
     {
         const MessageLog log;

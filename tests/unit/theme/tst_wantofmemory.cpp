@@ -20,7 +20,7 @@ namespace {
 constexpr qint64 MiB = 1024 * 1024;
 const QSize Huge(30000, 30000);
 
-/// What decoders and QImage say when there is no memory for a picture.
+/// The messages of decoders and QImage if there is not enough memory for a picture.
 QStringList messagesOfWant()
 {
     return {
@@ -37,7 +37,7 @@ QStringList messagesOfWant()
 
 } // namespace
 
-/// Pictures that are larger than the address space that the process may have.
+/// Tests pictures that are larger than the address space that the process may have.
 class WantOfMemoryTest : public QObject
 {
     Q_OBJECT
@@ -45,7 +45,7 @@ class WantOfMemoryTest : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        // What is freed counts again, and does not wait for the next picture.
+        // Freed memory can be used again at once, and not only for the next picture.
         QCOMPARE(mallopt(M_MMAP_THRESHOLD, int(MiB) / 8), 1);
         keepScalingThread();
     }
@@ -59,8 +59,8 @@ private Q_SLOTS:
         QTest::newRow("progressive JPEG") << encodedPicture(image, "jpeg", true);
     }
 
-    // Before the other tests, some of which leave memory with the allocator. Whichever allocation
-    // fails, that of the pixels, of a scaled copy or of a thread to scale on.
+    // This comes before the other tests, because some of them leave memory with the allocator. Any
+    // allocation may fail: that of the pixels, of a scaled copy, or of a thread for scaling.
     void pictureThatNearlyFitsEndsNothing()
     {
         QFETCH(QByteArray, bytes);

@@ -58,12 +58,12 @@ void filterPoint(const Strip& pixels, const LineFilter::Window& window, float* p
     const int half = size / 2;
     const float* const weights = window.weights.data();
     const LaneSums before = weightedSum(pixels, window.first, weights, half, 1);
-    const LaneSums behind =
+    const LaneSums after =
         weightedSum(pixels, window.first + size - 1, weights + size - 1, half, -1);
     const LaneSums middle =
         weightedSum(pixels, window.first + half, weights + half, size - 2 * half, 1);
     for (size_t lane = 0; lane < Lanes; ++lane) {
-        point[lane] = before[lane] + behind[lane] + middle[lane];
+        point[lane] = before[lane] + after[lane] + middle[lane];
     }
 }
 

@@ -20,9 +20,9 @@ QString text(const char* utf8)
     return QString::fromUtf8(utf8);
 }
 
-// Returns when all changes up to now, own and foreign, have been told of, and all items are
-// watched: the bus keeps the order. A change that comes before its item is watched shows without
-// the watch.
+// Waits until all changes up to now, by this and by other processes, are reported, and all items
+// are watched. The bus keeps the order. A change before the watch of its item is found without the
+// watch.
 bool settle()
 {
     static int count = 0;
@@ -360,6 +360,27 @@ private Q_SLOTS:
 
         QVERIFY(settle());
         QCOMPARE(changes.count(), 0);
+    }
+
+    void pathsTouchTheKeyThatTheyAreOrThatIsBelowThem_data()
+    {
+        QTest::addColumn<QByteArray>("path");
+        QTest::addColumn<bool>("touches");
+        QTest::newRow("the key") << QByteArray("/test/paths/key") << true;
+        QTest::newRow("its directory") << QByteArray("/test/paths/") << true;
+        QTest::newRow("everything") << QByteArray("/") << true;
+        QTest::newRow("shorter name") << QByteArray("/test/paths/k") << false;
+        QTest::newRow("longer name") << QByteArray("/test/paths/keys") << false;
+        QTest::newRow("directory of its name") << QByteArray("/test/paths/key/") << false;
+        QTest::newRow("another directory") << QByteArray("/test/path/") << false;
+    }
+
+    void pathsTouchTheKeyThatTheyAreOrThatIsBelowThem()
+    {
+        QFETCH(QByteArray, path);
+        QFETCH(bool, touches);
+
+        QCOMPARE(touchesKey(path, "/test/paths/key"), touches);
     }
 
     void resetOfADirectoryNotifiesTheKeysThatHadAValue_data()

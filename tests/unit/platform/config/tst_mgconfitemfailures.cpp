@@ -52,7 +52,7 @@ QByteArrayList withoutTheLibraries(QByteArrayList names)
     return names;
 }
 
-// A process that uses an item, on a bus of its own.
+// A process that uses an item, on its own bus.
 class ItemProcess : public QProcess
 {
 public:
@@ -83,7 +83,7 @@ private:
     QByteArray m_output;
 };
 
-// A session bus of its own, and how to end it.
+// A private session bus that the test can end.
 class SessionBus
 {
 public:
@@ -97,10 +97,10 @@ public:
         return m_process.waitForReadyRead();
     }
 
-    // From now on it answers nothing, though clients can connect.
+    // From now on, it does not answer, but clients can connect.
     bool pause() { return ::kill(pid_t(m_process.processId()), SIGSTOP) == 0; }
 
-    // Sets a key through a store's service on this bus.
+    // Sets a key through a service of the store on this bus.
     bool writeOver(const QString& key, const QString& value) const
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -165,7 +165,7 @@ private Q_SLOTS:
         process.run({text("follow"), text("/threads/key"), text("x")});
         QTRY_COMPARE(process.lines(), QList<QByteArray>({"", "x", ""}));
 
-        // A new thread has its parent's name until it has given itself its own.
+        // A new thread has the name of its parent until it sets its own.
         QTRY_VERIFY(threadNames(process.processId()).contains("gdbus"));
         QTRY_COMPARE(
             withoutTheLibraries(threadNames(process.processId())),
@@ -226,7 +226,7 @@ private Q_SLOTS:
         sendToService(SIGSTOP);
         item.set(1);
 
-        // Had any of it waited for the service, the value would be taken back by now.
+        // If any call had waited for the service, the old value would be back by now.
         QTRY_COMPARE(changes.count(), 1);
         QCOMPARE(item.value(), QVariant(1));
         sendToService(SIGCONT);
@@ -276,7 +276,7 @@ private Q_SLOTS:
     void writeThatGetsNoBusIsTakenBack()
     {
         runDconf({text("write"), text("/no-bus/key"), text("'stored'")});
-        // Were there no bus from the beginning, the old value could be back before anyone looks.
+        // Without a bus from the beginning, the old value could be back before the test reads it.
         SessionBus bus;
         QVERIFY(bus.start());
         QVERIFY(bus.pause());
@@ -299,6 +299,30 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), 0);
+    }
+
+    void fewDescriptorsRefuseAWriteButDoNotEndTheProcess()
+    {
+        // From the fewest with which a process of Qt comes as far as to the write.
+        const QVector<int> limits{9, 10, 11, 12, 14, 24};
+        int refused = 0;
+        for (const int limit : limits) {
+            const QString value = QString::number(limit);
+            QProcess process;
+            process.start(
+                text("prlimit"),
+                {text("--nofile=") + value, text(ITEM_PROCESS), text("set"),
+                 text("/few/descriptors"), value});
+            QVERIFY(process.waitForFinished());
+
+            QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(process.exitCode(), 0);
+            const bool isRefused =
+                process.readAllStandardError().contains("Too few file descriptors are left");
+            QCOMPARE(stored("/few/descriptors") == "'" + value.toUtf8() + "'", !isRefused);
+            refused += isRefused ? 1 : 0;
+        }
+        QVERIFY(refused > 0 && refused < limits.size());
     }
 
     void runtimeFolderHoldsTheBusThatTheEnvironmentDoesNotName()
@@ -325,7 +349,7 @@ private Q_SLOTS:
         ItemProcess process(SessionBus::address());
         process.run({text("follow"), text("/bus-death/followed")});
         QTRY_COMPARE(process.lines(), QList<QByteArray>({"", ""}));
-        // What it hears shows that it is on the bus.
+        // It receives a message, so it is on the bus.
         QVERIFY(bus.writeOver(text("/bus-death/followed"), text("'x'")));
         QTRY_COMPARE(process.lines(), QList<QByteArray>({"", "x", ""}));
 
@@ -343,6 +367,8 @@ private Q_SLOTS:
         ItemProcess process(SessionBus::address());
         process.run({text("follow"), text("/bus-death/key"), text("x")});
         QTRY_COMPARE(process.lines(), QList<QByteArray>({"", "x", ""}));
+        // It notices the value before it is on the bus.
+        QTRY_COMPARE(stored("/bus-death/key"), QByteArray("'x'"));
 
         bus.end();
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Takes all descriptors that this process may have except for so many.
+/// Opens all descriptors that this process may have, except for this many.
 class DescriptorHog
 {
 public:

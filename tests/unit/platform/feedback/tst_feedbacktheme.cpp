@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The theme that is installed for the feedback service.
+// Tests the theme that is installed for the feedback service.
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -13,7 +13,7 @@ class FeedbackThemeTest : public QObject
 private:
     QJsonObject m_theme;
 
-    /// What the theme has for attaching a cover in a profile.
+    /// The feedback of the theme for attaching a cover, in one profile.
     QJsonArray feedbacks(const QString& profileName) const
     {
         QJsonArray found;

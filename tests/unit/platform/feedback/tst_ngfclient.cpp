@@ -29,7 +29,7 @@ QVector<quint32> ids(const QSignalSpy& failures)
     return ids;
 }
 
-/// Returns when what the service has sent by now has been dealt with: its next event fails last.
+/// Waits until everything that the service has sent is handled, by making a further event fail.
 bool settle(Ngf::Client* client, PlayedFeedback* service, QSignalSpy* failures)
 {
     service->answerWithError(Trigger, QStringLiteral("com.example.Fence"), QString());
@@ -41,7 +41,7 @@ bool settle(Ngf::Client* client, PlayedFeedback* service, QSignalSpy* failures)
     return failed;
 }
 
-/// A client that is connected to a service played by the test, and what has failed for it.
+/// A client that is connected to a played service, and the events that have failed for it.
 class ConnectedClient
 {
 public:
@@ -69,7 +69,7 @@ public:
     QSignalSpy failures;
 };
 
-/// Lets the bus start the service, with a program that does not become it by itself.
+/// Makes the bus able to start the service, with a program that never takes its name.
 class ActivationFile
 {
 public:
@@ -256,7 +256,7 @@ private Q_SLOTS:
         test.service.answerLater(Trigger);
         test.client.play(QStringLiteral("a"));
         QVERIFY(test.service.waitForCalls(1));
-        // The end of another program's event, whose number is free now.
+        // This is the end of an event of another program, which has the same number.
         test.service.end(7, NotFound);
         test.service.answerOpenCalls({8U});
         QVERIFY(test.settle());
@@ -264,6 +264,26 @@ private Q_SLOTS:
 
         test.service.answer(Trigger, {7U});
         test.client.play(QStringLiteral("b"));
+        QVERIFY(test.service.waitForCalls(1));
+
+        QVERIFY(test.settle());
+        QCOMPARE(test.failedIds(), QVector<quint32>());
+    }
+
+    void endThatComesWhileNoEventIsUnderWayMeansNothingToTheNextOne()
+    {
+        ConnectedClient test;
+        // It shows that the end has arrived without an event of the client under test.
+        Ngf::Client other;
+        other.connect();
+        QTRY_VERIFY(other.isConnected());
+        QSignalSpy otherFailures(&other, &Ngf::Client::eventFailed);
+        test.service.end(7, NotFound);
+        QVERIFY(settle(&other, &test.service, &otherFailures));
+        test.service.takeCalls();
+
+        test.service.answer(Trigger, {7U});
+        test.client.play(QStringLiteral("a"));
         QVERIFY(test.service.waitForCalls(1));
 
         QVERIFY(test.settle());
@@ -455,7 +475,7 @@ private Q_SLOTS:
     void eventStartsTheService()
     {
         const MessageLog log;
-        // The bus hands the call to whoever takes the name meanwhile.
+        // The bus passes the call to any process that takes the name in the meantime.
         const ActivationFile activation("/bin/sleep 600");
         PlayedFeedback service;
         Ngf::Client client;

@@ -4,6 +4,7 @@
 #include "openedfiles.h"
 #include "testfolder.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -16,18 +17,31 @@ namespace {
 
 const QString Name = QStringLiteral("a");
 
-/// What happens between the look at a file and its opening.
+/// This runs between the check of a file and its opening.
 std::function<void()>& beforeOpening()
 {
     static std::function<void()> action;
     return action;
 }
 
-/// What reads in the place of the system, if anything.
+/// This replaces the read function of the system, if it is set.
 std::function<ssize_t(int, char*, size_t, off_t)>& readInstead()
 {
     static std::function<ssize_t(int, char*, size_t, off_t)> action;
     return action;
+}
+
+/// The descriptor under which this process has the file open; -1 if it has not.
+int descriptorOf(const QString& path)
+{
+    const QString descriptors = QStringLiteral("/proc/self/fd/");
+    const QStringList numbers = QDir(descriptors).entryList(QDir::Files | QDir::System);
+    for (const QString& number : numbers) {
+        if (QFile::symLinkTarget(descriptors + number) == path) {
+            return number.toInt();
+        }
+    }
+    return -1;
 }
 
 } // namespace
@@ -77,7 +91,7 @@ private Q_SLOTS:
         QTest::newRow("from the middle") << qint64(3) << 2 << QByteArray("te");
         QTest::newRow("beyond the end") << qint64(3) << 100 << QByteArray("tent");
         QTest::newRow("at the end") << qint64(7) << 1 << QByteArray();
-        QTest::newRow("behind the end") << qint64(8) << 1 << QByteArray();
+        QTest::newRow("after the end") << qint64(8) << 1 << QByteArray();
         QTest::newRow("nothing") << qint64(0) << 0 << QByteArray();
     }
 
@@ -109,6 +123,19 @@ private Q_SLOTS:
         QCOMPARE(file.read(0, 7).value_or(QByteArray()), QByteArray("content"));
     }
 
+    void descriptorIsNotInheritedAndClosedAtTheEnd()
+    {
+        TestFolder folder;
+        folder.write(Name, "content");
+        {
+            const RegularFile file(folder.path(Name));
+            const int descriptor = descriptorOf(folder.path(Name));
+            QVERIFY(descriptor >= 0);
+            QCOMPARE(fcntl(descriptor, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
+        }
+        QCOMPARE(descriptorOf(folder.path(Name)), -1);
+    }
+
     void otherKindsAreNotOpened_data()
     {
         QTest::addColumn<QString>("name");
@@ -121,7 +148,8 @@ private Q_SLOTS:
         QTest::newRow("link to itself") << QStringLiteral("link to itself");
         QTest::newRow("not permitted") << QStringLiteral("secret");
         QTest::newRow("NUL") << QString(Name + QChar(QChar::Null) + QLatin1Char('b'));
-        QTest::newRow("half a surrogate pair") << QString(QChar(0xd800));
+        QTest::newRow("first half of a surrogate pair") << QString(QChar(0xd800));
+        QTest::newRow("second half of a surrogate pair") << QString(QChar(0xdc00));
     }
 
     void otherKindsAreNotOpened()
@@ -136,7 +164,7 @@ private Q_SLOTS:
         folder.makeLink(QStringLiteral("link to itself"), QStringLiteral("link to itself"));
         folder.write(QStringLiteral("secret"));
         folder.setMode(QStringLiteral("secret"), 0);
-        // What is left of the last two names when they are encoded.
+        // When the last three names are encoded, this remains.
         folder.write(Name);
         folder.write(QStringLiteral("?"));
         OpenedFiles opened(folder.path());

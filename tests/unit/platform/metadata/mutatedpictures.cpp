@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // mutated-pictures COUNT FOLDER...
 //
-// Damages pictures COUNT times for each format, the same way in each run: those that
-// samplePictures() makes and those in the folders. The size that a header tells has to be the
-// decoder's, wherever the decoder tells one. Names the first picture for which it is not, keeps it
-// as the file mutated-picture, and ends with the exit status 1.
+// Damages pictures COUNT times for each format, in the same way in each run: those of
+// samplePictures() and those in the folders. Wherever the decoder gives a size, the header must
+// give the same size. If they differ, it prints the name of the first such picture, keeps it as the
+// file mutated-picture, and ends with the exit status 1.
 #include "pictureformat.h"
 #include "picturereader.h"
 #include "picturesize.h"
@@ -37,7 +37,7 @@ public:
     int below(int limit) { return int(m_random.bounded(limit)); }
 
 private:
-    /// Half of the changes are in the first bytes, where headers stand.
+    /// Half of the changes are in the first bytes, where the headers are.
     int place(const QByteArray& bytes)
     {
         constexpr int start = 64;
@@ -83,7 +83,7 @@ QByteArray textOf(const QSize& size)
     return QByteArray::number(size.width()) + 'x' + QByteArray::number(size.height());
 }
 
-/// How the sizes of damaged pictures compare.
+/// The result of comparing the sizes of damaged pictures.
 struct Counts
 {
     int decoded = 0; // where the decoder tells one
@@ -134,8 +134,8 @@ void addFolder(const QDir& folder, Samples* samples)
     }
 }
 
-/// Whether headers may tell sizes of pictures that the decoder refuses. It goes through all frames
-/// of an animation and all tags of a directory; and it may not be there at all.
+/// Whether the header may give a size although the decoder gives none: the decoder reads all frames
+/// of an animation and all tags of a directory, and it may not be installed.
 bool mayTellMore(PictureFormat format)
 {
     switch (format) {
@@ -155,7 +155,7 @@ bool mayTellMore(PictureFormat format)
     return false;
 }
 
-/// Whether the sizes of `count` damaged pictures are as they have to be.
+/// Whether the sizes of `count` damaged pictures are correct.
 bool compareMutations(PictureFormat format, const Samples& samples, int count)
 {
     Mutator mutator;
@@ -184,7 +184,7 @@ int main(int argc, char* argv[])
         fputs("usage: mutated-pictures COUNT FOLDER...\n", stderr);
         return 2;
     }
-    // Decoders say what they like about damaged pictures.
+    // Decoders may log anything about damaged pictures.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     Samples all = samplePictures();
     for (const QString& folder : arguments.mid(2)) {

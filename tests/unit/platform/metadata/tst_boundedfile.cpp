@@ -11,7 +11,7 @@ namespace {
 constexpr qint64 GiB = 1024 * 1024 * 1024;
 const QString Name = QStringLiteral("file");
 
-/// 100,000 bytes of which no two places look alike.
+/// 100,000 bytes in which no two places have the same content.
 QByteArray content()
 {
     QByteArray bytes;
@@ -80,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(file.read(1), QByteArray());
     }
 
-    // A loop that reads until the end is to come there wherever it has begun.
+    // A loop that reads up to the end must reach it from any start.
     void limitHoldsForAllPlacesTogether()
     {
         BoundedFile file(path());

@@ -25,7 +25,7 @@ private Q_SLOTS:
 
 void ExifDateTest::initTestCase()
 {
-    // A zone with summer time, whatever the machine's is.
+    // Sets a time zone with summer time, because the machine may have another one.
     qputenv("TZ", "Europe/Berlin");
     tzset();
 }
@@ -112,7 +112,7 @@ void ExifDateTest::offsetsAreRead_data()
     QTest::newRow("no zone has it") << plain << QByteArray("+14:01") << local;
     QTest::newRow("sixty minutes") << plain << QByteArray("+05:60") << local;
     QTest::newRow("rubbish") << plain << QByteArray("+0x:12") << local;
-    QTest::newRow("more behind") << plain << QByteArray("+05:45:00") << local;
+    QTest::newRow("more characters after it") << plain << QByteArray("+05:45:00") << local;
     QTest::newRow("long number") << plain << QByteArray("+99999999999") << local;
 }
 

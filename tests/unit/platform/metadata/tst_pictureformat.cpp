@@ -39,7 +39,7 @@ private Q_SLOTS:
     void contentTellsTheFormat_data()
     {
         const QImage picture = quadrantPicture(QSize(20, 20));
-        const QByteArray behind("behind it", 9);
+        const QByteArray rest("the rest", 8);
         QTest::addColumn<QByteArray>("start");
         QTest::addColumn<PictureFormat>("format");
         QTest::newRow("JPEG") << encodedPicture(picture, "jpeg") << PictureFormat::Jpeg;
@@ -52,27 +52,23 @@ private Q_SLOTS:
         QTest::newRow("large TIFF, big-endian")
             << QByteArray("MM\0+\0\x08\0\0", 8) << PictureFormat::Tiff;
         QTest::newRow("GIF") << sample("quadrants.gif") << PictureFormat::Gif;
-        QTest::newRow("GIF of 1987") << "GIF87a" + behind << PictureFormat::Gif;
+        QTest::newRow("GIF of 1987") << "GIF87a" + rest << PictureFormat::Gif;
         QTest::newRow("BMP") << encodedPicture(picture, "bmp") << PictureFormat::Bmp;
         for (const char kind : {'1', '2', '3', '4', '5', '6'}) {
             QTest::addRow("PNM %c", kind) << QByteArray("P") + kind + "\n2 1" << PictureFormat::Pnm;
         }
-        QTest::newRow("HEIF") << mediaHead({"heic", "mif1", "heic"}) + behind
-                              << PictureFormat::Heif;
+        QTest::newRow("HEIF") << mediaHead({"heic", "mif1", "heic"}) + rest << PictureFormat::Heif;
         QTest::newRow("HEIF, first of all its structure")
-            << mediaHead({"mif1", "mif1", "heix"}) + behind << PictureFormat::Heif;
+            << mediaHead({"mif1", "mif1", "heix"}) + rest << PictureFormat::Heif;
         QTest::newRow("HEIF, its structure alone")
-            << mediaHead({"mif1", "miaf"}) + behind << PictureFormat::Heif;
-        QTest::newRow("HEIF sequence")
-            << mediaHead({"msf1", "hevc"}) + behind << PictureFormat::Heif;
-        QTest::newRow("AVIF") << mediaHead({"avif", "mif1", "miaf"}) + behind
-                              << PictureFormat::Avif;
+            << mediaHead({"mif1", "miaf"}) + rest << PictureFormat::Heif;
+        QTest::newRow("HEIF sequence") << mediaHead({"msf1", "hevc"}) + rest << PictureFormat::Heif;
+        QTest::newRow("AVIF") << mediaHead({"avif", "mif1", "miaf"}) + rest << PictureFormat::Avif;
         QTest::newRow("AVIF, first of all its structure")
-            << mediaHead({"mif1", "avif"}) + behind << PictureFormat::Avif;
-        QTest::newRow("AVIF sequence")
-            << mediaHead({"avis", "msf1"}) + behind << PictureFormat::Avif;
+            << mediaHead({"mif1", "avif"}) + rest << PictureFormat::Avif;
+        QTest::newRow("AVIF sequence") << mediaHead({"avis", "msf1"}) + rest << PictureFormat::Avif;
         QTest::newRow("the first of two formats")
-            << mediaHead({"heic", "avif"}) + behind << PictureFormat::Heif;
+            << mediaHead({"heic", "avif"}) + rest << PictureFormat::Heif;
     }
 
     void contentTellsTheFormat()
@@ -99,7 +95,7 @@ private Q_SLOTS:
         QTest::newRow("PNM without a blank") << QByteArrayLiteral("P65 32");
         QTest::newRow("PNM that ends") << QByteArrayLiteral("P6");
         QTest::newRow("film") << mediaHead({"isom", "mp42", "avc1"});
-        QTest::newRow("brand behind the head's end")
+        QTest::newRow("brand after the end of the head")
             << mediaHead({"isom", "mp42"}) + QByteArrayLiteral("heicavif");
         QTest::newRow("media file that ends") << QByteArray(
             "\0\0\0\x20"

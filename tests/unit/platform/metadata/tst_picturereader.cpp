@@ -14,6 +14,7 @@
 #include <QTest>
 
 #include <limits>
+#include <sys/resource.h>
 
 namespace {
 
@@ -31,20 +32,28 @@ QImage asRgb(const QImage& image)
     return image.convertToFormat(QImage::Format_RGB32);
 }
 
-/// What Qt alone, which asks all of its plugins, takes the file for.
+/// The format that Qt alone finds, when it asks all of its plugins.
 QByteArray formatForQt(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? QImageReader::imageFormat(&file) : QByteArray();
 }
 
-/// A JPEG picture with so many bytes between two of its segments.
+/// A JPEG picture with this many bytes between two of its segments.
 QByteArray paddedJpeg(qint64 padding)
 {
     constexpr int startOfImage = 2;
     return encodedPicture(quadrantPicture(Size), "jpeg")
         .insert(startOfImage, QByteArray(int(padding), '\0'))
         .insert(startOfImage, QByteArray("\xff\xfe\0\x02", 4));
+}
+
+/// The peak of this process's memory in KiB.
+long peakMemory()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
 }
 
 } // namespace
@@ -150,7 +159,7 @@ private Q_SLOTS:
         QVERIFY2(!formatForQt(path()).isEmpty(), "no plugin would read it");
     }
 
-    // Their decoders do not come to an end with these.
+    // Their decoders never end with these.
     void decodersOfOtherFormatsAreNotAsked_data()
     {
         QTest::addColumn<QByteArray>("bytes");
@@ -251,11 +260,12 @@ private Q_SLOTS:
         m_folder.write(Name, paddedJpeg(PictureReader::HeaderLimit));
         QCOMPARE(PictureReader(path()).size(), QSize());
 
-        // What decoders say is not ours to choose.
+        // We do not control what decoders log.
         log.takeMessages();
     }
 
-    // A TIFF file says where its directory stands, and writers put it after the pixels.
+    // A TIFF file gives the position of its directory, and programs write the directory after the
+    // pixels.
     void sizeAtTheEndOfALargeFileIsFound()
     {
         const MessageLog log;
@@ -277,7 +287,7 @@ private Q_SLOTS:
         QCOMPARE(quadrants(PictureReader(path()).read()), QStringLiteral("RGWB"));
     }
 
-    // Whatever was used up for the size.
+    // This does not depend on the bytes that were read for the size.
     void pictureIsReadBehindALongSearchForItsSize()
     {
         const MessageLog log;
@@ -287,6 +297,51 @@ private Q_SLOTS:
 
         QCOMPARE(reader.size(), QSize(64, 64));
         QCOMPARE(quadrants(reader.read()), QStringLiteral("RGWB"));
+    }
+
+    // The decoder would take memory for all of it, and then find that it is cut off.
+    void chunkThatClaimsGigabytesTakesNoMemory_data()
+    {
+        QTest::addColumn<char>("place");
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("before the pixels") << char('H') << QSize();
+        QTest::newRow("after the pixels") << char('E') << Size;
+    }
+
+    void chunkThatClaimsGigabytesTakesNoMemory()
+    {
+        QFETCH(char, place);
+        QFETCH(QSize, size);
+        const MessageLog log;
+        QByteArray bytes = encodedPicture(quadrantPicture(Size), "png");
+        constexpr int headerEnd = 33;
+        constexpr int lastChunk = 12;
+        const int offset = place == 'H' ? headerEnd : bytes.size() - lastChunk;
+        bytes.insert(offset, bigEndian(quint32(0x60000000)) + QByteArrayLiteral("zTXta\0\0"));
+        m_folder.write(Name, bytes);
+        PictureReader reader(path());
+        PictureReader inMemory(bytes);
+        const long peak = peakMemory();
+
+        for (PictureReader* const each : {&reader, &inMemory}) {
+            QCOMPARE(each->size(), size);
+            QVERIFY(each->read().isNull());
+        }
+        constexpr long kibOfChunk = 0x60000000 / 1024;
+        QVERIFY2(peakMemory() - peak < kibOfChunk / 8, "the chunk's length has been allocated");
+    }
+
+    void pixelsThatAreCutOffAreLeftToTheDecoder()
+    {
+        MessageLog log;
+        constexpr int end = 20;
+        const QByteArray bytes = encodedPicture(quadrantPicture(Size), "png").chopped(end);
+        PictureReader reader(bytes);
+
+        QCOMPARE(reader.size(), Size);
+        QCOMPARE(reader.read(), QImage::fromData(bytes, "png"));
+        // What decoders say is not ours to choose.
+        log.takeMessages();
     }
 
     void startOfAnEndlessFileGivesNone_data() { addStartsOfPictures(); }
@@ -301,7 +356,7 @@ private Q_SLOTS:
 
         QCOMPARE(reader.size(), QSize());
         QVERIFY(reader.read().isNull());
-        // What decoders say is not ours to choose.
+        // We do not control what decoders log.
         log.takeMessages();
     }
 };

@@ -24,7 +24,7 @@ namespace {
 
 const QString Name = QStringLiteral("a.jpg");
 
-/// What the header alone tells, without any decoder.
+/// The size that the header alone gives, without any decoder.
 std::optional<QSize> headersSize(const QByteArray& decoder, WindowedFile& file)
 {
     static const std::map<QByteArray, std::optional<QSize> (*)(WindowedFile&)> functions{
@@ -92,7 +92,7 @@ private Q_SLOTS:
         constexpr int mostBytes = 1200;
         MessageLog log;
         for (const SamplePicture& sample : samplePictures()) {
-            // The decoder goes through all frames first.
+            // The decoder reads all frames first.
             const bool isAnimation = sample.name == "WebP, animated";
             for (int length = qMin(sample.bytes.size(), mostBytes) - 1; length >= 0; --length) {
                 const QSize size = sizeOf(sample.bytes.left(length));
@@ -219,7 +219,7 @@ private Q_SLOTS:
     void directoryThatHoldsItselfEndsSoon()
     {
         MessageLog log;
-        // Its entry stands for it, and the next directory is itself, too.
+        // The entry points to its own directory, and so does the next directory.
         const QByteArray header = "II*" + QByteArray(1, '\0') + littleEndian(quint32(8));
         const QByteArray entry = littleEndian(quint16(0x8769)) + littleEndian(quint16(4))
             + littleEndian(quint32(1)) + littleEndian(quint32(8));

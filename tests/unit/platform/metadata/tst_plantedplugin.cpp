@@ -18,7 +18,7 @@ const QString Asked = QStringLiteral("The planted plugin was asked");
 
 } // namespace
 
-/// A plugin of the system that says of every file that it can read it.
+/// Tests with a plugin of the system that claims to read every file.
 class PlantedPluginTest : public QObject
 {
     Q_OBJECT
@@ -36,7 +36,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QByteArray>("bytes");
-        // By the content, and by the name, before the decoder of the content's format.
+        // It is asked because of the content and because of the name, before the decoder of the
+        // content's format.
         QTest::newRow("by the content") << QStringLiteral("a.jpg") << QByteArray("no picture");
         QTest::newRow("by the name")
             << QStringLiteral("a.planted") << encodedPicture(quadrantPicture(Size), "jpeg");
@@ -101,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(PictureReader(bytes).read().size(), Size);
     }
 
-    // Neither for pictures that no other plugin reads, nor for broken ones.
+    // It is not asked for pictures that no other plugin reads, and not for damaged ones.
     void pluginIsNotAskedInPlaceOfAnother_data() { addStartsOfPictures(); }
 
     void pluginIsNotAskedInPlaceOfAnother()

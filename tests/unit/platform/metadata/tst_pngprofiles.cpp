@@ -21,7 +21,7 @@ QByteArray xmp()
     return xmpPacket(R"(xmp:CreateDate="2020-01-02T03:04:05" tiff:Orientation="6")");
 }
 
-/// The block as a JPEG file's segment holds it.
+/// The block in the form of a JPEG file's segment.
 QByteArray exifSegment()
 {
     return QByteArray("Exif\0\0", 6) + exif();
@@ -61,7 +61,7 @@ const QDateTime& moment()
 
 } // namespace
 
-/// Tags that programs wrote into PNG files as texts of digits.
+/// Tests tags that programs wrote into PNG files as texts of digits.
 class PngProfilesTest : public QObject
 {
     Q_OBJECT
@@ -198,7 +198,7 @@ void PngProfilesTest::otherTextsAreNoProfiles_data()
 
     QTest::newRow("comment") << QByteArray("Comment");
     QTest::newRow("colour profile") << QByteArray("Raw profile type icc");
-    QTest::newRow("another word behind") << ExifKeyword + " 2";
+    QTest::newRow("another word after it") << ExifKeyword + " 2";
     QTest::newRow("no keyword") << QByteArray();
 }
 

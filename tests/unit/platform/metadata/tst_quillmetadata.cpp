@@ -22,8 +22,8 @@ Q_DECLARE_METATYPE(ExifBuilder::Order)
 
 namespace {
 
-/// Takes what is written to the standard error stream, by Qt's messages or past them, while it
-/// lives.
+/// Records what is written to the standard error stream, through Qt's messages or directly, while
+/// it lives.
 class ErrorStreamCapture
 {
 public:
@@ -63,7 +63,7 @@ private:
     QtMessageHandler m_handler = nullptr;
 };
 
-/// The processor time of this thread, which other processes do not make longer.
+/// The processor time of this thread. Other processes do not influence it.
 qint64 processorMilliseconds()
 {
     timespec time = {};
@@ -85,19 +85,20 @@ QDateTime moment(int milliseconds = 0)
     return {QDate(2020, 1, 2), QTime(3, 4, 5, milliseconds)};
 }
 
-/// A directory whose every entry claims the whole block as its value, in a block of `size` bytes.
+/// A directory in a block of `size` bytes, in which every entry claims the whole block as its
+/// value.
 QByteArray blockOfOverlappingValues(int size)
 {
     ExifBuilder builder;
     for (quint16 tag = 0xc000; tag < 0xc0f0; ++tag) {
-        // A text too long to stand in its entry, so the four bytes are taken for its place.
+        // The text is too long for its entry, so the four bytes count as its position.
         builder.value(tag, ExifBuilder::Undefined, quint32(size - 8), QByteArray("\x08\0\0\0", 4));
     }
     const QByteArray block = builder.number(ExifBuilder::Orientation, 3).block();
     return block.leftJustified(size, '\0');
 }
 
-/// Boxes within boxes within boxes.
+/// Boxes that are nested several times.
 QByteArray nestedBoxes(const QByteArray& type, int depth)
 {
     constexpr int headSize = 8;
@@ -144,6 +145,8 @@ private Q_SLOTS:
     void dateSpellingsOfCamerasAreRead_data();
     void dateSpellingsOfCamerasAreRead();
     void eachDateHasItsOwnSubSecondsAndOffset();
+    void textOfFourBytesStandsInItsEntry();
+    void entriesBeforeTheEndOfACutOffDirectoryAreRead();
     void dateStoredAsBytesIsRead();
     void firstOfTwoEqualTagsIsTaken();
     void firstOfTwoOrientationsIsTaken();
@@ -152,6 +155,7 @@ private Q_SLOTS:
     void orientationOutsideOneToEightIsInvalid_data();
     void orientationOutsideOneToEightIsInvalid();
 
+    void boxWithALongSizeIsRead();
     void xmpOfEachKindIsRead_data();
     void xmpOfEachKindIsRead();
     void firstValidXmpDateIsTaken_data();
@@ -202,7 +206,8 @@ void QuillMetadataTest::cleanup()
 
 QString QuillMetadataTest::write(const QByteArray& content, const QString& name) const
 {
-    // A new file each time: some file systems wait for the disk when an old one is overwritten.
+    // This makes a new file each time, because some file systems wait for the disk when a file is
+    // overwritten.
     QFile file(path(name));
     file.remove();
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
@@ -211,7 +216,7 @@ QString QuillMetadataTest::write(const QByteArray& content, const QString& name)
     return file.fileName();
 }
 
-/// An invalid timestamp and an orientation of 0 stand for invalid entries.
+/// An invalid timestamp and an orientation of 0 mean invalid entries.
 void QuillMetadataTest::compareEntries(
     const QByteArray& content, const QDateTime& timestamp, int orientation, int formats) const
 {
@@ -282,9 +287,9 @@ void QuillMetadataTest::tagsBehindThePixelsOfPngAreRead()
 {
     const QByteArray plain = pngWithExif({});
     const QByteArray tagged = pngWithExif(exifBlock(Date, 5));
-    constexpr int behindHeader = 33;
+    constexpr int afterHeader = 33;
     constexpr int endChunkSize = 12;
-    const QByteArray chunk = tagged.mid(behindHeader, tagged.size() - plain.size());
+    const QByteArray chunk = tagged.mid(afterHeader, tagged.size() - plain.size());
     QByteArray moved = plain;
     moved.insert(plain.size() - endChunkSize, chunk);
 
@@ -301,10 +306,10 @@ void QuillMetadataTest::paddingBetweenJpegSegmentsIsSkipped()
 
 void QuillMetadataTest::webpChunkOfOddSizeIsPadded()
 {
-    constexpr int behindCanvas = 30;
+    constexpr int afterCanvas = 30;
     QByteArray content = webpWithExif(exifBlock(Date, 5));
 
-    content.insert(behindCanvas, QByteArray("ODD \x01\0\0\0x\0", 10));
+    content.insert(afterCanvas, QByteArray("ODD \x01\0\0\0x\0", 10));
 
     compareEntries(content, moment(), 5);
 }
@@ -362,8 +367,8 @@ void QuillMetadataTest::dateSpellingsOfCamerasAreRead_data()
     QTest::newRow("dashes") << QByteArray("2020-01-02 03:04:05") << moment();
     QTest::newRow("slashes") << QByteArray("2020/01/02 03:04:05") << moment();
     QTest::newRow("ISO 8601") << QByteArray("2020-01-02T03:04:05") << moment();
-    QTest::newRow("blanks behind") << QByteArray("2020:01:02 03:04:05   ") << moment();
-    QTest::newRow("NULs behind") << Date + QByteArray(8, '\0') << moment();
+    QTest::newRow("blanks at the end") << QByteArray("2020:01:02 03:04:05   ") << moment();
+    QTest::newRow("NULs at the end") << Date + QByteArray(8, '\0') << moment();
     QTest::newRow("blanks for zeros") << QByteArray("2020: 1: 2  3: 4: 5") << moment();
     QTest::newRow("day only") << QByteArray("2020:01:02")
                               << QDateTime(QDate(2020, 1, 2), QTime(0, 0));
@@ -411,6 +416,24 @@ void QuillMetadataTest::eachDateHasItsOwnSubSecondsAndOffset()
     QCOMPARE(
         entryWith(ExifBuilder::DateTime, ExifBuilder::SubSecTime, ExifBuilder::OffsetTime),
         expected);
+}
+
+void QuillMetadataTest::textOfFourBytesStandsInItsEntry()
+{
+    ExifBuilder builder;
+    builder.text(ExifBuilder::DateTimeOriginal, Date).text(ExifBuilder::SubSecTimeOriginal, "250");
+
+    compareEntries(jpegWithExif(builder.block()), moment(250), 0);
+}
+
+void QuillMetadataTest::entriesBeforeTheEndOfACutOffDirectoryAreRead()
+{
+    constexpr int directory = 8;
+    QByteArray block = exifBlock({}, 6);
+    QCOMPARE(block.mid(directory, 2), QByteArray("\x01\0", 2));
+    block[directory] = 5;
+
+    compareEntries(jpegWithExif(block), {}, 6);
 }
 
 void QuillMetadataTest::dateStoredAsBytesIsRead()
@@ -498,6 +521,19 @@ void QuillMetadataTest::addKinds()
     QTest::newRow("HEIF with long numbers")
         << heifWithExif(exif, {}, HeifLayout::MediaDataLongNumbers);
     QTest::newRow("HEIF with a data box") << heifWithExif(exif, {}, HeifLayout::DataBox);
+}
+
+void QuillMetadataTest::boxWithALongSizeIsRead()
+{
+    constexpr int sizeLength = 4;
+    QByteArray content = heifWithExif(exifBlock(Date, 6), {}, HeifLayout::DataBox);
+    const int start = content.indexOf("meta") - sizeLength;
+    const auto size = qFromBigEndian<quint32>(content.constData() + start);
+    content.replace(
+        start, sizeLength + sizeLength,
+        bigEndian(quint32(1)) + "meta" + bigEndian(quint64(size) + sizeof(quint64)));
+
+    compareEntries(content, moment(), 6);
 }
 
 void QuillMetadataTest::xmpOfEachKindIsRead_data()
@@ -775,10 +811,10 @@ void QuillMetadataTest::hostileFileTakesLittleTimeAndMemory_data()
     constexpr qint64 huge = 300'000'000;
     constexpr int largestSegment = 65000;
     const QByteArray jpeg("\xff\xd8\xff\xe0\0\x04zz", 8);
-    QTest::newRow("zeros behind a start") << QByteArray("\xff\xd8") << huge << 0;
-    QTest::newRow("zeros behind a marker") << QByteArray("\xff\xd8\xff") << huge << 0;
-    QTest::newRow("zeros behind a segment") << jpeg << huge << 0;
-    QTest::newRow("zeros behind a picture") << jpegWithExif(exifBlock(Date, 3)) << huge << 3;
+    QTest::newRow("zeros after a start") << QByteArray("\xff\xd8") << huge << 0;
+    QTest::newRow("zeros after a marker") << QByteArray("\xff\xd8\xff") << huge << 0;
+    QTest::newRow("zeros after a segment") << jpeg << huge << 0;
+    QTest::newRow("zeros after a picture") << jpegWithExif(exifBlock(Date, 3)) << huge << 3;
     QTest::newRow("padding of JPEG")
         << QByteArray("\xff\xd8") + QByteArray(1 << 22, '\xff') << qint64(1 << 22) << 0;
     QTest::newRow("many segments")
@@ -830,7 +866,7 @@ void QuillMetadataTest::hostileFileTakesLittleTimeAndMemory()
 
     const QuillMetadata metadata(name);
 
-    // The sanitizers' builds take some 10 times what it takes otherwise.
+    // With sanitizers, this takes about ten times as long.
     const qint64 time = processorMilliseconds() - timeBefore;
     QVERIFY2(time < 500, QByteArray::number(time).constData());
     const qint64 memory = peakMemoryMegabytes() - memoryBefore;

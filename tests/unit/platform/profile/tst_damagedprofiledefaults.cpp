@@ -7,7 +7,8 @@
 #include <QStandardPaths>
 #include <QTest>
 
-/// The installed defaults are read once in a process, so that each damage is a process of its own.
+/// A process reads the installed defaults only once, so each kind of damage has a process of its
+/// own.
 class DamagedProfileDefaultsTest : public QObject
 {
     Q_OBJECT

@@ -11,7 +11,7 @@
 
 namespace {
 
-// What a call returns is released here, so that a leak check sees that it is the caller's.
+// The result of a call is freed here, so that the leak check proves that the caller owns it.
 QByteArray taken(char* text)
 {
     const QByteArray bytes = text != nullptr ? QByteArray(text) : QByteArray("null");
@@ -24,7 +24,7 @@ QByteArray value(const char* profile, const char* key)
     return taken(profile_get_value(profile, key));
 }
 
-// Reads or changes the store as another process, after all that this one has changed.
+// Reads or changes the store in another process, after all changes of this process.
 QByteArray dconf(const char* command, const char* path, const char* argument = nullptr)
 {
     MGConfItem::sync();

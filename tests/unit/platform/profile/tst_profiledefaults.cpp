@@ -24,7 +24,7 @@ const char* const ToneKinds[] = {"ringing", "sms", "im", "email", "voip", "calen
 
 } // namespace
 
-/// What the installed defaults give to a user whose key/value store has no system database.
+/// Tests the installed defaults for a user whose key/value store has no system database.
 class ProfileDefaultsTest : public QObject
 {
     Q_OBJECT

@@ -20,7 +20,7 @@ QByteArray line(const char* kind, const char* profile, const char* key, const ch
         + (value != nullptr ? QByteArray(value) : QByteArray("null"));
 }
 
-// Registered for all three kinds, notes what it is called with.
+// A listener for all three kinds of changes, which records its calls.
 class Recorder
 {
 public:
@@ -66,7 +66,7 @@ private:
     QByteArrayList m_calls;
 };
 
-// A change of another process, after all of this one's.
+// Makes a change in another process, after all changes of this process.
 void dconf(const char* command, const char* path, const char* argument = nullptr)
 {
     MGConfItem::sync();
@@ -78,7 +78,7 @@ void dconf(const char* command, const char* path, const char* argument = nullptr
     runDconf(arguments);
 }
 
-// Returns when the tracker runs and its watch is settled, which the store announces.
+// Starts the tracker, and waits until its watch is active, which the store announces.
 bool startTracker()
 {
     const QSignalSpy changes(&DconfStore::instance(), &DconfStore::changed);
@@ -87,9 +87,9 @@ bool startTracker()
         [&] { return changes.contains(QVariantList{QByteArray("/com/zavro/profile/")}); });
 }
 
-// Returns when all changes up to now have been told of: the bus keeps the order. The last call is
-// that of this function's own change. The value alone proves nothing, because a comparison for an
-// earlier change reads it too, and the one for this change is then still to come.
+// Waits until all changes up to now are reported, because the bus keeps the order. The last report
+// is that of a change by this function. The value alone proves nothing, because a comparison for an
+// earlier change reads it, too, and the report of this change may still have to come.
 bool settle(const Recorder& recorder)
 {
     static int count = 0;
@@ -355,7 +355,7 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(recorder.calls(), QByteArrayList());
 
-        // So the store announces that a watch is settled.
+        // This is how the store announces that a watch is active.
         Q_EMIT store.changed("/com/zavro/profile/");
 
         QTRY_COMPARE(recorder.calls(), QByteArrayList{line("change", "silent", Tone, "/b.ogg")});

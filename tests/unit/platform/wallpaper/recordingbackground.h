@@ -5,7 +5,7 @@
 
 #include <QImage>
 
-/// Keeps what processAppWallpaper() is called with, and with what result.
+/// Records the calls of processAppWallpaper() and their results.
 class RecordingBackground : public VelmoorZerlinBackground
 {
 public:

@@ -7,10 +7,10 @@
 /// @{
 /// Each channel of each pixel black or full, by chance.
 QImage noisePicture(const QSize& size);
-/// Black and white, with a corner between them at a point.
+/// Black and white areas, with a corner between them at a point.
 QImage edgePicture(const QSize& size, const QPoint& corner);
 QImage gradientPicture(const QSize& size);
 /// @}
 
-/// A picture that is its own mirror image left to right and top to bottom.
+/// A picture that is symmetric, both from left to right and from top to bottom.
 QImage symmetricPicture(const QSize& size);

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int MostRounds = 100;
-/// What the daemon's keys allow at most, on a screen of the largest ratio.
+/// The largest blur that the daemon's keys allow, on a screen with the largest ratio.
 constexpr int MostRadius = 256;
 constexpr double MostSigma = 256;
 
@@ -25,7 +25,7 @@ Matrix unity(int size)
     return result;
 }
 
-/// What the passes make of the pixels of a line, computed as they are defined.
+/// The result of the passes for the pixels of a line, computed by their definition.
 Matrix exactWeights(int length, const HalfKernel& kernel, int rounds)
 {
     const int radius = int(kernel.size()) - 1;
@@ -43,7 +43,7 @@ Matrix exactWeights(int length, const HalfKernel& kernel, int rounds)
     return result;
 }
 
-/// What the filter makes of the pixels of a line.
+/// The result of the filter for the pixels of a line.
 Matrix weightsOf(const LineFilter& filter)
 {
     const int length = int(filter.pixels.size());
@@ -61,10 +61,10 @@ Matrix weightsOf(const LineFilter& filter)
     return result;
 }
 
-/// How far two results can be from each other for any line of pixels, in levels.
+/// The largest possible difference between two results for any line of pixels, in levels.
 double largestDifference(const Matrix& a, const Matrix& b)
 {
-    // The line that is white where one has more weight, and black where the other has.
+    // This line is white where the first one has more weight, and black where the second one has.
     constexpr double white = 255;
     double largest = 0;
     for (int row = 0; row < a.rows(); ++row) {

@@ -18,7 +18,7 @@ namespace {
 
 const QString Source = QStringLiteral("/home/user/Pictures/a %1 tree.jpg");
 
-/// The name that stands for Source, by the hash that multiplies with 31.
+/// The name that is made from Source, by the hash that multiplies with 31.
 QString fileNameOf(const QString& source)
 {
     uint hash = 0;
@@ -56,7 +56,7 @@ int threadCount()
         .size();
 }
 
-/// What the override sees of a picture with other parameters than the default.
+/// What the override receives for a picture with other parameters than the default.
 QImage wallpaperWith(const QImage& picture, float ratio, int rounds, int radius, double sigma)
 {
     const TestFolder folder;
@@ -128,7 +128,7 @@ void VelmoorZerlinBackgroundTest::theWallpaperIsNamedAfterItsSource()
 {
     MessageLog log;
     const TestFolder folder;
-    // A folder's name is no pattern.
+    // The name of a directory is not a pattern.
     const QString path = folder.path(QStringLiteral("%1"));
     RecordingBackground background(path);
 
@@ -269,7 +269,7 @@ void VelmoorZerlinBackgroundTest::everyFormatIsTaken()
     const TestFolder folder;
     RecordingBackground background(folder.path());
     background.setBlurRounds(0);
-    // An odd width, so that rows of small pixels end with padding.
+    // The width is odd, so that rows of small pixels end with padding.
     const QImage picture = edgePicture({61, 45}, {20, 30}).convertToFormat(format);
 
     build(&background, picture, {}, QRectF(9, 5, 41, 33));

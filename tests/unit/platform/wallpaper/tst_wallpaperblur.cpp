@@ -8,7 +8,7 @@
 
 namespace {
 
-/// What the unset keys give, at a pixel ratio of 1.
+/// The parameters if no key is set, at a pixel ratio of 1.
 constexpr BlurPasses DefaultPasses = {15, 4, 1.3};
 
 QImage blurred(const QImage& picture, const BlurPasses& passes = DefaultPasses)
@@ -50,6 +50,8 @@ private Q_SLOTS:
     void anySizeIsExact();
     void anyWidthOfTheBlurIsExact_data();
     void anyWidthOfTheBlurIsExact();
+    void narrowBlursAreExact_data();
+    void narrowBlursAreExact();
     void symmetricPicturesStaySymmetric_data();
     void symmetricPicturesStaySymmetric();
     void plainPicturesStayAsTheyAre_data();
@@ -170,13 +172,37 @@ void WallpaperBlurTest::anyWidthOfTheBlurIsExact()
     QFETCH(int, radius);
     QFETCH(double, sigma);
 
-    // Their mean error says nothing: of a picture that became plain, it is what one level was
-    // rounded by.
+    // Their mean error has no meaning: if a picture became plain, it is the rounding error of one
+    // level.
     const BlurPasses passes = {rounds, radius, sigma};
     for (const QImage& picture :
          {noisePicture(size), edgePicture(size, {size.width() / 3, size.height() / 2})}) {
         const BlurError error = blurError(picture, blurred(picture, passes), passes);
         QVERIFY2(error.largest <= 1.2, qPrintable(QString::number(error.largest)));
+    }
+}
+
+void WallpaperBlurTest::narrowBlursAreExact_data()
+{
+    QTest::addColumn<int>("rounds");
+    QTest::addColumn<int>("radius");
+    QTest::addColumn<double>("sigma");
+
+    QTest::newRow("8 rounds") << 8 << 1 << 0.6;
+    QTest::newRow("15 rounds") << 15 << 2 << 0.5;
+    QTest::newRow("30 rounds") << 30 << 1 << 0.4;
+    QTest::newRow("100 rounds") << 100 << 1 << 0.3;
+}
+
+void WallpaperBlurTest::narrowBlursAreExact()
+{
+    QFETCH(int, rounds);
+    QFETCH(int, radius);
+    QFETCH(double, sigma);
+
+    for (const QImage& picture :
+         {noisePicture({80, 90}), edgePicture({80, 90}, {3, 45}), samplePhoto()}) {
+        compareWithPasses(picture, {rounds, radius, sigma});
     }
 }
 
