@@ -24,6 +24,28 @@ T.ApplicationWindow {
 
     }
 
+    // Scrolls the views that a control is in, as far as it takes to see the control.
+    function reveal(item) {
+        for (let view = item.parent; view; view = view.parent) {
+            if (view.contentY === undefined)
+                continue;
+
+            const top = view.mapFromItem(item, 0, 0).y;
+            const bottom = top + item.height;
+            if (top < 0)
+                view.contentY = Math.max(view.originY, view.contentY + top - Style.gap);
+            else if (bottom > view.height)
+                view.contentY = Math.min(view.originY + view.contentHeight - view.height, view.contentY + bottom - view.height + Style.gap);
+        }
+    }
+
+    // A finger taps only what it sees, but the keyboard goes on to what is out of view.
+    function followKeyboard(item) {
+        if (item && (item.focusReason === Qt.TabFocusReason || item.focusReason === Qt.BacktabFocusReason))
+            reveal(item);
+
+    }
+
     function openMoodset(contentId) {
         pages.push(moodsetPage, {
             "contentId": contentId
@@ -52,6 +74,7 @@ T.ApplicationWindow {
     minimumHeight: 480
     title: qsTr("Moodset Picker")
     color: Style.background
+    onActiveFocusItemChanged: followKeyboard(activeFocusItem)
 
     Item {
         id: content

@@ -6,7 +6,7 @@ import QtQuick.Templates 2.15 as T
 
 // A moodset: its wallpaper, colours and name, whether it is a favourite or the active one, and a
 // button that applies it.
-T.ItemDelegate {
+T.AbstractButton {
     id: tile
 
     readonly property bool isActive: model.url == Theme.activeMoodset

@@ -15,6 +15,7 @@ T.TabButton {
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
     Accessible.role: Accessible.PageTab
+    Accessible.onPressAction: clicked()
 
     contentItem: Item {
         Icon {

@@ -62,6 +62,9 @@ FocusScope {
         delegate: PictureRow {
             width: list.width
             cell: list.cell
+            // Neither the keyboard nor a screen reader may come to a row that waits to be used again.
+            ListView.onPooled: visible = false
+            ListView.onReused: visible = true
             onOpened: page.opened(url)
         }
 

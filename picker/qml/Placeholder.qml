@@ -75,6 +75,8 @@ Column {
     PushButton {
         visible: text.length > 0
         text: placeholder.action
+        // Without a name there is nothing to tell of, not even that it is hidden.
+        Accessible.ignored: text.length === 0
         width: Math.min(implicitWidth, parent.width)
         anchors.horizontalCenter: parent.horizontalCenter
         onClicked: placeholder.triggered()

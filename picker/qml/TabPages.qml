@@ -26,6 +26,7 @@ FocusScope {
         pictures.item.search();
     }
 
+    objectName: "tabs"
     onActiveFocusChanged: focusWithin(activeFocus)
 
     MoodsetsPage {

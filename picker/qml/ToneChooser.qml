@@ -25,6 +25,7 @@ ListView {
     }
 
     header: ChoiceRow {
+        objectName: "standardTone"
         width: list.width
         text: qsTr("As it is now")
         checked: !String(list.current)
