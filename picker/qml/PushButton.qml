@@ -14,13 +14,21 @@ T.Button {
     property bool done: false
     readonly property color ink: done ? Style.accent : important ? Style.accentInk : dangerous ? Style.danger : Style.foreground
 
-    implicitWidth: Math.max(Style.touch, label.implicitWidth + 2 * Style.margin)
+    implicitWidth: Math.max(Style.touch, textMetrics.advanceWidth + label.indent + 2 * Style.margin)
     implicitHeight: Math.max(Style.touch, label.implicitHeight + 2 * Style.gap)
     opacity: enabled || done ? 1 : 0.45
     leftPadding: Style.gap
     rightPadding: Style.gap
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
+
+    // The implicit width of the label changes while its width is set, which would be a binding loop.
+    TextMetrics {
+        id: textMetrics
+
+        text: control.text
+        font: label.font
+    }
 
     contentItem: Item {
         Icon {

@@ -7,14 +7,14 @@
 
 namespace {
 
-constexpr int SignatureSize = 8;
+constexpr int PngSignatureSize = 8;
 constexpr int HeadSize = 8;
 constexpr int TypeSize = 4;
 constexpr int ChecksumSize = 4;
 
 bool hasOverlongChunkFromHere(QIODevice* device, PngChunks which, qint64 end)
 {
-    qint64 offset = SignatureSize;
+    qint64 offset = PngSignatureSize;
     while (device->seek(offset)) {
         ByteReader head(device->read(HeadSize));
         const qint64 contentEnd = offset + HeadSize + head.u32();
