@@ -303,8 +303,13 @@ private Q_SLOTS:
 
     void fewDescriptorsRefuseAWriteButDoNotEndTheProcess()
     {
-        // From the fewest with which a process of Qt comes as far as to the write.
+        // A process of Qt needs at least the first number of descriptors to reach the write. The
+        // undefined-behaviour sanitizer makes a pipe for some of its checks, which fail without it.
+#ifdef __SANITIZE_ADDRESS__
+        const QVector<int> limits{12, 14, 24};
+#else
         const QVector<int> limits{9, 10, 11, 12, 14, 24};
+#endif
         int refused = 0;
         for (const int limit : limits) {
             const QString value = QString::number(limit);
