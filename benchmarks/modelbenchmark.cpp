@@ -2,6 +2,7 @@
 // Measures the models of the QML module against bare listings of the library, in turns, and prints
 // the table. See docs/performance.md.
 #include "arguments.h"
+#include "clocktime.h"
 #include "content/moodsetqueryagent.h"
 #include "content/photoqueryagent.h"
 #include "content/queryagentdatabase.h"
@@ -22,7 +23,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <ctime>
 #include <deque>
 #include <iostream>
 #include <utility>
@@ -36,16 +36,6 @@ constexpr double InterfaceFillBudget = 0.05;
 constexpr double InterfaceChangeBudget = 0.03;
 constexpr double FirstRowBudget = 0.2;
 constexpr double MemoryBudget = 1.15;
-
-/// How much processor time a clock has counted, in ms.
-double timeOn(clockid_t clock)
-{
-    timespec time{};
-    clock_gettime(clock, &time);
-    constexpr double perSecond = 1000;
-    constexpr double perNanosecond = 1e-6;
-    return double(time.tv_sec) * perSecond + double(time.tv_nsec) * perNanosecond;
-}
 
 /// What something has taken, in ms.
 struct Time

@@ -2,6 +2,7 @@
 // Measures the app moodset-picker: its first frames against an empty window and a listing, and the
 // flicking through its pictures. Prints the table. See docs/performance.md.
 #include "arguments.h"
+#include "clocktime.h"
 #include "content/moodsetqueryagent.h"
 #include "content/queryagentdatabase.h"
 #include "listedlibrary.h"
@@ -22,7 +23,6 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
-#include <ctime>
 #include <utility>
 
 namespace {
@@ -38,16 +38,6 @@ const QByteArray ListFrameLine = "frame with the list: ";
 
 const QString AppOption = QStringLiteral("--show-app");
 const QString WindowOption = QStringLiteral("--show-window");
-
-/// How much processor time a clock has counted, in ms.
-double timeOn(clockid_t clock)
-{
-    timespec time{};
-    clock_gettime(clock, &time);
-    constexpr double perSecond = 1000;
-    constexpr double perNanosecond = 1e-6;
-    return double(time.tv_sec) * perSecond + double(time.tv_nsec) * perNanosecond;
-}
 
 void say(const QByteArray& line)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Measures listings through the query agents, and the same statements stepped with SQLite's own
 // interface, in turns. Prints the table.
+#include "clocktime.h"
 #include "content/filequeryagent.h"
 #include "content/moodsetqueryagent.h"
 #include "content/photoqueryagent.h"
@@ -19,7 +20,6 @@
 #include <QHash>
 #include <QTemporaryDir>
 
-#include <ctime>
 #include <iostream>
 #include <memory>
 
@@ -107,20 +107,6 @@ struct Costs
     Series barePeak, agentExcess;
 };
 
-double processorTime()
-{
-    constexpr double perMillisecond = CLOCKS_PER_SEC / 1000.0;
-    return double(std::clock()) / perMillisecond;
-}
-
-template <typename Function>
-double timeOf(Function function)
-{
-    const double start = processorTime();
-    function();
-    return processorTime() - start;
-}
-
 class Benchmark
 {
 public:
@@ -199,8 +185,8 @@ private:
         }
         Costs& measured = costs(kind, records);
         for (int round = 0; round < m_rounds; ++round) {
-            measured.agentTime.push_back(timeOf([&] { reader.list(); }));
-            measured.bareTime.push_back(timeOf([&] { bare.list(); }));
+            measured.agentTime.push_back(processorTimeOf([&] { reader.list(); }));
+            measured.bareTime.push_back(processorTimeOf([&] { bare.list(); }));
         }
     }
 

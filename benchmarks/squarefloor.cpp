@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "squarefloor.h"
 
+#include "clocktime.h"
+
 #include <velmoorzerlinbackground.h>
 
 #include <QBuffer>
@@ -11,7 +13,6 @@
 #include <QImageWriter>
 
 #include <algorithm>
-#include <ctime>
 #include <malloc.h>
 
 namespace {
@@ -19,22 +20,13 @@ namespace {
 /// The quality of the daemon's wallpapers.
 constexpr int Quality = 93;
 
-/// The processor time of all threads of this process.
-Milliseconds processorTime()
-{
-    timespec time = {};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
-
 template <typename Function>
 Cost costOf(Function function)
 {
-    const Milliseconds processor = processorTime();
     const auto start = std::chrono::steady_clock::now();
-    function();
+    const Milliseconds processor(processorTimeOf(function));
     const Milliseconds wall = std::chrono::steady_clock::now() - start;
-    return {wall, processorTime() - processor};
+    return {wall, processor};
 }
 
 QImage readSquare(const QString& picture, int side)

@@ -3,6 +3,7 @@
 // with QImage::pixel() and QColor, in turns. Prints the table.
 #include "arguments.h"
 #include "blur/wallpaperblur.h"
+#include "clocktime.h"
 #include "measuredprocess.h"
 #include "peakmemory.h"
 #include "report.h"
@@ -17,7 +18,6 @@
 #include <opencv2/imgproc.hpp>
 
 #include <array>
-#include <ctime>
 #include <malloc.h>
 
 namespace {
@@ -57,20 +57,6 @@ constexpr double WideRoundsBudget = 1.5;
 
 constexpr double AnalysisBudget = 0.35;
 
-double processorTime()
-{
-    constexpr double perMillisecond = CLOCKS_PER_SEC / 1000.0;
-    return double(std::clock()) / perMillisecond;
-}
-
-template <typename Function>
-double timeOf(Function function)
-{
-    const double start = processorTime();
-    function();
-    return processorTime() - start;
-}
-
 BlurPasses passesOf(const Kind& kind, int rounds = DefaultRounds)
 {
     return {rounds, DefaultRadius * kind.ratio, DefaultSigma * kind.ratio};
@@ -79,7 +65,7 @@ BlurPasses passesOf(const Kind& kind, int rounds = DefaultRounds)
 double timeOfBlur(const QImage& picture, const BlurPasses& passes)
 {
     QImage copy = picture.copy();
-    return timeOf([&] { blurWallpaper(&copy, passes); });
+    return processorTimeOf([&] { blurWallpaper(&copy, passes); });
 }
 
 double timeOfOpenCv(const QImage& picture, double sigma)
@@ -89,7 +75,7 @@ double timeOfOpenCv(const QImage& picture, double sigma)
         copy.height(), copy.width(), CV_8UC4, copy.bits(), size_t(copy.bytesPerLine()));
     // Its memory is allocated before the measurement, as for a blur in place.
     cv::Mat blurred(source.size(), source.type(), cv::Scalar());
-    return timeOf([&] { cv::GaussianBlur(source, blurred, cv::Size(), sigma, sigma); });
+    return processorTimeOf([&] { cv::GaussianBlur(source, blurred, cv::Size(), sigma, sigma); });
 }
 
 /// The analysis with Qt's functions alone. Because of the sum, the compiler cannot leave the work
@@ -265,8 +251,9 @@ private:
         int checksum = 0;
         for (int round = 0; round < m_rounds; ++round) {
             comparison.measured.push_back(
-                timeOf([&] { analyseImageColors(wallpaper, &average, &dominant); }));
-            comparison.base.push_back(timeOf([&] { checksum += analysedByQt(wallpaper); }));
+                processorTimeOf([&] { analyseImageColors(wallpaper, &average, &dominant); }));
+            comparison.base.push_back(
+                processorTimeOf([&] { checksum += analysedByQt(wallpaper); }));
         }
         if (checksum == 0 || !dominant.isValid()) {
             giveUp("an analysis found nothing");
