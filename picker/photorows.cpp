@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -32,6 +33,7 @@ void PhotoRows::setPhotos(QAbstractItemModel* photos)
         m_photos->disconnect(this);
     }
     m_photos = photos;
+    m_idRole = photos != nullptr ? roleOf(*photos, "contentId") : -1;
     if (photos != nullptr) {
         const auto soon = [this] { m_soon.start(); };
         connect(photos, &QAbstractItemModel::rowsInserted, this, soon);
@@ -42,7 +44,9 @@ void PhotoRows::setPhotos(QAbstractItemModel* photos)
             photos, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex& from, const QModelIndex& to) {
                 m_soon.start();
-                announce(from.row(), to.row());
+                for (int place = from.row(); place <= to.row(); ++place) {
+                    m_changed.insert(idOf(place));
+                }
             });
     }
     m_soon.start();
@@ -77,6 +81,12 @@ QVariant PhotoRows::data(const QModelIndex& index, int role) const
     if (role != PicturesRole) {
         return {};
     }
+    if (m_soon.isActive()) {
+        // The photos have changed since the rows were arranged, so this may read other pictures.
+        for (const qint64 id : row.ids) {
+            m_changed.insert(id);
+        }
+    }
     QVariantList pictures;
     for (int place = row.first; place < row.first + row.ids.size(); ++place) {
         const QModelIndex photo = photos->index(place, 0);
@@ -102,7 +112,6 @@ PhotoRows::Rows PhotoRows::arranged() const
     }
     const int count = photos->rowCount();
     const int monthRole = roleOf(*photos, "month");
-    const int idRole = roleOf(*photos, "contentId");
     Row row;
     const auto finishRow = [&rows, &row] {
         if (!row.ids.isEmpty()) {
@@ -123,7 +132,7 @@ PhotoRows::Rows PhotoRows::arranged() const
         if (row.ids.isEmpty()) {
             row.first = place;
         }
-        row.ids.append(photo.data(idRole).toLongLong());
+        row.ids.append(idOf(place));
     }
     finishRow();
     return rows;
@@ -154,16 +163,27 @@ void PhotoRows::arrange()
     if (added > 0) {
         endInsertRows();
     }
+    announceChanged();
 }
 
-void PhotoRows::announce(int firstPhoto, int lastPhoto)
+void PhotoRows::announceChanged()
 {
+    if (m_changed.isEmpty()) {
+        return;
+    }
+    const QSet<qint64> changed = std::exchange(m_changed, {});
     for (int place = 0; place < rowCount(); ++place) {
-        const Row& row = m_rows.at(std::size_t(place));
-        if (row.first <= lastPhoto && row.first + row.ids.size() > firstPhoto) {
+        const QVector<qint64>& ids = m_rows.at(std::size_t(place)).ids;
+        if (std::any_of(
+                ids.begin(), ids.end(), [&changed](qint64 id) { return changed.contains(id); })) {
             Q_EMIT dataChanged(index(place), index(place));
         }
     }
+}
+
+qint64 PhotoRows::idOf(int place) const
+{
+    return m_photos->index(place, 0).data(m_idRole).toLongLong();
 }
 
 QString PhotoRows::title(const QString& month)

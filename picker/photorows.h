@@ -4,6 +4,7 @@
 #include <QAbstractListModel>
 #include <QDate>
 #include <QPointer>
+#include <QSet>
 #include <QTimer>
 #include <QVector>
 
@@ -52,11 +53,14 @@ private:
 
     Rows arranged() const;
     void arrange();
-    void announce(int firstPhoto, int lastPhoto);
+    void announceChanged();
+    qint64 idOf(int place) const;
     static QString title(const QString& month);
 
     QPointer<QAbstractItemModel> m_photos;
+    int m_idRole = -1;
     int m_columns = 1;
     Rows m_rows;
+    mutable QSet<qint64> m_changed; ///< the pictures whose rows a view must read again
     QTimer m_soon;
 };

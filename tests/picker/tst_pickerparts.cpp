@@ -77,6 +77,28 @@ private Q_SLOTS:
                  QStringLiteral("4.jpg")}));
     }
 
+    void announcesRowsThatWereReadBetweenTwoArrangements()
+    {
+        QStandardItemModel photos;
+        setRoles(&photos);
+        for (int id = 1; id <= 3; ++id) {
+            photos.appendRow(photo(id, QStringLiteral("2024-0%1").arg(id)));
+        }
+        PhotoRows rows;
+        rows.setPhotos(&photos);
+        QTRY_COMPARE(rows.rowCount(), 6);
+
+        const QString last = QStringLiteral("3.jpg");
+        QString shownLast;
+        connect(&rows, &QAbstractItemModel::dataChanged, this, [&] {
+            shownLast = shown(rows).constLast();
+        });
+        photos.removeRow(0);
+        QVERIFY(shown(rows).constLast() != last);
+        QTRY_COMPARE(shownLast, last);
+        QCOMPARE(rows.rowCount(), 4);
+    }
+
     void keepsTheRowsThatStayTheSame()
     {
         QStandardItemModel photos;

@@ -101,7 +101,10 @@ private Q_SLOTS:
         QFETCH(const QString, text);
         QFETCH(const QStringList, found);
         QVERIFY(search(text));
-        QTRY_COMPARE_WITH_TIMEOUT(shown(), found, DaemonProcess::deadlineMs);
+        // Joined, so that a failure names what is shown.
+        QTRY_COMPARE_WITH_TIMEOUT(
+            shown().join(QLatin1Char('|')), found.join(QLatin1Char('|')),
+            DaemonProcess::deadlineMs);
     }
 
     void saysThatNothingWasFound()
