@@ -44,6 +44,9 @@ private:
         /// What of the page is at the top; empty for its beginning.
         QString top = {};
         Text text = Text::Usual;
+        /// Whether what `open` shows goes by itself after a while, which a busy machine may
+        /// outlast.
+        bool isPassing = false;
     };
 
     static constexpr QSize Phone{360, 640};
@@ -74,9 +77,16 @@ private:
              openMoodset,
              {},
              Text::RightToLeft},
-            {"notice", Library::Samples, Sizes::Phone, 0, tellSuccess},
-            {"notice-of-failure", Library::Samples, Sizes::Phone, 0, tellFailure},
-            {"notice-large", Library::Samples, Sizes::Phone, 0, tellSuccess, {}, Text::Large},
+            {"notice", Library::Samples, Sizes::Phone, 0, tellSuccess, {}, Text::Usual, true},
+            {"notice-of-failure",
+             Library::Samples,
+             Sizes::Phone,
+             0,
+             tellFailure,
+             {},
+             Text::Usual,
+             true},
+            {"notice-large", Library::Samples, Sizes::Phone, 0, tellSuccess, {}, Text::Large, true},
             {"moodset-color", Library::Samples, Sizes::Phone, 0, editColor,
              QStringLiteral("highlightColor")},
             {"moodset-color-large", Library::Samples, Sizes::Phone, 0, editColor,
@@ -404,7 +414,8 @@ private:
     /// What the scene shows at this moment.
     QImage shown(const Scene& scene) const
     {
-        const bool isThere = scene.top.isEmpty() || m_display->scrollTo(scene.top);
+        const bool isThere = (!scene.isPassing || scene.open(*m_display))
+            && (scene.top.isEmpty() || m_display->scrollTo(scene.top));
         return isThere ? m_display->shown() : QImage();
     }
 
