@@ -140,6 +140,23 @@ private Q_SLOTS:
         QVERIFY(ReadingMark(path).isDeadly(m_picture));
     }
 
+    void withoutAFileNothingIsKnown()
+    {
+        endProcessWhileReading(QString(), 2);
+
+        QVERIFY(!ReadingMark(QString()).isDeadly(m_picture));
+    }
+
+    void fileIsInTheRuntimeDirectory()
+    {
+        const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+        qputenv("XDG_RUNTIME_DIR", "/run/user/7");
+        QCOMPARE(ReadingMark::userFile(), QStringLiteral("/run/user/7/moodsetd.reading"));
+        qunsetenv("XDG_RUNTIME_DIR");
+        QCOMPARE(ReadingMark::userFile(), QString());
+        qputenv("XDG_RUNTIME_DIR", runtime);
+    }
+
     void fileThatCannotBeMadeIsNoFailure()
     {
         const QTemporaryDir folder;
