@@ -28,7 +28,7 @@ constexpr unsigned long ActivationPauseMs = 20;
 /// in milliseconds.
 constexpr int GraceMs = 2000;
 
-/// A request, and the name that the user gave its subject.
+/// A request, with the name that the user gave to its subject.
 struct Request
 {
     const MoodsetService& service;

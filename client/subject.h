@@ -7,7 +7,7 @@
 #include <libraryreader.h>
 #include <moodsetdata.h>
 
-/// The value that was searched for, or the reason why there is none, in one line.
+/// The value that was found, or the reason why there is none, in one line.
 template <typename Value>
 struct Found
 {
