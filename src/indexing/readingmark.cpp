@@ -2,6 +2,7 @@
 #include "readingmark.h"
 
 #include <QByteArray>
+#include <QFileInfo>
 #include <QHash>
 
 #include <cstring>
@@ -23,7 +24,10 @@ ReadingMark::ReadingMark(const QString& path)
     : m_file(path)
 {
     constexpr int size = sizeof(Record);
-    if (path.isEmpty() || !m_file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) {
+    const QFileInfo file(path);
+    // Reading a FIFO would wait for ever.
+    if (path.isEmpty() || (file.exists() && !file.isFile())
+        || !m_file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) {
         return;
     }
     QByteArray content = m_file.read(size);
