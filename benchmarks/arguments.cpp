@@ -14,13 +14,21 @@ const QString NoBudgets = QStringLiteral("no-budgets");
 
 } // namespace
 
-Arguments::Arguments(const QString& description)
+Arguments::Arguments(const QString& description, Folder folder)
+    : m_positionalArguments(folder == TakesFolder ? 1 : 0)
 {
     m_parser.setApplicationDescription(description);
     m_parser.addHelpOption();
-    m_parser.addPositionalArgument(
-        QStringLiteral("FOLDER"), QStringLiteral("Holds all files: an empty one on the disk."));
+    if (folder == TakesFolder) {
+        m_parser.addPositionalArgument(
+            QStringLiteral("FOLDER"), QStringLiteral("Holds all files: an empty one on the disk."));
+    }
     m_parser.addOption({NoBudgets, QStringLiteral("Succeed also where a budget is not kept.")});
+}
+
+void Arguments::addRounds(const char* defaultValue)
+{
+    addNumber("rounds", "Rounds of which medians are taken.", defaultValue);
 }
 
 void Arguments::addNumber(const char* name, const char* help, const char* defaultValue)
@@ -38,7 +46,7 @@ void Arguments::addFile(const char* name, const char* help)
 void Arguments::read()
 {
     m_parser.process(*QCoreApplication::instance());
-    if (m_parser.positionalArguments().size() != 1) {
+    if (m_parser.positionalArguments().size() != m_positionalArguments) {
         m_parser.showHelp(EXIT_FAILURE);
     }
 }

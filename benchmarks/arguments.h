@@ -7,13 +7,17 @@
 
 class Report;
 
-/// The arguments of a benchmark: the folder where it works, options that take a number, and
-/// "--no-budgets".
+/// The arguments of a benchmark: the folder where it works, if it takes one, options that take a
+/// number, and "--no-budgets".
 class Arguments
 {
 public:
-    explicit Arguments(const QString& description);
+    enum Folder { NoFolder, TakesFolder };
 
+    explicit Arguments(const QString& description, Folder folder = TakesFolder);
+
+    /// Adds the option "--rounds".
+    void addRounds(const char* defaultValue);
     void addNumber(const char* name, const char* help, const char* defaultValue);
     void addFile(const char* name, const char* help);
     /// Reads the arguments of this process. Ends the process if they are wrong.
@@ -29,4 +33,5 @@ public:
 
 private:
     QCommandLineParser m_parser;
+    const int m_positionalArguments;
 };

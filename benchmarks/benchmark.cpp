@@ -400,7 +400,7 @@ int main(int argc, char* argv[])
     arguments.addNumber("small", "Pictures in the small library.", "1000");
     arguments.addNumber("large", "Pictures in the large library.", "100000");
     arguments.addNumber("moved", "Pictures that are moved in.", "1000");
-    arguments.addNumber("rounds", "Rounds of which medians are taken.", "5");
+    arguments.addRounds("5");
     arguments.addNumber("rest", "Seconds at rest.", "60");
     arguments.addFile("other", "Another daemon's program, to be measured in turns with this one.");
     arguments.read();

@@ -2,6 +2,7 @@
 // Measures how soon the bridge sets a new look, how much work a burst of looks causes, and how much
 // memory and how many wake-ups the bridge takes at rest. Prints the table. It needs a private
 // session bus and a private key/value store.
+#include "arguments.h"
 #include "measureddaemon.h"
 #include "measuredprocess.h"
 #include "report.h"
@@ -9,7 +10,6 @@
 #include <dconfstore.h>
 #include <gvariantconversion.h>
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -21,7 +21,6 @@
 
 #include <csignal>
 #include <functional>
-#include <iostream>
 #include <optional>
 
 namespace {
@@ -187,19 +186,11 @@ void set(Listener* listener, int number)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Measures the bridge."));
-    parser.addHelpOption();
-    const QCommandLineOption rounds(
-        QStringLiteral("rounds"), QStringLiteral("Rounds of which medians are taken."),
-        QStringLiteral("N"), QStringLiteral("41"));
-    const QCommandLineOption rest(
-        QStringLiteral("rest"), QStringLiteral("Seconds of rest in which wake-ups are counted."),
-        QStringLiteral("N"), QStringLiteral("30"));
-    const QCommandLineOption noBudgets(
-        QStringLiteral("no-budgets"), QStringLiteral("Succeed also where a budget is not kept."));
-    parser.addOptions({rounds, rest, noBudgets});
-    parser.process(application);
+    Arguments arguments(QStringLiteral("Measures the bridge."), Arguments::NoFolder);
+    arguments.addRounds("41");
+    arguments.addNumber("rest", "Seconds of rest in which wake-ups are counted.", "30");
+    arguments.read();
+    const int rounds = arguments.number("rounds");
 
     Listener listener;
     writeLook(look(0).picture, look(0).highlight);
@@ -209,7 +200,7 @@ int main(int argc, char* argv[])
     waitMs(startMs);
 
     Series delays;
-    for (int round = 1; round <= parser.value(rounds).toInt(); ++round) {
+    for (int round = 1; round <= rounds; ++round) {
         set(&listener, round);
         delays.push_back(listener.delayMs());
     }
@@ -217,7 +208,7 @@ int main(int argc, char* argv[])
     listener.forget();
     for (int i = 0; i < BurstSize; ++i) {
         // The last one differs from the look that is set already.
-        const Look next = look(parser.value(rounds).toInt() + i);
+        const Look next = look(rounds + i);
         writeLook(next.picture, next.highlight);
     }
     waitFor([&listener] { return listener.pictures() > 0; }, "the end of the burst");
@@ -225,7 +216,7 @@ int main(int argc, char* argv[])
     const double applied = listener.pictures();
 
     const Activity before = bridge.activity();
-    waitMs(parser.value(rest).toInt() * 1000);
+    waitMs(arguments.number("rest") * 1000);
     const Activity after = bridge.activity();
     constexpr double kiBPerMiB = 1024;
 
@@ -254,8 +245,7 @@ int main(int argc, char* argv[])
         {ownMemory(bridge.id()) / kiBPerMiB},
         OwnBudget});
     bridge.stop(SIGTERM);
-    report.print(std::cout);
-    return report.isWithinBudgets() || parser.isSet(noBudgets) ? EXIT_SUCCESS : EXIT_FAILURE;
+    return arguments.finish(report);
 }
 
 #include "bridgebenchmark.moc"

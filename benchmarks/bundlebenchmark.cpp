@@ -295,7 +295,7 @@ int main(int argc, char* argv[])
     Arguments arguments(QStringLiteral("Measures the daemon with installed bundles."));
     arguments.addNumber("bundles", "Bundles that are installed.", "1000");
     arguments.addNumber("edits", "Edits of which medians are taken in a round.", "1000");
-    arguments.addNumber("rounds", "Rounds of which medians are taken.", "5");
+    arguments.addRounds("5");
     arguments.read();
     const Settings settings{
         arguments.folder(), arguments.number("bundles"), arguments.number("edits"),

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Measures the time from the start of "moodsetctl moodsets" to its first line, and the time in
 // which sqlite3 prints the same rows, in turns. Prints the table.
+#include "arguments.h"
 #include "content/queryagentdatabase.h"
 #include "listedlibrary.h"
 #include "measuredprocess.h"
 #include "report.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -15,7 +15,6 @@
 
 #include <array>
 #include <fcntl.h>
-#include <iostream>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -88,17 +87,11 @@ Times run(const std::vector<QByteArray>& words)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Measures moodsetctl's first line, of a database in a temporary folder."));
-    parser.addHelpOption();
-    const QCommandLineOption rounds(
-        QStringLiteral("rounds"), QStringLiteral("Rounds of which medians are taken."),
-        QStringLiteral("N"), QStringLiteral("41"));
-    const QCommandLineOption noBudgets(
-        QStringLiteral("no-budgets"), QStringLiteral("Succeed also where a budget is not kept."));
-    parser.addOptions({rounds, noBudgets});
-    parser.process(application);
+    Arguments arguments(
+        QStringLiteral("Measures moodsetctl's first line, of a database in a temporary folder."),
+        Arguments::NoFolder);
+    arguments.addRounds("41");
+    arguments.read();
     const QTemporaryDir folder;
     qputenv("XDG_DATA_HOME", QFile::encodeName(folder.path()));
     const QString database = QueryAgentDatabase::filePath();
@@ -117,7 +110,7 @@ int main(int argc, char* argv[])
     Series first;
     Series all;
     Series printed;
-    for (int round = 0; round < parser.value(rounds).toInt(); ++round) {
+    for (int round = 0; round < arguments.number("rounds"); ++round) {
         const Times times = run(client);
         first.push_back(times.first);
         all.push_back(times.all);
@@ -131,6 +124,5 @@ int main(int argc, char* argv[])
         Budget});
     report.add(Comparison{
         QStringLiteral("moodsetctl moodsets, 1000 of them, all lines"), ms, all, sqlite, printed});
-    report.print(std::cout);
-    return report.isWithinBudgets() || parser.isSet(noBudgets) ? EXIT_SUCCESS : EXIT_FAILURE;
+    return arguments.finish(report);
 }

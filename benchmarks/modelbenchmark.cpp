@@ -309,8 +309,8 @@ int main(int argc, char* argv[])
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     Arguments arguments(QStringLiteral("Measures the models of the QML module."));
-    arguments.addNumber("rounds", "rounds of which medians are taken", "7");
-    arguments.addNumber("divisor", "work on this many times fewer records", "1");
+    arguments.addRounds("7");
+    arguments.addNumber("divisor", "Work on this many times fewer records.", "1");
     arguments.read();
     constexpr int photos = 100000;
     constexpr int moodsets = 10000;

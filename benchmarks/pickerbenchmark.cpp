@@ -301,8 +301,8 @@ int main(int argc, char* argv[])
         return role == AppOption ? showApp() : showWindow();
     }
     Arguments arguments(QStringLiteral("Measures the app moodset-picker."));
-    arguments.addNumber("rounds", "rounds of which medians are taken", "7");
-    arguments.addNumber("divisor", "work on this many times fewer records", "1");
+    arguments.addRounds("7");
+    arguments.addNumber("divisor", "Work on this many times fewer records.", "1");
     arguments.read();
     constexpr int moodsets = 100;
     constexpr int pictures = 10000;

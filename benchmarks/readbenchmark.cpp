@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Measures listings through the query agents, and the same statements stepped with SQLite's own
 // interface, in turns. Prints the table.
+#include "arguments.h"
 #include "clocktime.h"
 #include "content/filequeryagent.h"
 #include "content/moodsetqueryagent.h"
@@ -13,7 +14,6 @@
 #include "report.h"
 #include "sqlitelisting.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -227,29 +227,20 @@ private:
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Measures listings, of databases in a temporary folder."));
-    parser.addHelpOption();
-    const QCommandLineOption rounds(
-        QStringLiteral("rounds"), QStringLiteral("Rounds of which medians are taken."),
-        QStringLiteral("N"), QStringLiteral("15"));
-    const QCommandLineOption divisor(
-        QStringLiteral("divisor"), QStringLiteral("List this many times fewer records."),
-        QStringLiteral("N"), QStringLiteral("1"));
-    const QCommandLineOption noBudgets(
-        QStringLiteral("no-budgets"), QStringLiteral("Succeed also where a budget is not kept."));
-    parser.addOptions({rounds, divisor, noBudgets});
-    parser.process(application);
+    Arguments arguments(
+        QStringLiteral("Measures listings, of databases in a temporary folder."),
+        Arguments::NoFolder);
+    arguments.addRounds("15");
+    arguments.addNumber("divisor", "List this many times fewer records.", "1");
+    arguments.read();
     const QTemporaryDir folder;
     if (!folder.isValid()) {
         giveUp("cannot make a temporary folder");
     }
 
     Benchmark benchmark(
-        QDir(folder.path()), parser.value(divisor).toInt(), parser.value(rounds).toInt());
+        QDir(folder.path()), arguments.number("divisor"), arguments.number("rounds"));
     Report report;
     benchmark.run(&report);
-    report.print(std::cout);
-    return report.isWithinBudgets() || parser.isSet(noBudgets) ? EXIT_SUCCESS : EXIT_FAILURE;
+    return arguments.finish(report);
 }

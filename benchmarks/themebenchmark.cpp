@@ -529,7 +529,7 @@ int main(int argc, char* argv[])
     arguments.addNumber("activations", "Activations of which medians are taken in a round.", "3");
     arguments.addNumber("edits", "Edits of which medians are taken in a round.", "50");
     arguments.addNumber("divisor", "Make all pictures' sides this many times shorter.", "1");
-    arguments.addNumber("rounds", "Rounds of which medians are taken.", "5");
+    arguments.addRounds("5");
     arguments.read();
     keepToOneProcessor();
     const Settings settings{

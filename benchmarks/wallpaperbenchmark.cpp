@@ -273,7 +273,7 @@ int main(int argc, char* argv[])
     const QCoreApplication application(argc, argv);
     Arguments arguments(QStringLiteral("Measures the making of wallpapers."));
     arguments.addNumber("divisor", "Make the pictures' sides this many times shorter.", "1");
-    arguments.addNumber("rounds", "Rounds of which medians are taken.", "31");
+    arguments.addRounds("31");
     arguments.read();
     // Memory of freed pictures is given back to the system at once. By default, the C library would
     // keep it, and hide how much a child takes.

@@ -25,7 +25,7 @@ namespace {
 
 constexpr int FormatVersion = 1;
 constexpr int WaitMs = 60000;
-/// The backup of hundreds of thousands of moodsets.
+/// Enough for hundreds of thousands of moodsets.
 constexpr qint64 LargestBackup = 512LL * 1024 * 1024;
 
 const auto BackupKind = QStringLiteral("moodsetctl-backup");
@@ -62,7 +62,7 @@ bool isFavorite(const QJsonObject& entry)
         .toBool();
 }
 
-/// Has the daemon make the moodset of a file that it has none of.
+/// Makes the daemon add the missing moodset of a file.
 QString make(const MoodsetService& service, const LibraryReader& files, const QString& path)
 {
     if (!QFileInfo::exists(path)) {
@@ -75,7 +75,7 @@ QString make(const MoodsetService& service, const LibraryReader& files, const QS
     return fault.isEmpty() ? waitForFile(service, files, path, WaitMs).error : fault;
 }
 
-/// Brings one moodset back; why that cannot be, or an empty text.
+/// Restores one moodset. Returns the reason of a failure, or an empty text.
 QString restoreMoodset(
     const MoodsetService& service, const LibraryReader& files, const QJsonObject& entry)
 {
@@ -95,7 +95,8 @@ QString restoreMoodset(
     }
     const QVariantMap attributes =
         entry.value(QLatin1String("attributes")).toObject().toVariantMap();
-    // What is as it was is not sent, since each saving wakes the shells.
+    // Attributes that have not changed are not saved, because each save makes all shells read the
+    // moodset again.
     return MoodsetAttributes::current(*moodset, attributes) == attributes
         ? QString()
         : MoodsetEdit::save(service, moodset->id, attributes);
@@ -184,11 +185,12 @@ public:
         return outcome;
     }
 
-    /// Whether all has been tried, and what is missing now will be missing the next time, too.
+    /// Whether everything was tried while the daemon ran, so that a second attempt would fail in
+    /// the same way.
     bool isTried() const { return !m_hasDaemonEnded; }
 
 private:
-    /// Keeps why something cannot be brought back; false if there is such a reason.
+    /// Records the reason why `subject` could not be restored. Returns whether there is none.
     bool note(const QString& subject, const QString& fault)
     {
         if (fault.isEmpty()) {
@@ -207,10 +209,10 @@ private:
     bool m_hasDaemonEnded = false;
 };
 
-/// The backup in a file; sets fault to why there is none.
+/// Reads the backup from a file. Sets `fault` to the reason of a failure.
 QJsonObject readBackup(const QString& path, QString* fault)
 {
-    // Another file could keep its reader waiting, or never end.
+    // Reading from a FIFO or a device could wait for ever, or never reach an end.
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
         *fault = about(path, Text::tr("not a file"));
         return {};

@@ -8,28 +8,29 @@
 
 class MoodsetService;
 
-/// What is in the database alone, as a file: the moodsets with all that users can edit, and where
-/// downloaded pictures came from.
+/// A file with the data that exist only in the database: the moodsets, with everything that users
+/// can edit, and the addresses of downloaded pictures.
 namespace EditsBackup {
 
-/// What there is to save. Sets fault to why it cannot be read, or to an empty text.
+/// Reads the data to save. Sets `fault` to the reason if they cannot be read, and otherwise to an
+/// empty text.
 QJsonObject collect(QString* fault);
 
-/// Saves it to a file that is readable for its owner alone. Returns why it cannot, in one line, or
-/// an empty text.
+/// Saves the data to a file that only its owner can read. Returns the reason of a failure, in one
+/// line, or an empty text.
 QString save(const QJsonObject& edits, const QString& path);
 
-/// Writes the backup to a file that is readable for its owner alone. The result counts what is in
-/// it.
+/// Writes the backup to a file that only its owner can read. The result has the numbers of what was
+/// saved.
 Outcome write(const QString& path);
 
-/// Brings back what a backup holds: moodsets that are missing are made of their files, and edited
-/// as they were, and favourites are listed in their order. What cannot be brought back is listed in
-/// the result, and is a failure. Sets isTried to whether the daemon was there for all of it, so
-/// that there is no use in a second attempt.
+/// Restores a backup: makes missing moodsets from their files, repeats the edits, and restores the
+/// order of the favourites. The command fails if something cannot be restored, and the error names
+/// it. Sets `isTried` to true if the daemon ran all the time; then a second attempt would fail in
+/// the same way.
 Outcome restore(const MoodsetService& service, const QString& path, bool* isTried);
 
-/// The result of restore() where there was nothing to bring back.
+/// The result of restore() if there is nothing to restore.
 QJsonObject noneRestored();
 
 } // namespace EditsBackup

@@ -24,7 +24,7 @@ struct Favorite
     QDateTime since;
 };
 
-/// The favourites among the files, in the order of the library.
+/// Those of the files that are favourites, in the order of the library.
 QVector<Favorite> listedFavorites(const QStringList& files, QString* fault)
 {
     MoodsetLibrary library;
@@ -83,7 +83,8 @@ QString orderFavorites(const MoodsetService& service, const QStringList& files)
     if (next == wanted.cend()) {
         return fault;
     }
-    // A bundle can name a time to come. What is switched on now would be listed before it.
+    // A bundle can name a time in the future. A favourite that is switched on now would be listed
+    // on the wrong side of it.
     next = std::min(
         next,
         std::find_if(
@@ -92,7 +93,8 @@ QString orderFavorites(const MoodsetService& service, const QStringList& files)
             }));
     const auto* last = next == wanted.cbegin() ? nullptr : next - 1;
     for (; next != wanted.cend() && fault.isEmpty(); ++next) {
-        // Of those of one second, the library lists that of the lower id first.
+        // Of two favourites from the same second, the library lists the one with the lower id
+        // first.
         if (last && last->id > next->id) {
             awaitNextSecond();
         }

@@ -6,12 +6,12 @@
 
 class MoodsetService;
 
-/// Has the daemon list favourites in an order.
+/// Makes the daemon list favourites in the order of `files`.
 ///
-/// The daemon lists them by when they became favourites, to the second, and takes no other time
-/// than that of the call. Those that are out of order are switched off and on again one after the
-/// other, which can take a second each. Favourites that are not in `files` are left alone, and so
-/// are moodsets that are no favourites.
+/// The daemon sorts favourites by the second in which they became favourites, and a client cannot
+/// give another time. Therefore, those that are out of order are switched off and on again, one
+/// after the other, which can take a second for each. Favourites that are not in `files` and
+/// moodsets that are no favourites do not change.
 ///
-/// Returns why it cannot, in one line, or an empty text.
+/// Returns the reason of a failure, in one line, or an empty text.
 QString orderFavorites(const MoodsetService& service, const QStringList& files);

@@ -30,7 +30,7 @@ Outcome awaitIdle(
         });
     QObject::connect(&wait, &IdleWait::idle, &loop, &QEventLoop::quit);
     QObject::connect(service, &MoodsetService::ended, &loop, [&] {
-        // The end of one that ran before can be told of late.
+        // The message about the end of an earlier daemon may arrive late.
         if (service->isRunning()) {
             return;
         }

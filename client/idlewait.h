@@ -11,16 +11,17 @@ class MoodsetService;
 
 /// Waits until the daemon has no indexing left to do.
 ///
-/// The bus does not say so, hence two ways to know. Both ask, in the first place, that no picture
-/// waits for its data to be read.
+/// No bus method tells this, so there are two ways to find out. Both need a database in which no
+/// picture waits to be read.
 ///
-/// With the daemon's log, it is exact: the daemon writes a line when its indexing of files runs
-/// dry, and one when that of packages does.
+/// If the daemon's log is given, the result is exact: the daemon logs a line when it has indexed
+/// all files, and another one when it has read all packages.
 ///
-/// Without, it is a judgement. While there is work, the daemon does a step of it between any two
-/// calls that it answers, and nearly all steps write to the database. So after ten calls, a tenth
-/// of a second apart, between which the database has not changed, it counts as idle. A restart that
-/// finds all as it was, and so writes nothing, can count as idle too early.
+/// Without the log, the result is an estimate. While there is work, the daemon does one step of it
+/// between two calls that it answers, and nearly every step writes to the database. This class
+/// makes a call every tenth of a second. When the database has not changed during ten calls, the
+/// daemon counts as idle. After a restart that finds no changes and writes nothing, this can be too
+/// early.
 class IdleWait : public QObject
 {
     Q_OBJECT

@@ -5,6 +5,6 @@
 
 class LibraryReader;
 
-/// Why the last call of a reader of the daemon's database failed, in one line and in the language
-/// of the user, except for what SQLite itself says; empty if it did not.
+/// The reason why the last call of `library` failed, in one line. It is in the user's language,
+/// except for texts of SQLite. Empty if the call succeeded.
 QString libraryFault(const LibraryReader& library);

@@ -5,9 +5,9 @@
 #include <QProcess>
 #include <QUrl>
 
-/// Runs the program that looks at pictures and addresses; client/look/lookrequest.h describes its
-/// requests and replies. A picture that ends it, or that there is no memory for, ends that program
-/// alone: it may have as much memory as the daemon.
+/// Runs the program that examines pictures and addresses. client/look/lookrequest.h describes its
+/// requests and replies. If a picture makes the program crash, or needs more memory than the daemon
+/// may have, only that program ends.
 class LookHelper
 {
 public:

@@ -15,8 +15,8 @@ namespace MoodsetEdit {
 /// The keys that a user can edit.
 QStringList keys();
 
-/// Adds what "KEY=VALUE" asks for to the attributes. Returns why it makes no sense, in one line, or
-/// an empty text: the daemon would store a mistyped value as it comes.
+/// Adds the change of "KEY=VALUE" to the attributes. Returns the reason in one line if the value is
+/// wrong, and otherwise an empty text. The daemon itself would store any value unchecked.
 QString add(QVariantMap* attributes, const QString& edit);
 
 /// Makes the daemon save attributes of the moodset with this id, and checks the result. Returns the

@@ -16,11 +16,11 @@ QString displayTaken(const LibraryFile& photo);
 /// The orientation of `photo`, or "-".
 QString displayOrientation(const LibraryFile& photo);
 
-/// A table of photos, one to a line, below a line of titles; columns are as wide as their
-/// content. Empty without photos.
+/// A table of photos, with a line of titles and one line for each photo. Columns are as wide as
+/// their content. Empty if there are no photos.
 /// `terminalColumns` has the same meaning as for textTable().
 QString photoTable(
     const QVector<LibraryFile>& photos, const QString& folder, int terminalColumns = 0);
 
-/// One line that sums up what the database holds.
+/// One line with the numbers of what is in the database.
 QString summaryLine(const LibraryReader::Counts& counts, const QVector<LibraryFile>& photos);

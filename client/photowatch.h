@@ -16,8 +16,8 @@ class PhotoWatch : public QObject
     Q_OBJECT
 
 public:
-    /// Follows changes from the state that the library is in now. Make the watch before anything
-    /// that shows this state, so that no change falls in between; photos() is that state.
+    /// Follows the changes from the present state of the library, which photos() returns. Create
+    /// the watch before you show this state, so that no change is missed in between.
     PhotoWatch(
         const MoodsetService& service, const LibraryReader& library, QObject* parent = nullptr);
 

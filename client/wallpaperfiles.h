@@ -18,7 +18,7 @@ struct WallpaperFiles
     /// The size of the unused wallpapers in bytes.
     qint64 unusedSize = 0;
     int used = 0;
-    /// Why the unused ones cannot be found, in one line; then none counts as unused. Empty if they
-    /// can.
+    /// The reason why the unused wallpapers cannot be found, in one line; then no wallpaper counts
+    /// as unused. Empty if they were found.
     QString fault;
 };

@@ -236,7 +236,7 @@ QString manPage(const std::vector<Command>& commands)
     QString page = QStringLiteral(
         ".\\\" SPDX-License-Identifier: BSD-3-Clause\n"
         ".\\\" Made by \"moodsetctl help --man\".\n"
-        ".TH MOODSETCTL 1 \"\" \"moodsetd\" \"User commands\"\n"
+        ".TH MOODSETCTL 1 2026-11-22 \"moodsetd\" \"User commands\"\n"
         ".SH NAME\n"
         "moodsetctl \\- show the pictures, moodsets and theme of moodsetd, and change them\n"
         ".SH SYNOPSIS\n"

@@ -15,8 +15,8 @@ enum class Fit {
 /// Lines of cells, each column as wide as its widest cell. The last column is not filled up. Cells
 /// must be printable, except for colours (see colorSwatch()).
 ///
-/// With a number of columns that the terminal has, the widest columns that may be cut, as `fits`
-/// says for each, are cut until the lines fit, or until no more can be cut.
+/// If the number of the terminal's columns is given, the widest columns are cut until the lines
+/// fit, or until nothing more can be cut. `fits` says which columns may be cut.
 QString textTable(
     const QVector<QStringList>& lines, const QVector<Fit>& fits = {}, int terminalColumns = 0);
 

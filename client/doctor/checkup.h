@@ -29,7 +29,8 @@ using Checkups = std::vector<Checkup>;
 
 /// The bus, the daemon's activation, its unit, its program and its limits.
 Checkups checkDaemon();
-/// The database, what waits in it, and the folders that the daemon is stuck with.
+/// The database, the pictures in it that wait to be read, and the folders that cannot be scanned
+/// any more.
 Checkups checkLibrary();
 /// The key/value store and its defaults, the file types, the theme's files and the wallpapers.
 Checkups checkSystem();

@@ -71,7 +71,7 @@ QVariant askServiceManager(
     return QDBusConnection::sessionBus().call(call).arguments().value(0);
 }
 
-/// A text among the properties of a unit; empty if it cannot be asked for.
+/// A property of a unit, as text. Empty if it cannot be read.
 QString unitProperty(const QString& unit, const char* name)
 {
     const QVariant property = askServiceManager(
@@ -131,7 +131,7 @@ Checkup checkWatches(const DaemonState& daemon)
     const QLocale locale;
     const QString text = Text::tr("%1 folders are followed of %2 that the system allows")
                              .arg(locale.toString(daemon.watches), locale.toString(limit));
-    // Other programs of the user share the limit.
+    // The limit is for all programs of the user together.
     constexpr int share = 2;
     if (daemon.watches > limit / share) {
         return {
@@ -183,7 +183,7 @@ Checkup checkFileLimit(const DaemonState& daemon)
     }
     const QString text =
         Text::tr("the daemon may have %1 files open").arg(QLocale().toString(daemon.fileLimit));
-    // It has 15 when it has started; a theme and some downloads take the rest.
+    // After its start, the daemon has 15 files open. A theme and some downloads need the others.
     constexpr qint64 needed = 64;
     return daemon.fileLimit < needed
         ? Checkup{id, State::Problem, Text::tr("%1, which is too few for its work").arg(text), QStringLiteral("systemctl --user edit moodsetd")}

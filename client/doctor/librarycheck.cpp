@@ -72,7 +72,7 @@ Checkup checkFolders(const LibraryReader& library)
     return {id, State::Good, Text::tr("all folders can be scanned"), {}};
 }
 
-/// Only where there is something to tell.
+/// There is no result unless a rebuild was interrupted.
 Checkups checkRebuild()
 {
     const QString edits = UnfinishedRebuild::find();

@@ -24,8 +24,8 @@ namespace {
 constexpr int EndTimeoutMs = 30000;
 constexpr unsigned long PauseMs = 20;
 
-/// Gives the database another name, with what is written ahead. A running daemon goes on with it,
-/// and whoever starts it next finds none.
+/// Renames the database and its write-ahead log. A running daemon keeps using them. The next daemon
+/// finds no database.
 QString setAside(QString* kept)
 {
     const QString path = LibraryReader::standardPath();
@@ -62,25 +62,25 @@ QString stop(const MoodsetService& service)
     return {};
 }
 
-/// What has become of the edits and of the old database.
+/// Where the edits and the old database are now.
 struct Saved
 {
     QString backup;
-    /// Why the edits could not be read; then the old database is all there is.
+    /// The reason why the edits could not be read. Then they are only in the old database.
     QString unreadable;
-    /// The old database; empty if there was none.
+    /// The path of the old database. Empty if there was none.
     QString database;
 };
 
-/// Saves the edits and sets the database aside, while no daemon runs. Returns why it cannot; then
-/// nothing has changed.
+/// Saves the edits and renames the database, while no daemon runs. Returns the reason of a failure,
+/// after which nothing has changed, or an empty text.
 QString saveAndSetAside(Saved* saved)
 {
     if (!QFileInfo::exists(LibraryReader::standardPath())) {
         return {};
     }
     const QJsonObject edits = EditsBackup::collect(&saved->unreadable);
-    // That is no damage, and will pass.
+    // A lock does not mean that the database is damaged, and it will go.
     if (saved->unreadable.contains(QLatin1String("locked"))) {
         return saved->unreadable;
     }
@@ -95,7 +95,8 @@ QString saveAndSetAside(Saved* saved)
     return setAside(&saved->database);
 }
 
-/// Has a new database built, and sets the old one aside; done() once the daemon is idle.
+/// Renames the old database and makes the daemon build a new one. The outcome is done() when the
+/// daemon is idle.
 Outcome buildAnew(Saved* saved, bool showProgress)
 {
     const MoodsetService stopped;
@@ -104,7 +105,7 @@ Outcome buildAnew(Saved* saved, bool showProgress)
         fault = saveAndSetAside(saved);
     }
     if (fault.isEmpty()) {
-        // Somebody may have had it started meanwhile, with the old database.
+        // Another client may have started the daemon in the meantime, with the old database.
         fault = stop(stopped);
     }
     MoodsetService service;
@@ -122,7 +123,7 @@ Outcome buildAnew(Saved* saved, bool showProgress)
     return awaitIdle(&service, library, QString(), 0, showProgress);
 }
 
-/// The outcome with what is known of the saved edits and the old database.
+/// Adds the paths of the saved edits and of the old database to the outcome.
 Outcome withSaved(Outcome outcome, const Saved& saved)
 {
     outcome.result.insert(QStringLiteral("backup"), JsonRecord::text(saved.backup));

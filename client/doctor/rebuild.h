@@ -3,6 +3,6 @@
 
 #include "outcome.h"
 
-/// Saves what users have edited, stops the daemon, has it build a new database, and puts the edits
-/// back. The old database stays beside the new one. Progress is shown if wanted.
+/// Saves what users have edited, stops the daemon, makes it build a new database, and restores the
+/// edits. The old database stays in the same directory. Progress is shown if wanted.
 Outcome rebuildLibrary(bool showProgress);

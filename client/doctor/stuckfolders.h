@@ -7,22 +7,22 @@
 
 #include <libraryreader.h>
 
-/// Folders that the daemon is stuck with: it keeps their rows as they are, at every start.
+/// Folders whose rows the daemon can no longer bring up to date, not even at a start.
 struct StuckFolders
 {
     struct Unscanned
     {
-        /// The folder whose scan fails, with all that is in it.
+        /// The folder that cannot be scanned, with everything below it.
         QString parent;
-        /// The folder in it that makes it fail.
+        /// The folder inside that makes the scan fail.
         QString folder;
     };
 
     QVector<Unscanned> unscanned;
-    /// Folders whose parent has gone from the library, and which so belong to nothing.
+    /// Folders whose parent is no longer in the library. No scan reaches them.
     QStringList leftOver;
 };
 
-/// A folder that is followed adds each folder in it as a child of its own. Where there is one of
-/// that path already that is not its child, this fails, and the scan with it.
+/// The scan of a followed folder adds each folder inside as a child. If there is already a row with
+/// this path that is not a child, adding it fails, and so does the scan.
 StuckFolders findStuckFolders(const QVector<LibraryReader::Directory>& directories);

@@ -39,7 +39,7 @@ Checkup checkStore()
 Checkup checkDefaults()
 {
     const auto id = QStringLiteral("defaults");
-    // What an administrator has compiled for the store comes first.
+    // The defaults that an administrator has compiled have priority.
     const MGConfItem volume(QStringLiteral("/com/zavro/profile/fallback/ringing.alert.volume"));
     if (volume.value().isValid()) {
         return {

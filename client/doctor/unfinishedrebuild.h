@@ -3,18 +3,19 @@
 
 #include <QString>
 
-/// The edits that a rebuild saves first, in a file of the user's state folder. Its name tells
-/// whether they have been put back, so that nothing is lost where a rebuild is cut short.
+/// The edits that a rebuild saves before anything else, in a file in the user's state directory.
+/// The name of the file tells whether the edits have been restored, so nothing is lost if a rebuild
+/// is interrupted.
 namespace UnfinishedRebuild {
 
-/// Where a rebuild that begins now saves the edits.
+/// The path for the edits of a rebuild that begins now.
 QString newPath();
 
-/// The edits of the last rebuild that was interrupted; empty if there are none.
+/// The path of the edits of the last rebuild that was interrupted. Empty if there is none.
 QString find();
 
-/// Gives the file of edits that have been put back the name of a finished rebuild, and returns its
-/// path. A file of any other name stays as it is.
+/// Renames a file whose edits have been restored, so that it belongs to a finished rebuild, and
+/// returns the new path. Files with other names are not renamed.
 QString finish(const QString& path);
 
 } // namespace UnfinishedRebuild

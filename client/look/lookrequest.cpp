@@ -18,7 +18,7 @@
 
 namespace {
 
-/// How much black toolkits lay over the application wallpaper.
+/// The opacity of the black layer that toolkits draw over the application wallpaper.
 constexpr qreal ToolkitDimming = 0.6;
 
 QString text(const QJsonObject& object, const char* key)
@@ -60,7 +60,7 @@ QJsonObject contrasts(const PictureTheme& theme, const QColor& color)
          rounded(contrastOn(meanColor(theme.application, ToolkitDimming), color))}};
 }
 
-/// Writes an image where the request wants it, if it does.
+/// Writes an image to the path that the request has under `key`, if there is one.
 bool writesOutput(const QImage& image, const QString& output)
 {
     return output.isEmpty() || image.save(output, "PNG");
@@ -90,7 +90,8 @@ QJsonObject pictureColors(const QJsonObject& request)
              {QStringLiteral("secondaryHighlight"), contrasts(theme, theme.secondaryHighlight)}}}};
 }
 
-/// The wallpapers that are there, or else those that the picture gives.
+/// The existing wallpapers if they can be read, and otherwise those that the daemon would make from
+/// the picture.
 PictureTheme previewed(const QJsonObject& request)
 {
     PictureTheme theme;
@@ -106,7 +107,7 @@ PictureTheme previewed(const QJsonObject& request)
 bool save(const QImage& image, const QString& path)
 {
     const QFileInfo place(path);
-    // A device would be replaced, too.
+    // Saving would replace even a device.
     if (place.exists() && !place.isFile()) {
         return false;
     }

@@ -3,7 +3,7 @@
 
 #include <QJsonObject>
 
-/// Does what moodsetctl asks for, and replies to it. The key "do" says what:
+/// Handles a request of moodsetctl and returns the reply. The key "do" names the task:
 ///
 /// - "check": checkPicture() of "path".
 /// - "probe": probeAddress() of "url" for "timeoutMs".

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Enough to tell any format.
+/// Enough bytes to recognise any format.
 constexpr int Beginning = 4096;
 
 QJsonObject faultOf(const char* fault, const QString& detail)

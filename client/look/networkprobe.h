@@ -4,8 +4,9 @@
 #include <QJsonObject>
 #include <QUrl>
 
-/// What an address answers, asked as the daemon asks, which follows no redirection: {"fault":
-/// what}, "error" with the reason as "detail", "redirected" with the address, or "no-picture" with
-/// the type of what is there; an empty text if it sends a picture. Waits until the beginning of the
-/// body has come, or for timeoutMs; then "timeout".
+/// Requests an address in the same way as the daemon, which follows no redirection. The reply has a
+/// "fault" and a "detail": "error" with the reason, "redirected" with the new address, or
+/// "no-picture" with the type of the content. The fault is empty if the address sends a picture.
+/// Waits until the beginning of the body has arrived, for at most `timeoutMs`; after that, the
+/// fault is "timeout".
 QJsonObject probeAddress(const QUrl& url, int timeoutMs);

@@ -51,7 +51,7 @@ void paintPhone(QPainter& painter, const QPoint& corner, const QImage& screen)
     painter.setBrush(Qt::NoBrush);
     painter.drawPath(rounded(body, ScreenRadius + Bezel));
 
-    // A brush has smooth edges, which a clip has not.
+    // Painting with a brush gives smooth edges; a clip does not.
     const QPoint origin = corner + QPoint(Bezel, Bezel);
     QBrush brush(screen);
     brush.setTransform(QTransform::fromTranslate(origin.x(), origin.y()));

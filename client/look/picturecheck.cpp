@@ -11,7 +11,8 @@
 
 namespace {
 
-/// How many bytes this process may still take, the decoded picture among them; 0 for any number.
+/// How many bytes this process may still allocate, including the decoded picture. 0 if there is no
+/// limit.
 quint64 addressLimit()
 {
     rlimit limit{};
@@ -19,7 +20,7 @@ quint64 addressLimit()
                                                                                 : 0;
 }
 
-/// Whether the pixels alone are more than there is memory for.
+/// Whether the pixels alone need more memory than the process may have.
 bool isTooLarge(const QSize& size)
 {
     constexpr quint64 bytesPerPixel = 4;

@@ -104,7 +104,7 @@ QColor ScreenPainter::faded(QColor color, qreal opacity)
 
 QFont ScreenPainter::font(int pixels, QFont::Weight weight)
 {
-    // Where it is missing, the system's own font takes its place.
+    // If this font is missing, the system's default font is used.
     QFont font(QStringLiteral("Open Sans"));
     font.setPixelSize(pixels);
     font.setWeight(weight);

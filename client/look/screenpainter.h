@@ -10,20 +10,20 @@
 #include <QSize>
 #include <QString>
 
-/// Paints what all screens of a phone have in common, in the colours of a theme. Lengths are
+/// Paints the parts that all screens of a phone share, in the colours of a theme. Lengths are
 /// logical pixels of a screen of 540 x 960.
 class ScreenPainter
 {
 public:
     static constexpr QSize ScreenSize{540, 960};
-    /// The room to the left and right of what is shown.
+    /// The width of the margins at the left and at the right.
     static constexpr int Margin = 30;
     static constexpr int ContentWidth = ScreenSize.width() - 2 * Margin;
 
     /// An empty screen. The theme must outlive the painter.
     explicit ScreenPainter(const Theme& theme);
 
-    /// What has been painted so far.
+    /// The image that has been painted so far.
     QImage image();
 
     const Theme& theme() const;

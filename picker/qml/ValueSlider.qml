@@ -9,22 +9,24 @@ T.Slider {
 
     property string name
     property Component track
+    property bool isKeyHeld
 
-    // The value has been chosen, by a finger that lets go, or by a key.
+    // The value has been chosen: the finger or the key is not pressed any more.
     signal settled()
-
-    function finish(isOver) {
-        if (isOver)
-            settled();
-
-    }
 
     implicitWidth: 160
     implicitHeight: Style.touch
     focusPolicy: Qt.StrongFocus
     Accessible.name: name
-    onPressedChanged: finish(!pressed)
-    Keys.onReleased: finish(!event.isAutoRepeat && (event.key === Qt.Key_Left || event.key === Qt.Key_Right))
+    onActiveFocusChanged: isKeyHeld = false
+    onPressedChanged: {
+        if (!pressed && !isKeyHeld)
+            settled();
+
+    }
+    // While a key repeats, the slider is released and pressed again and again.
+    Keys.onPressed: isKeyHeld = true
+    Keys.onReleased: isKeyHeld = event.isAutoRepeat
 
     background: Item {
         x: control.leftPadding

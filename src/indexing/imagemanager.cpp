@@ -3,6 +3,7 @@
 
 #include "content/moodsetcontent.h"
 #include "content/sqlbatch.h"
+#include "indexinglog.h"
 
 #include <QSize>
 #include <QVariant>
@@ -12,6 +13,7 @@
 #include <picturetags.h>
 #include <windowedfile.h>
 
+#include <algorithm>
 #include <deque>
 #include <utility>
 
@@ -127,7 +129,7 @@ bool ImageManager::updateMetaData()
         }
         pictures = takePictures(m_modifiedQuery);
     }
-    if (pictures.isEmpty() || !store(readTags(pictures))) {
+    if (pictures.isEmpty() || !store(read(pictures))) {
         return false;
     }
     const bool isFull = pictures.size() == BatchSize;
@@ -161,13 +163,44 @@ QVector<ImageManager::Picture> ImageManager::takePictures(QSqlQuery& query)
     return pictures;
 }
 
-ImageManager::Batch ImageManager::readTags(const QVector<Picture>& pictures)
+ImageManager::Batch ImageManager::read(QVector<Picture> pictures)
 {
+    if (!m_mark) {
+        m_mark.emplace(ReadingMark::userFile());
+    }
     Batch batch;
+    leaveOutDeadly(&pictures, &batch);
+    readTags(pictures, &batch);
+    m_mark->clear();
+    return batch;
+}
+
+/// Takes out of `pictures` what must not be read.
+void ImageManager::leaveOutDeadly(QVector<Picture>* pictures, Batch* batch)
+{
+    const auto deadly =
+        std::find_if(pictures->begin(), pictures->end(), [this](const Picture& picture) {
+            return m_mark->isDeadly(picture.path);
+        });
+    if (deadly == pictures->end()) {
+        return;
+    }
+    qCWarning(indexingLog) << UpdateFunction;
+    qCWarning(indexingLog) << "Left out a picture on which the last two processes have ended";
+    qCDebug(indexingLog) << UpdateFunction << deadly->path;
+    batch->ids.append({deadly->id});
+    batch->images.append({deadly->id, QVariant(), -1, -1, QVariant()});
+    pictures->erase(deadly);
+    m_mark->forget();
+}
+
+void ImageManager::readTags(const QVector<Picture>& pictures, Batch* batch)
+{
     const auto atOnce = size_t(picturesOpenAtOnce());
     std::deque<OpenPicture> open;
     size_t measured = 0;
     auto next = pictures.cbegin();
+    auto nextToMeasure = pictures.cbegin();
     for (const Picture& picture : pictures) {
         for (; open.size() < atOnce && next != pictures.cend(); ++next) {
             open.emplace_back(next->path);
@@ -175,18 +208,19 @@ ImageManager::Batch ImageManager::readTags(const QVector<Picture>& pictures)
         // The sizes are read for half of the open pictures in advance, because reading a size shows
         // where the tags may be, and requests that part from the disk.
         for (; measured < open.size() && measured <= atOnce / 2; ++measured) {
+            m_mark->set(nextToMeasure++->path);
             open[measured].size = pictureSize(open[measured].file);
         }
         OpenPicture& first = open.front();
+        m_mark->set(picture.path);
         const QuillMetadata metadata = pictureTags(first.file, picture.path);
-        batch.ids.append({picture.id});
-        batch.images.append(
+        batch->ids.append({picture.id});
+        batch->images.append(
             {picture.id, metadata.entry(QuillMetadata::TimestampTag), first.size.width(),
              first.size.height(), metadata.entry(QuillMetadata::OrientationTag)});
         open.pop_front();
         --measured;
     }
-    return batch;
 }
 
 bool ImageManager::store(const Batch& batch)

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "content/contentmanager.h"
+#include "readingmark.h"
 
 #include <QSqlQuery>
 #include <QVector>
+
+#include <optional>
 
 /// Reads the data of pictures: the size, the time when they were taken, and the orientation.
 class ImageManager : public ContentManager
@@ -15,8 +18,8 @@ public:
     /// "image/*"
     QString mimeType() const override;
     /// Reads the headers of up to 100 pictures that are not up to date. True if there were 100,
-    /// because more may follow. A picture that cannot be read gets a size of -1 by -1, and counts
-    /// as up to date until its file changes.
+    /// because more may follow. A picture that cannot be read, or that has ended the last two
+    /// processes, gets a size of -1 by -1, and counts as up to date until its file changes.
     bool updateMetaData() override;
 
 private:
@@ -26,7 +29,9 @@ private:
     bool prepareStatements();
     QVector<Picture> nextModified();
     static QVector<Picture> takePictures(QSqlQuery& query);
-    static Batch readTags(const QVector<Picture>& pictures);
+    Batch read(QVector<Picture> pictures);
+    void leaveOutDeadly(QVector<Picture>* pictures, Batch* batch);
+    void readTags(const QVector<Picture>& pictures, Batch* batch);
     bool store(const Batch& batch);
 
     QSqlQuery m_imageUpdate{m_database};
@@ -38,4 +43,6 @@ private:
     QSqlQuery m_nextModifiedQuery{m_database};
     /// The id of the last picture of the batch before, if that batch was full, and otherwise 0.
     qint64 m_lastOfFullBatch = 0;
+    /// Made for the first picture to read.
+    std::optional<ReadingMark> m_mark;
 };

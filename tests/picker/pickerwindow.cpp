@@ -5,6 +5,7 @@
 
 #include <QAccessible>
 #include <QDropEvent>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QPointer>
 #include <QSignalSpy>
@@ -216,6 +217,20 @@ void PickerWindow::type(const QString& text)
 void PickerWindow::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     QTest::keyClick(m_window, key, modifiers);
+}
+
+void PickerWindow::hold(Qt::Key key, int repeats)
+{
+    const auto send = [this, key](QEvent::Type type, bool isRepeat) {
+        QKeyEvent event(type, key, Qt::NoModifier, {}, isRepeat);
+        QCoreApplication::sendEvent(m_window, &event);
+    };
+    send(QEvent::KeyPress, false);
+    for (int i = 0; i < repeats; ++i) {
+        send(QEvent::KeyRelease, true);
+        send(QEvent::KeyPress, true);
+    }
+    send(QEvent::KeyRelease, false);
 }
 
 bool PickerWindow::drop(const QMimeData& data)

@@ -50,6 +50,8 @@ public:
 
     void type(const QString& text);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Presses a key, keeps it until it has repeated itself `repeats` times, and releases it.
+    void hold(Qt::Key key, int repeats);
     /// The item that has the keyboard; null if none has.
     QQuickItem* focused() const { return m_window->activeFocusItem(); }
 

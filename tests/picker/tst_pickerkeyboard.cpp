@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "pickersession.h"
 
+#include <QSignalSpy>
 #include <QTest>
 
 /// The app by keyboard alone, and with all from right to left.
@@ -160,6 +161,22 @@ private Q_SLOTS:
         window().press(Qt::Key_Space);
         QCOMPARE(m_session->nextNotice(), QStringLiteral(u"“b” has been changed."));
         QVERIFY(column(QStringLiteral("b"), QStringLiteral("enabledSounds")) != sounds);
+    }
+
+    void savesASliderOnceWhenTheKeyIsReleased()
+    {
+        QVERIFY(m_session->openMoodset(QStringLiteral("b")));
+        QVERIFY(tabTo(QStringLiteral("volume")));
+        QQuickItem* const slider = window().focused();
+        const int before = slider->property("value").toInt();
+        const int step = before > 50 ? -1 : 1;
+        const QSignalSpy saves(slider, SIGNAL(settled()));
+        constexpr int repeats = 3;
+        window().hold(step < 0 ? Qt::Key_Left : Qt::Key_Right, repeats);
+        QCOMPARE(saves.count(), 1);
+        QTRY_COMPARE(
+            column(QStringLiteral("b"), QStringLiteral("ringerVolume")).toInt(),
+            before + step * (1 + repeats));
     }
 
     void findsAPicture()

@@ -35,12 +35,13 @@ bool reloadBus()
     return QDBusConnection::sessionBus().call(call).type() == QDBusMessage::ReplyMessage;
 }
 
-/// The command that starts a daemon with the user's directories. If the bus started it by itself,
-/// it would have those of the bus.
+/// The command that starts a daemon with the user's directories and plugins. If the bus started it
+/// by itself, it would have those of the bus.
 QByteArray daemonCommand()
 {
     QByteArray command("/usr/bin/env");
-    for (const char* const name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"}) {
+    for (const char* const name :
+         {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "QT_PLUGIN_PATH"}) {
         if (qEnvironmentVariableIsSet(name)) {
             command += QByteArray(" ") + name + '=' + qgetenv(name);
         }

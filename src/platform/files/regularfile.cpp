@@ -11,7 +11,8 @@
 namespace {
 
 /// Whether a file can have this path. The encoded form of any other text is the path of another
-/// file: it ends at a NUL, and half of a surrogate pair becomes a question mark.
+/// file: it ends at a NUL, and half of a surrogate pair is lost at the end of the path and becomes
+/// a question mark elsewhere.
 bool isPossiblePath(const QString& path)
 {
     return !path.contains(QChar::Null) && path.isValidUtf16();

@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QStandardPaths>
 
 #include <cstdlib>
 
@@ -29,15 +28,11 @@ HeadlessSway::~HeadlessSway()
     kill();
 }
 
-QStringList HeadlessSway::missing()
+QStringList HeadlessSway::programs()
 {
-    QStringList missing;
-    for (const char* program : {"sway", "swaymsg", "swaybg", "grim"}) {
-        if (QStandardPaths::findExecutable(QLatin1String(program)).isEmpty()) {
-            missing.append(QLatin1String(program));
-        }
-    }
-    return missing;
+    return {
+        QStringLiteral("sway"), QStringLiteral("swaymsg"), QStringLiteral("swaybg"),
+        QStringLiteral("grim")};
 }
 
 bool HeadlessSway::start(const QByteArray& lines)

@@ -19,8 +19,8 @@ public:
     ~HeadlessSway();
     Q_DISABLE_COPY_MOVE(HeadlessSway)
 
-    /// The names of needed programs that are not installed.
-    static QStringList missing();
+    /// The names of the programs that it needs.
+    static QStringList programs();
 
     /// Starts it, and waits until programs can connect. `lines` are further lines of its
     /// configuration.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bridgesession.h"
 #include "dconfcommand.h"
-#include "playedservice.h"
+#include "gnomeshell.h"
 #include "storewatcher.h"
 
 #include <QColor>
@@ -22,31 +22,6 @@ const QString Files = QStringLiteral("files");
 const QString Red = QStringLiteral("#ffe02030");
 const QString Green = QStringLiteral("#ff209030");
 
-QString handedOut()
-{
-    return QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile();
-}
-
-/// Whether the shell should show a copy of the present content of the file.
-bool showsCopyOf(const QString& path)
-{
-    const QString copyPath = handedOut();
-    QFile file(path);
-    QFile copy(copyPath);
-    return !copyPath.isEmpty() && file.open(QIODevice::ReadOnly) && copy.open(QIODevice::ReadOnly)
-        && file.readAll() == copy.readAll();
-}
-
-/// Plays the shell of GNOME on the bus.
-class Shell : public PlayedService
-{
-public:
-    Shell()
-        : PlayedService(QDBusConnection::SessionBus, QStringLiteral("org.gnome.Shell"))
-    {
-    }
-};
-
 /// A bridge with a shell, and with a red picture as the wallpaper.
 struct BridgeWithShell
 {
@@ -58,7 +33,7 @@ struct BridgeWithShell
             && waitUntil([this] { return showsCopyOf(picture); });
     }
 
-    Shell shell;
+    GnomeShell shell;
     BridgeSession session;
     QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
 };
@@ -73,7 +48,7 @@ class BridgeTest : public QObject
 private Q_SLOTS:
     void handsOnPictureAndAccent()
     {
-        Shell shell;
+        GnomeShell shell;
         BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
@@ -113,7 +88,7 @@ private Q_SLOTS:
 
     void givesALateShellTheLook()
     {
-        Shell shell;
+        GnomeShell shell;
         BridgeSession session;
         const QString picture = session.picture(QStringLiteral("a.png"), Qt::red);
         BridgeSession::setLook(picture, Red);
@@ -128,14 +103,14 @@ private Q_SLOTS:
     {
         BridgeWithShell bridge;
         QVERIFY(bridge.show());
-        const QString first = handedOut();
+        const QString first = shownPicture();
 
         // The daemon does the same: a new file replaces the old one, and no key changes.
         bridge.session.picture(QStringLiteral("b.png"), Qt::green);
         bridge.session.folder.rename(QStringLiteral("b.png"), QStringLiteral("a.png"));
 
         QVERIFY(waitUntil([&] { return showsCopyOf(bridge.picture); }));
-        QVERIFY(handedOut() != first);
+        QVERIFY(shownPicture() != first);
         QVERIFY(waitUntil([&] { return !QFile::exists(first); }));
         QCOMPARE(BridgeSession::copies().size(), 1);
     }
@@ -144,21 +119,21 @@ private Q_SLOTS:
     {
         BridgeWithShell bridge;
         QVERIFY(bridge.show());
-        const QString first = handedOut();
+        const QString first = shownPicture();
 
         BridgeSession::write({{BridgeSession::HighlightKey, Green}});
 
         QVERIFY(waitUntil([] {
             return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("green");
         }));
-        QCOMPARE(handedOut(), first);
+        QCOMPARE(shownPicture(), first);
     }
 
     void keepsTheCopyOfAPictureThatIsDeleted()
     {
         BridgeWithShell bridge;
         QVERIFY(bridge.show());
-        const QString first = handedOut();
+        const QString first = shownPicture();
 
         bridge.session.folder.remove(QStringLiteral("a.png"));
         BridgeSession::write({{BridgeSession::HighlightKey, Green}});
@@ -166,13 +141,13 @@ private Q_SLOTS:
         QVERIFY(waitUntil([] {
             return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("green");
         }));
-        QCOMPARE(handedOut(), first);
+        QCOMPARE(shownPicture(), first);
         QVERIFY(QFile::exists(first));
     }
 
     void showsTheApplicationWallpaperForAForeignFormat()
     {
-        Shell shell;
+        GnomeShell shell;
         BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
@@ -199,7 +174,7 @@ private Q_SLOTS:
     void copesWithOddNames()
     {
         QFETCH(QString, name);
-        Shell shell;
+        GnomeShell shell;
         BridgeSession session;
         QVERIFY(shell.appear());
         QVERIFY(session.start());
@@ -216,7 +191,7 @@ private Q_SLOTS:
 
     void appliesOnlyTheLastOfABurst()
     {
-        Shell shell;
+        GnomeShell shell;
         BridgeSession session;
         QVERIFY(shell.appear());
         const QString first = session.picture(QStringLiteral("a.png"), Qt::red);
@@ -298,7 +273,7 @@ private Q_SLOTS:
 
     void startsAnewWithADamagedState()
     {
-        Shell shell;
+        GnomeShell shell;
         BridgeSession session;
         QVERIFY(shell.appear());
         QDir().mkpath(BridgeSession::dataFolder());
@@ -321,7 +296,7 @@ private Q_SLOTS:
 
     void tellsThatADataFolderCannotBeWritten()
     {
-        Shell shell;
+        GnomeShell shell;
         BridgeSession session;
         QVERIFY(shell.appear());
         session.folder.makeDirectory(QStringLiteral("data"));
@@ -374,7 +349,7 @@ private Q_SLOTS:
     void restoresAfterAKillAtAnyTime()
     {
         constexpr int kills = 12;
-        Shell shell;
+        GnomeShell shell;
         BridgeSession session;
         QVERIFY(shell.appear());
         BridgeSession::write({{BridgeSession::PictureUriKey, QStringLiteral("file:///mine.png")}});

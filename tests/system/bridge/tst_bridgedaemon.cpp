@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bridgesession.h"
+#include "gnomeshell.h"
 #include "headlesssway.h"
-#include "playedservice.h"
+#include "neededprograms.h"
 #include "themesession.h"
 
 #include <QImage>
@@ -28,11 +29,11 @@ private Q_SLOTS:
     void handsOnWhatTheDaemonIsToldToSet()
     {
         ThemeSession theme;
-        PlayedService gnome(QDBusConnection::SessionBus, QStringLiteral("org.gnome.Shell"));
+        GnomeShell gnome;
         HeadlessSway sway;
         BridgeSession session;
         QVERIFY(gnome.appear());
-        const bool hasSway = HeadlessSway::missing().isEmpty();
+        const bool hasSway = missingPrograms(HeadlessSway::programs()).isEmpty();
         QVERIFY(!hasSway || sway.start());
         QVERIFY(session.start());
         QVERIFY(theme.startAtRest());
@@ -46,9 +47,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] {
             return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("red");
         }));
-        QCOMPARE(
-            middleOf(QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile()),
-            color);
+        QCOMPARE(middleOf(shownPicture()), color);
         if (hasSway) {
             QVERIFY(waitUntil([&] { return isClose(sway.middle(), color); }));
         }
@@ -59,10 +58,7 @@ private Q_SLOTS:
         QVERIFY(other.save(red));
         QVERIFY(ThemeSession::set(red));
         const QColor second = middleOf(BridgeSession::stored(BridgeSession::WallpaperKey));
-        QVERIFY(waitUntil([&] {
-            return middleOf(QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile())
-                == second;
-        }));
+        QVERIFY(waitUntil([&] { return middleOf(shownPicture()) == second; }));
 
         // Of a burst, the last one counts.
         const QString green = theme.folders.elsewhere(QStringLiteral("green.png"));
@@ -75,10 +71,7 @@ private Q_SLOTS:
             return BridgeSession::stored(BridgeSession::AccentKey) == QStringLiteral("green");
         }));
         const QColor last = middleOf(BridgeSession::stored(BridgeSession::WallpaperKey));
-        QVERIFY(waitUntil([&] {
-            return middleOf(QUrl(BridgeSession::stored(BridgeSession::PictureUriKey)).toLocalFile())
-                == last;
-        }));
+        QVERIFY(waitUntil([&] { return middleOf(shownPicture()) == last; }));
     }
 };
 

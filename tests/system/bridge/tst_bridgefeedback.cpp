@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bridgesession.h"
+#include "neededprograms.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -8,7 +9,6 @@
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTest>
 
 namespace {
@@ -19,17 +19,6 @@ const QString ProfileKey = QStringLiteral("/org/sigxcpu/feedbackd/profile");
 
 const QString RingingKey = QStringLiteral("/com/zavro/profile/general/ringing.alert.tone");
 const QString MailKey = QStringLiteral("/com/zavro/profile/general/email.alert.tone");
-
-QStringList missingPrograms()
-{
-    QStringList missing;
-    for (const char* program : {"pulseaudio", "pactl", "fbcli", "/usr/libexec/feedbackd"}) {
-        if (QStandardPaths::findExecutable(QLatin1String(program)).isEmpty()) {
-            missing.append(QLatin1String(program));
-        }
-    }
-    return missing;
-}
 
 QString themeFolder()
 {
@@ -168,9 +157,10 @@ private:
 private Q_SLOTS:
     void initTestCase()
     {
-        const QStringList missing = missingPrograms();
-        if (!missing.isEmpty()) {
-            QSKIP(qPrintable(QStringLiteral("Not installed: ") + missing.join(QLatin1Char(' '))));
+        if (skipsWithout(
+                {QStringLiteral("pulseaudio"), QStringLiteral("pactl"), QStringLiteral("fbcli"),
+                 QStringLiteral("/usr/libexec/feedbackd")})) {
+            return;
         }
     }
 

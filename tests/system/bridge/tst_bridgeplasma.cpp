@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bridgesession.h"
+#include "gnomeshell.h"
 #include "playedservice.h"
 
 #include <QDBusMessage>
@@ -154,7 +155,7 @@ private Q_SLOTS:
 
     void doesNotKeepOtherShellsWaiting()
     {
-        PlayedService gnome(QDBusConnection::SessionBus, QStringLiteral("org.gnome.Shell"));
+        GnomeShell gnome;
         BridgeSession session;
         PlayedPlasma plasma(&session);
         plasma.shell().answerLater(QStringLiteral("evaluateScript"));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bridgesession.h"
 #include "headlesssway.h"
+#include "neededprograms.h"
 
 #include <QJsonObject>
 #include <QTest>
@@ -40,9 +41,8 @@ class BridgeSwayTest : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        const QStringList missing = HeadlessSway::missing();
-        if (!missing.isEmpty()) {
-            QSKIP(qPrintable(QStringLiteral("Not installed: ") + missing.join(QLatin1Char(' '))));
+        if (skipsWithout(HeadlessSway::programs())) {
+            return;
         }
     }
 

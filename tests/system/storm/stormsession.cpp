@@ -28,7 +28,9 @@ const QString HeldPath = QStringLiteral("/8");
 const QRegularExpression ExpectedWarning(QStringLiteral(
     "^(-?\\d+ is not an existing moodset"
     "|void AlbumGallery::(set|create)Moodset\\(const QString&\\) Invalid URL:  \".*\""
-    "|void SystemTheme::onlineImageReady\\(QNetworkReply\\*\\) Error in QUrl\\(\".*\"\\) : \".*\""
+    "|void SystemTheme::onlineImageReady\\(QNetworkReply\\*\\)"
+    "( Error in QUrl\\(\".*\"\\) : \".*\")?"
+    "|Failed to insert new image into database"
     "|QVariantMap plainAttributes\\(const QVariantMap&\\) Attribute too large \".*\" \\d+"
     "|Failed to save online image\\.\\.\\. \".*\""
     "|Failed to parse moodset \\d+ \\d+"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "indexing/directorylisting.h"
 
+#include "fewdescriptors.h"
 #include "testfolder.h"
 
 #include <QDir>
@@ -9,7 +10,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <sys/resource.h>
 
 namespace {
 
@@ -308,15 +308,11 @@ void DirectoryListingTest::nothingIsKnownWithoutADescriptor()
 {
     TestFolder folder;
     folder.write(QStringLiteral("file"));
-    rlimit limit{};
-    QCOMPARE(getrlimit(RLIMIT_NOFILE, &limit), 0);
-    const rlimit none{0, limit.rlim_max};
-    QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
+    {
+        const FewDescriptors none(0);
 
-    const bool isListed = listDirectory(folder.path()).has_value();
-
-    QCOMPARE(setrlimit(RLIMIT_NOFILE, &limit), 0);
-    QVERIFY(!isListed);
+        QVERIFY(!listDirectory(folder.path()).has_value());
+    }
     QVERIFY(listDirectory(folder.path()).has_value());
 }
 

@@ -5,6 +5,7 @@
 
 #include "content/dbmanager.h"
 #include "drivenfilemanager.h"
+#include "fewdescriptors.h"
 #include "indexdatabase.h"
 #include "messagelog.h"
 #include "testfolder.h"
@@ -13,8 +14,6 @@
 #include <QSqlQuery>
 #include <QTest>
 
-#include <sys/resource.h>
-
 namespace {
 
 const QString Constructor =
@@ -22,23 +21,6 @@ const QString Constructor =
 const QString InsertFile = QStringLiteral("qint64 FileManager::insertFile(const QString&)");
 const QString NotAuthorized =
     QStringLiteral("QSqlError(\"23\", \"Unable to execute statement\", \"not authorized\")");
-
-/// While it lives, the process can open no further files.
-class NoMoreFiles
-{
-public:
-    NoMoreFiles()
-    {
-        getrlimit(RLIMIT_NOFILE, &m_before);
-        const rlimit none{0, m_before.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &none);
-    }
-    ~NoMoreFiles() { setrlimit(RLIMIT_NOFILE, &m_before); }
-    Q_DISABLE_COPY_MOVE(NoMoreFiles)
-
-private:
-    rlimit m_before;
-};
 
 } // namespace
 
@@ -268,7 +250,7 @@ void FileManagerTest::withoutInotifyNothingWorks()
     IndexDatabase database;
     QScopedPointer<DrivenFileManager> manager;
     {
-        const NoMoreFiles limit;
+        const FewDescriptors none(0);
         manager.reset(new DrivenFileManager(database.connection()));
     }
 

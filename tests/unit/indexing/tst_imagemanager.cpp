@@ -5,6 +5,7 @@
 #include "content/moodsetcontent.h"
 #include "encodedpicture.h"
 #include "exifbuilder.h"
+#include "fewdescriptors.h"
 #include "hostilepicture.h"
 #include "indexdatabase.h"
 #include "mediapicture.h"
@@ -17,9 +18,6 @@
 
 #include <QSqlQuery>
 #include <QTest>
-
-#include <fcntl.h>
-#include <sys/resource.h>
 
 namespace {
 
@@ -91,28 +89,6 @@ struct Pictures
 
 const QSize Unreadable(-1, -1);
 const QSize Photo(40, 30);
-
-/// Leaves this process this many more descriptors while it lives.
-class FewDescriptors
-{
-public:
-    explicit FewDescriptors(int count)
-    {
-        getrlimit(RLIMIT_NOFILE, &m_before);
-        rlimit few = m_before;
-        few.rlim_cur = 0;
-        while (count > 0) {
-            count -= fcntl(int(few.rlim_cur), F_GETFD) == -1 ? 1 : 0;
-            ++few.rlim_cur;
-        }
-        setrlimit(RLIMIT_NOFILE, &few);
-    }
-    ~FewDescriptors() { setrlimit(RLIMIT_NOFILE, &m_before); }
-    Q_DISABLE_COPY_MOVE(FewDescriptors)
-
-private:
-    rlimit m_before{};
-};
 
 } // namespace
 

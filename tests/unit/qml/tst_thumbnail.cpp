@@ -9,7 +9,6 @@
 #include <QBuffer>
 #include <QDataStream>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -278,16 +277,13 @@ private Q_SLOTS:
         const QString sparse = m_folder->filePath(QStringLiteral("sparse.jpg"));
         QFile file(sparse);
         QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(qint64(1) << 40));
-        QElapsedTimer timer;
-        timer.start();
+        // A reader that waited for one of these would not end before the time limit of the test.
         for (const QString& path :
              {fifo, loop, toFifo, sparse, m_folder->path(), QStringLiteral("/dev/zero"),
               QStringLiteral("/dev/urandom"), QStringLiteral("/proc/self/mem"), QString(),
               QStringLiteral("relative.jpg"), m_folder->filePath(QStringLiteral("missing"))}) {
             QVERIFY2(thumbnail(path, {100, 100}).isNull(), qPrintable(path));
         }
-        constexpr int generousMs = 5000;
-        QVERIFY(timer.elapsed() < generousMs);
     }
 
     void otherFormatsAreNotDecoded_data() { addUnlistedFormats(); }

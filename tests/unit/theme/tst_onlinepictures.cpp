@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "fewdescriptors.h"
 #include "messagelog.h"
 #include "moodsetlibrary.h"
 #include "onlinefixture.h"
@@ -397,6 +398,24 @@ private Q_SLOTS:
                 QStringLiteral(
                     "INSERT OR REPLACE INTO download ( fileId, source) VALUES (?, ?);")));
         QCOMPARE(ThemeFixture::takeKeys(), fixture.keysOfDownload(fixture.saved));
+    }
+
+    void failedDownloadsTakeNoDescriptorsFromLaterOnes()
+    {
+        MessageLog log;
+        OnlineFixture fixture;
+        const QUrl url(QStringLiteral("pigeon://loft/a.png"));
+        const QStringList expected{errorIn(url, QStringLiteral("Protocol \"pigeon\" is unknown"))};
+        fixture.set(url);
+        verifyFailure(&fixture, &log, expected);
+        // These are enough for a request with a download, but not for many downloads at a time.
+        const FewDescriptors limit(32);
+
+        constexpr int downloads = 5;
+        for (int i = 0; i < downloads; ++i) {
+            fixture.set(url);
+            verifyFailure(&fixture, &log, expected);
+        }
     }
 
     void requestAfterAFailedDownloadWorks()

@@ -148,8 +148,11 @@ private Q_SLOTS:
         QTest::newRow("link to itself") << QStringLiteral("link to itself");
         QTest::newRow("not permitted") << QStringLiteral("secret");
         QTest::newRow("NUL") << QString(Name + QChar(QChar::Null) + QLatin1Char('b'));
-        QTest::newRow("first half of a surrogate pair") << QString(QChar(0xd800));
-        QTest::newRow("second half of a surrogate pair") << QString(QChar(0xdc00));
+        for (const int half : {0xd800, 0xdc00}) {
+            const QChar unit(half);
+            QTest::addRow("%x at the end", half) << QString(Name + unit);
+            QTest::addRow("%x before the end", half) << QString(unit + Name);
+        }
     }
 
     void otherKindsAreNotOpened()
@@ -164,9 +167,9 @@ private Q_SLOTS:
         folder.makeLink(QStringLiteral("link to itself"), QStringLiteral("link to itself"));
         folder.write(QStringLiteral("secret"));
         folder.setMode(QStringLiteral("secret"), 0);
-        // When the last three names are encoded, this remains.
+        // This is what remains of the last names when they are encoded.
         folder.write(Name);
-        folder.write(QStringLiteral("?"));
+        folder.write(QLatin1Char('?') + Name);
         OpenedFiles opened(folder.path());
 
         const RegularFile file(folder.path(name));

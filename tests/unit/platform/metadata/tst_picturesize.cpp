@@ -14,7 +14,6 @@
 #include "windowedfile.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
 
@@ -202,17 +201,12 @@ private Q_SLOTS:
         QFETCH(QByteArray, start);
         QFETCH(QByteArray, piece);
         constexpr int fileSize = 8 * 1024 * 1024;
-        constexpr qint64 longestTime = 2000;
         MessageLog log;
         m_folder.write(Name, start + piece.repeated(fileSize / piece.size()));
         WindowedFile file(path());
-        QElapsedTimer timer;
-        timer.start();
 
-        const QSize size = pictureSize(file);
-
-        QVERIFY2(timer.elapsed() < longestTime, QByteArray::number(timer.elapsed()));
-        QCOMPARE(size, PictureReader(path()).size());
+        // A reader that follows every piece would not end before the time limit of the test.
+        QCOMPARE(pictureSize(file), PictureReader(path()).size());
         log.takeWarnings(); // of the decoders
     }
 
