@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "activation.h"
 
+#include "activemoodset.h"
 #include "bundle/bundlecheck.h"
 #include "daemonprocess.h"
 #include "jsonrecord.h"
@@ -84,7 +85,7 @@ Outcome failure(const Request& request, const QUrl& file, qint64 since)
 
 Outcome success(const Request& request, const Moodset& moodset)
 {
-    const QString active = Theme::readActiveMoodset();
+    const QString active = readActiveMoodset();
     const QString name = moodset ? calledName(*moodset) : request.subject;
     QJsonObject result{{QStringLiteral("waited"), true}};
     if (moodset) {
@@ -104,7 +105,7 @@ Moodset comeAbout(const Request& request, MoodsetLibrary* library)
     if (!moodset || !request.makeActive) {
         return moodset;
     }
-    return Theme::readActiveMoodset() == moodset->url.toLocalFile() ? moodset : Moodset();
+    return readActiveMoodset() == moodset->url.toLocalFile() ? moodset : Moodset();
 }
 
 Outcome awaitNetwork(const Request& request, const NetworkWait& wait, qint64 since)

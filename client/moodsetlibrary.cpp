@@ -61,13 +61,6 @@ QVector<Moodset> MoodsetLibrary::moodsets()
     return moodsets;
 }
 
-QVector<LibraryReader::Summary> MoodsetLibrary::summaries()
-{
-    QVector<LibraryReader::Summary> summaries;
-    read([&] { summaries = m_reader.summaries(); });
-    return summaries;
-}
-
 QVector<Moodset> MoodsetLibrary::find(const QString& text)
 {
     QVector<Moodset> named;

@@ -18,9 +18,6 @@ public:
     /// All moodsets, favourites first, without their tones.
     QVector<Moodset> moodsets();
 
-    /// All moodsets, with only the data that a list shows.
-    QVector<LibraryReader::Summary> summaries();
-
     /// The moodsets that a user means by `text`: the one with this id, or else all with this name,
     /// without their tones. See calledName().
     QVector<Moodset> find(const QString& text);

@@ -2,12 +2,11 @@
 #include "moodsettable.h"
 
 #include "printabletext.h"
-#include "subject.h"
 #include "text.h"
 #include "texttable.h"
 
+#include <QFileInfo>
 #include <QStringList>
-#include <QUrl>
 
 namespace {
 
@@ -16,18 +15,31 @@ QString answer(bool yes)
     return yes ? Text::tr("yes") : QStringLiteral("-");
 }
 
-QString displayColors(const LibraryReader::Summary& moodset, ColorStyle style)
+QString displayColors(const ListedMoodset& moodset, ColorStyle style)
 {
-    return displayColor(moodset.primaryColor, style) + QLatin1Char(' ')
-        + displayColor(moodset.secondaryColor, style) + QLatin1Char(' ')
-        + displayColor(moodset.highlightColor, style) + QLatin1Char(' ')
-        + displayColor(moodset.secondaryHighlightColor, style);
+    // The size of four texts. Without it, each of many lines would be moved several times.
+    constexpr int usualSize = 40;
+    QString text;
+    text.reserve(usualSize);
+    text += displayColor(moodset.primaryColor, style);
+    for (const QString* color :
+         {&moodset.secondaryColor, &moodset.highlightColor, &moodset.secondaryHighlightColor}) {
+        text += QLatin1Char(' ');
+        text += displayColor(*color, style);
+    }
+    return text;
 }
 
 } // namespace
 
+QString calledName(const ListedMoodset& moodset)
+{
+    return moodset.displayName.isEmpty() ? QFileInfo(moodset.path).completeBaseName()
+                                         : moodset.displayName;
+}
+
 QString moodsetTable(
-    const QVector<LibraryReader::Summary>& moodsets, const QString& activeFile, ColorStyle style,
+    const QVector<ListedMoodset>& moodsets, const QString& activeFile, ColorStyle style,
     int terminalColumns)
 {
     QVector<QStringList> lines{
@@ -36,7 +48,7 @@ QString moodsetTable(
     lines.reserve(moodsets.size() + 1);
     const QString yes = answer(true);
     const QString no = answer(false);
-    for (const LibraryReader::Summary& moodset : moodsets) {
+    for (const ListedMoodset& moodset : moodsets) {
         lines.append(
             {QString::number(moodset.id), printableText(calledName(moodset)),
              moodset.favorite ? yes : no, moodset.path == activeFile ? yes : no,

@@ -98,12 +98,6 @@ QString calledName(const MoodsetData& moodset)
                                          : moodset.displayName;
 }
 
-QString calledName(const LibraryReader::Summary& moodset)
-{
-    return moodset.displayName.isEmpty() ? QFileInfo(moodset.path).completeBaseName()
-                                         : moodset.displayName;
-}
-
 QString shownUrl(const QUrl& url)
 {
     return url.isLocalFile() ? url.toLocalFile() : url.toDisplayString();

@@ -29,7 +29,6 @@ Found<QUrl> namedSource(const QString& text);
 /// The name to show for a moodset: its own name, or the name of its file if it has none, as
 /// moodsets of pictures.
 QString calledName(const MoodsetData& moodset);
-QString calledName(const LibraryReader::Summary& moodset);
 
 /// The path of a URL for people to read, or the URL if it is not local.
 QString shownUrl(const QUrl& url);

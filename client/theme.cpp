@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "theme.h"
 
+#include "activemoodset.h"
+
 #include <colorstring.h>
 #include <mgconfitem.h>
 #include <moodsetnames.h>
@@ -32,9 +34,4 @@ Theme Theme::read()
     theme.secondary = color(ThemeKey::Secondary);
     theme.activeMoodset = readActiveMoodset();
     return theme;
-}
-
-QString Theme::readActiveMoodset()
-{
-    return text(MoodsetNames::ThemeKey::ActiveMoodset);
 }

@@ -11,9 +11,6 @@ struct Theme
     /// Reads the theme. Needs an application object; main thread only.
     static Theme read();
 
-    /// Reads only the path of the active moodset's file or picture.
-    static QString readActiveMoodset();
-
     /// The path of the moodset file or picture that a client has requested.
     QString request;
     /// The paths of the wallpapers.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "themetable.h"
 
+#include "jsonrecord.h"
 #include "printabletext.h"
 #include "text.h"
 #include "texttable.h"
@@ -16,10 +17,7 @@ QString value(const QString& path, ColorStyle /*style*/)
 
 QString value(const QColor& color, ColorStyle style)
 {
-    const QString text = displayColor(color, ColorStyle::Text);
-    return style == ColorStyle::Swatches && color.isValid()
-        ? colorSwatch(color) + QLatin1Char(' ') + text
-        : text;
+    return displayColorWithText(JsonRecord::colorText(color), style);
 }
 
 } // namespace

@@ -7,9 +7,10 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QEvent>
-#include <QFontInfo>
+#include <QFont>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QScreen>
 
 #include <algorithm>
 
@@ -67,6 +68,7 @@ Appearance::Appearance(QObject* parent)
     qGuiApp->installEventFilter(this);
     connect(qGuiApp, &QGuiApplication::paletteChanged, this, &Appearance::changed);
     connect(qGuiApp, &QGuiApplication::fontChanged, this, &Appearance::changed);
+    connect(qGuiApp, &QGuiApplication::layoutDirectionChanged, this, &Appearance::changed);
 }
 
 void Appearance::setScheme(Scheme scheme)
@@ -86,10 +88,23 @@ bool Appearance::isDark() const
         < palette.color(QPalette::WindowText).lightness();
 }
 
+bool Appearance::isMirrored()
+{
+    return QGuiApplication::layoutDirection() == Qt::RightToLeft;
+}
+
 int Appearance::textSize() const
 {
     constexpr int smallest = 15;
-    return std::max(smallest, QFontInfo(QGuiApplication::font()).pixelSize());
+    // QFontInfo would load the font, which is not drawn in this size otherwise.
+    const QFont font = QGuiApplication::font();
+    constexpr int pointsPerInch = 72;
+    const int size = font.pixelSize() > 0
+        ? font.pixelSize()
+        : qRound(
+            font.pointSizeF() * QGuiApplication::primaryScreen()->logicalDotsPerInchY()
+            / pointsPerInch);
+    return std::max(smallest, size);
 }
 
 bool Appearance::eventFilter(QObject* watched, QEvent* event)

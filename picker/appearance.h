@@ -13,6 +13,7 @@ class Appearance : public QObject
     Q_OBJECT
     Q_PROPERTY(bool dark READ isDark NOTIFY changed)
     Q_PROPERTY(bool reducedMotion READ hasReducedMotion NOTIFY changed)
+    Q_PROPERTY(bool mirrored READ isMirrored NOTIFY changed)
     Q_PROPERTY(int textSize READ textSize NOTIFY changed)
     Q_PROPERTY(bool usesKeyboard READ usesKeyboard NOTIFY usesKeyboardChanged)
 
@@ -26,6 +27,9 @@ public:
 
     bool isDark() const;
     bool hasReducedMotion() const { return m_reducedMotion; }
+
+    /// Whether the language is written from right to left.
+    static bool isMirrored();
 
     /// The height of body text, in pixels. It is the height of the application's font, but not
     /// smaller than a finger needs.

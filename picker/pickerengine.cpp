@@ -30,6 +30,11 @@ void registerTypes(Appearance* appearance, Incoming* incoming, Notices* notices)
 
 } // namespace
 
+PickerEngine::Interpretation::Interpretation()
+{
+    qputenv("QV4_FORCE_INTERPRETER", "1");
+}
+
 PickerEngine::PickerEngine()
 {
     registerTypes(&m_appearance, &m_incoming, &m_notices);

@@ -32,9 +32,17 @@ public:
     void open(const QString& text);
 
 private:
+    /// Makes the engine interpret its scripts. They are short, and most of them run a few times at
+    /// the start, so that translating them for the processor takes longer than running them does.
+    struct Interpretation
+    {
+        Interpretation();
+    };
+
     // The engine is destroyed first, because its objects use the others.
     Appearance m_appearance;
     Incoming m_incoming;
     Notices m_notices;
+    Interpretation m_interpretation; ///< before the engine, which looks at it once
     QQmlApplicationEngine m_engine;
 };

@@ -1,25 +1,26 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "colortext.h"
 
+#include <algorithm>
 #include <unistd.h>
 
 namespace {
 
-/// The same text as colorToString() gives, but several times as fast. Tables can have thousands of
-/// colours.
-QString hexText(const QColor& color)
+bool isHexDigit(QChar unit)
 {
-    const char* const digits = "0123456789abcdef";
-    constexpr int digitCount = 8;
-    constexpr int bitsPerDigit = 4;
-    QString text(digitCount + 1, Qt::Uninitialized);
-    QChar* place = text.data();
-    *place = QLatin1Char('#');
-    const QRgb value = color.rgba();
-    for (int shift = bitsPerDigit * (digitCount - 1); shift >= 0; shift -= bitsPerDigit) {
-        *++place = QLatin1Char(digits[(value >> shift) & 0xf]);
-    }
-    return text;
+    return (unit >= QLatin1Char('0') && unit <= QLatin1Char('9'))
+        || (unit >= QLatin1Char('a') && unit <= QLatin1Char('f'));
+}
+
+/// A field in this colour, for a terminal with 24-bit colours.
+QString swatch(const QString& color)
+{
+    constexpr int base = 16;
+    constexpr int redPlace = 3;
+    const auto part = [&color](int index) {
+        return color.midRef(redPlace + 2 * index, 2).toInt(nullptr, base);
+    };
+    return QStringLiteral("\033[48;2;%1;%2;%3m    \033[0m").arg(part(0)).arg(part(1)).arg(part(2));
 }
 
 } // namespace
@@ -31,24 +32,26 @@ ColorStyle standardOutputColorStyle()
         : ColorStyle::Text;
 }
 
-QString colorSwatch(const QColor& color)
+bool isColorText(const QString& text)
 {
-    return QStringLiteral("\033[48;2;%1;%2;%3m    \033[0m")
-        .arg(color.red())
-        .arg(color.green())
-        .arg(color.blue());
+    constexpr int size = 9;
+    return text.isEmpty()
+        || (text.size() == size && text.at(0) == QLatin1Char('#')
+            && std::all_of(text.cbegin() + 1, text.cend(), isHexDigit));
 }
 
-QString displayColor(const QColor& color, ColorStyle style)
+QString displayColor(const QString& color, ColorStyle style)
 {
-    if (!color.isValid()) {
+    if (color.isEmpty()) {
         return QStringLiteral("-");
     }
-    switch (style) {
-    case ColorStyle::Text:
-        return hexText(color);
-    case ColorStyle::Swatches:
-        return colorSwatch(color);
-    }
-    return {};
+    return style == ColorStyle::Swatches ? swatch(color) : color;
+}
+
+QString displayColorWithText(const QString& color, ColorStyle style)
+{
+    const QString text = displayColor(color, ColorStyle::Text);
+    return style == ColorStyle::Swatches && !color.isEmpty()
+        ? swatch(color) + QLatin1Char(' ') + text
+        : text;
 }

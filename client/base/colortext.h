@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include <QColor>
 #include <QString>
 
 /// How colours are shown.
@@ -14,9 +13,12 @@ enum class ColorStyle {
 /// NO_COLOR is set.
 ColorStyle standardOutputColorStyle();
 
-/// A field of four columns in this colour, for a terminal with 24-bit colours. The colour must be
-/// valid.
-QString colorSwatch(const QColor& color);
+/// Whether a text is a colour as the functions below take it: "#aarrggbb" in lower
+/// case, or empty for none.
+bool isColorText(const QString& text);
 
-/// The colour in one of the styles. A minus sign for an invalid colour.
-QString displayColor(const QColor& color, ColorStyle style);
+/// The colour in one of the styles; a field has four columns. A minus sign for no colour.
+QString displayColor(const QString& color, ColorStyle style);
+
+/// The colour as text. In the style Swatches, its field comes before the text.
+QString displayColorWithText(const QString& color, ColorStyle style);

@@ -22,9 +22,14 @@ QJsonValue numberIf(bool isKnown, int number)
 
 } // namespace
 
+QString JsonRecord::colorText(const QColor& color)
+{
+    return color.isValid() ? colorToString(color) : QString();
+}
+
 QJsonValue JsonRecord::color(const QColor& color)
 {
-    return color.isValid() ? QJsonValue(colorToString(color)) : QJsonValue();
+    return text(colorText(color));
 }
 
 QJsonValue JsonRecord::text(const QString& text)

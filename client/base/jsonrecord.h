@@ -14,7 +14,9 @@
 /// known is null.
 namespace JsonRecord {
 
-/// "#aarrggbb".
+/// "#aarrggbb", or an empty text for an invalid colour.
+QString colorText(const QColor& color);
+/// The same text; null for an invalid colour.
 QJsonValue color(const QColor& color);
 /// A text; null if it is empty.
 QJsonValue text(const QString& text);

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "output.h"
 
+#include "printabletext.h"
 #include "text.h"
 
 #include <QByteArray>
+#include <QTextStream>
 
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -51,4 +54,11 @@ QString Output::writeText(const QString& text)
 QString Output::writeJson(const QString& json)
 {
     return writeBytes(json.toUtf8());
+}
+
+void Output::writeError(const QString& error)
+{
+    if (!error.isEmpty()) {
+        QTextStream(stderr) << "moodsetctl: " << printableText(error) << '\n';
+    }
 }

@@ -18,4 +18,7 @@ QString writeText(const QString& text);
 /// empty text.
 QString writeJson(const QString& json);
 
+/// Writes an error message, in one line, to the standard error; nothing if it is empty.
+void writeError(const QString& error);
+
 } // namespace Output

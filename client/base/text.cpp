@@ -2,11 +2,22 @@
 #include "text.h"
 
 #include <QLocale>
+#include <QTextCodec>
 #include <QTranslator>
+
+#include <cstring>
+#include <langinfo.h>
 
 QString numbered(int number, const char* singular, const char* plural)
 {
     return Text::tr(number == 1 ? singular : plural).arg(number);
+}
+
+void assumeUtf8()
+{
+    if (std::strcmp(nl_langinfo(CODESET), "ANSI_X3.4-1968") == 0) {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    }
 }
 
 void installTranslation(QCoreApplication* application, const char* catalog)

@@ -35,11 +35,9 @@ QString table(const QJsonObject& colors, const QJsonObject& contrasts)
         const auto number = [&contrast](const char* place) {
             return QLocale().toString(contrast.value(QLatin1String(place)).toDouble(), 'f', 1);
         };
-        const QString text = colorToString(color);
         lines.append(
-            {title,
-             style == ColorStyle::Swatches ? colorSwatch(color) + QLatin1Char(' ') + text : text,
-             number("home"), number("application")});
+            {title, displayColorWithText(colorToString(color), style), number("home"),
+             number("application")});
     }
     return textTable(lines);
 }

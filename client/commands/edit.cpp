@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "activemoodset.h"
 #include "jsonrecord.h"
 #include "moodsetcommands.h"
 #include "moodsetedit.h"
@@ -68,7 +69,7 @@ Outcome editMoodset(
     }
     Outcome outcome = Outcome::done(
         text + QLatin1Char('\n'),
-        {{QStringLiteral("moodset"), JsonRecord::wholeMoodset(*now, Theme::readActiveMoodset())}});
+        {{QStringLiteral("moodset"), JsonRecord::wholeMoodset(*now, readActiveMoodset())}});
     outcome.error = UndoRecord{UndoRecord::Kind::Edit, moodset->url.toLocalFile(), before}.write();
     return outcome;
 }

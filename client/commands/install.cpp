@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "activemoodset.h"
 #include "bundle/bundlecheck.h"
 #include "filewait.h"
 #include "jsonrecord.h"
@@ -9,7 +10,6 @@
 #include "printabletext.h"
 #include "progressline.h"
 #include "subject.h"
-#include "theme.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -52,9 +52,8 @@ Outcome awaitFile(
     if (!library.error().isEmpty()) {
         return Outcome::failed(library.error());
     }
-    return moodset
-        ? Outcome::done({}, JsonRecord::wholeMoodset(*moodset, Theme::readActiveMoodset()))
-        : Outcome::failed(refusal(path));
+    return moodset ? Outcome::done({}, JsonRecord::wholeMoodset(*moodset, readActiveMoodset()))
+                   : Outcome::failed(refusal(path));
 }
 
 Outcome installFiles(

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "colortext.h"
+#include "activemoodset.h"
 #include "invocation.h"
 #include "jsonrecord.h"
 #include "moodsetcommands.h"
 #include "moodsetlibrary.h"
-#include "moodsettable.h"
-#include "printabletext.h"
-#include "subject.h"
-#include "terminal.h"
-#include "theme.h"
+#include "moodsetlisttext.h"
 
 #include <QJsonArray>
 
@@ -16,59 +12,57 @@
 
 namespace {
 
-/// Keeps only the favourites. They come first in the list.
-template <typename Moodsets, typename IsFavorite>
-void keepFavorites(Moodsets* moodsets, IsFavorite isFavorite)
+Outcome records(const QVector<Moodset>& moodsets)
 {
-    const auto others = std::find_if_not(moodsets->begin(), moodsets->end(), isFavorite);
-    moodsets->erase(others, moodsets->end());
+    const QString active = readActiveMoodset();
+    QJsonArray array;
+    for (const Moodset& moodset : moodsets) {
+        array.append(JsonRecord::moodset(*moodset, active));
+    }
+    return Outcome::done({}, {{QStringLiteral("moodsets"), array}});
 }
 
-Outcome records(const Invocation& invocation)
+ListedMoodset listed(const Moodset& moodset)
+{
+    using JsonRecord::colorText;
+    return {
+        moodset->id,
+        moodset->displayName,
+        moodset->url.toLocalFile(),
+        moodset->favorite,
+        colorText(moodset->primaryColor),
+        colorText(moodset->secondaryColor),
+        colorText(moodset->highlightColor),
+        colorText(moodset->secondaryHighlightColor)};
+}
+
+// The program itself prints most lists, without this code; see start/plainlist.h.
+Outcome run(const Invocation& invocation)
 {
     MoodsetLibrary library;
     QVector<Moodset> moodsets = library.moodsets();
     if (!library.error().isEmpty()) {
         return Outcome::failed(library.error());
     }
-    if (invocation.has("favorites")) {
-        keepFavorites(
-            &moodsets, [](const Moodset& moodset) { return moodset.constData()->favorite; });
-    }
-    const QString active = Theme::readActiveMoodset();
-    QJsonArray array;
-    for (const Moodset& moodset : qAsConst(moodsets)) {
-        array.append(JsonRecord::moodset(*moodset, active));
-    }
-    return Outcome::done({}, {{QStringLiteral("moodsets"), array}});
-}
-
-Outcome run(const Invocation& invocation)
-{
-    using Summary = LibraryReader::Summary;
+    const bool onlyFavorites = invocation.has("favorites");
     if (invocation.json) {
-        return records(invocation);
+        if (onlyFavorites) {
+            // They come first.
+            const auto isFavorite = [](const Moodset& moodset) {
+                return moodset.constData()->favorite;
+            };
+            moodsets.erase(
+                std::find_if_not(moodsets.begin(), moodsets.end(), isFavorite), moodsets.end());
+        }
+        return records(moodsets);
     }
-    MoodsetLibrary library;
-    QVector<Summary> moodsets = library.summaries();
-    if (!library.error().isEmpty()) {
-        return Outcome::failed(library.error());
-    }
-    if (invocation.has("favorites")) {
-        keepFavorites(&moodsets, [](const Summary& moodset) { return moodset.favorite; });
-    }
-    if (!invocation.has("names")) {
-        return Outcome::done(
-            moodsetTable(
-                moodsets, Theme::readActiveMoodset(), standardOutputColorStyle(),
-                Terminal::outputColumns()),
-            {});
-    }
-    QString names;
-    for (const Summary& moodset : qAsConst(moodsets)) {
-        names += printableText(calledName(moodset)) + QLatin1Char('\n');
-    }
-    return Outcome::done(names, {});
+    QVector<ListedMoodset> list;
+    std::transform(moodsets.cbegin(), moodsets.cend(), std::back_inserter(list), listed);
+    return Outcome::done(
+        moodsetListText(
+            list, invocation.has("names") ? MoodsetListing::Names : MoodsetListing::Table,
+            onlyFavorites),
+        {});
 }
 
 } // namespace

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "activemoodset.h"
 #include "jsonrecord.h"
 #include "moodsetcommands.h"
 #include "moodsetlibrary.h"
 #include "needs.h"
 #include "printabletext.h"
 #include "subject.h"
-#include "theme.h"
 
 namespace {
 
@@ -33,7 +33,7 @@ Outcome run(const Invocation& invocation)
         Text::tr("%1 is removed.").arg(printableText(calledName(*moodset.value)))
             + QLatin1Char('\n'),
         {{QStringLiteral("moodset"),
-          JsonRecord::wholeMoodset(*moodset.value, Theme::readActiveMoodset())}});
+          JsonRecord::wholeMoodset(*moodset.value, readActiveMoodset())}});
 }
 
 } // namespace

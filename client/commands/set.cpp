@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "activemoodset.h"
 #include "moodsetcommands.h"
 #include "needs.h"
 #include "subject.h"
-#include "theme.h"
 #include "undorecord.h"
 
 namespace {
@@ -19,7 +19,7 @@ Outcome run(const Invocation& invocation)
     if (!source.fault.isEmpty()) {
         return Outcome::failed(about(subject, source.fault));
     }
-    const QString before = Theme::readActiveMoodset();
+    const QString before = readActiveMoodset();
     outcome = activate(service, source.value, subject, networkWait(invocation));
     if (hasFailed(outcome)) {
         return outcome;

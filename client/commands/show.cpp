@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "activemoodset.h"
 #include "colortext.h"
 #include "invocation.h"
 #include "jsonrecord.h"
@@ -7,7 +8,6 @@
 #include "subject.h"
 #include "text.h"
 #include "texttable.h"
-#include "theme.h"
 
 #include <QUrl>
 
@@ -39,11 +39,7 @@ QString details(const MoodsetData& moodset, const QString& active)
         lines.append({name, value});
     };
     const auto addColor = [&](const QString& name, const QColor& color) {
-        const QString text = displayColor(color, ColorStyle::Text);
-        add(name,
-            style == ColorStyle::Swatches && color.isValid()
-                ? colorSwatch(color) + QLatin1Char(' ') + text
-                : text);
+        add(name, displayColorWithText(JsonRecord::colorText(color), style));
     };
     const auto answer = [](bool yes) { return yes ? Text::tr("yes") : QStringLiteral("-"); };
     add(Text::tr("Id"), QString::number(moodset.id));
@@ -73,7 +69,7 @@ Outcome run(const Invocation& invocation)
     if (!moodset.value) {
         return Outcome::failed(about(invocation.argument(), moodset.fault));
     }
-    const QString active = Theme::readActiveMoodset();
+    const QString active = readActiveMoodset();
     return Outcome::done(
         details(*moodset.value, active),
         {{QStringLiteral("moodset"), JsonRecord::wholeMoodset(*moodset.value, active)}});

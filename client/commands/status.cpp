@@ -60,7 +60,7 @@ QString activeText(const Status& status)
     for (const QColor& color :
          {status.theme.primary, status.theme.secondary, status.theme.highlight,
           status.theme.secondaryHighlight}) {
-        parts.append(displayColor(color, style));
+        parts.append(displayColor(JsonRecord::colorText(color), style));
     }
     parts.append(printableText(name));
     return parts.join(QLatin1Char(' '));

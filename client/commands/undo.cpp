@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "activemoodset.h"
 #include "moodsetcommands.h"
 #include "moodsetlibrary.h"
 #include "needs.h"
 #include "subject.h"
-#include "theme.h"
 #include "undorecord.h"
 
 namespace {
@@ -13,7 +13,7 @@ Outcome undoSet(const MoodsetService& service, const UndoRecord& record)
     if (record.file.isEmpty()) {
         return Outcome::failed(Text::tr("nothing was active before"));
     }
-    const QString replaced = Theme::readActiveMoodset();
+    const QString replaced = readActiveMoodset();
     Outcome outcome =
         activate(service, QUrl::fromLocalFile(record.file), record.file, NetworkWait());
     if (!hasFailed(outcome)) {

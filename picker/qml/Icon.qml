@@ -9,6 +9,7 @@ Image {
 
     width: Style.icon
     height: width
-    sourceSize: Qt.size(width, height)
+    sourceSize.width: width
+    sourceSize.height: height
     source: name ? "image://icon/" + name + "/" + color : ""
 }

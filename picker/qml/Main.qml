@@ -46,26 +46,47 @@ T.ApplicationWindow {
 
     }
 
+    // The file of a page is read when the page is first opened, so that the first frame need not wait.
+    function openPage(name, properties) {
+        const page = pages.push(Qt.resolvedUrl(name + ".qml"), properties);
+        page.back.connect(() => {
+            return pages.pop();
+        });
+        return page;
+    }
+
     function openMoodset(contentId) {
-        pages.push(moodsetPage, {
+        openPage("MoodsetPage", {
             "contentId": contentId
         });
     }
 
     function openText(text) {
         const found = Incoming.classify(text);
-        if (found.kind === "none")
+        if (found.kind === "none") {
             Notices.show(found.error, true);
-        else
-            pages.push(found.kind === "bundle" ? bundlePage : picturePage, {
+            return ;
+        }
+        const page = openPage(found.kind === "bundle" ? "BundlePage" : "PicturePage", {
             "url": found.url
+        });
+        page.made.connect(() => {
+            return showTab(0);
         });
     }
 
     function browse(installs) {
-        pages.push(folderPage, {
+        const page = openPage("FolderPage", {
             "installs": installs
         });
+        page.chosen.connect(openText);
+    }
+
+    function addMoodset() {
+        const page = openPage("AddPage", {
+        });
+        page.entered.connect(openText);
+        page.browseRequested.connect(browse);
     }
 
     width: 960
@@ -80,7 +101,7 @@ T.ApplicationWindow {
         id: content
 
         anchors.fill: parent
-        LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+        LayoutMirroring.enabled: Style.mirrored
         LayoutMirroring.childrenInherit: true
 
         NavigationBar {
@@ -137,16 +158,20 @@ T.ApplicationWindow {
             current: window.tab
             onMoodsetOpened: window.openMoodset(contentId)
             onPictureOpened: window.openText(url)
-            onAddRequested: pages.push(addPage)
+            onAddRequested: window.addMoodset()
         }
 
         // Below the page rather than on it, where it would cover what can be tapped.
-        NoticeBar {
+        Loader {
             id: notice
 
+            visible: Notices.text.length > 0
+            active: false
+            onVisibleChanged: active = active || visible
             x: pages.x + (pages.width - width) / 2
             y: pages.height
             width: Math.min(pages.width - 2 * Style.margin, Style.text * 36)
+            source: "NoticeBar.qml"
         }
 
         DropArea {
@@ -156,69 +181,12 @@ T.ApplicationWindow {
                 drop.accept();
             }
 
-            Rectangle {
+            Loader {
                 anchors.fill: parent
-                visible: parent.containsDrag
-                color: Style.background
-                opacity: 0.9
-
-                Placeholder {
-                    iconName: "add"
-                    title: qsTr("Drop a picture, an address or the folder of a bundle")
-                }
-
+                active: parent.containsDrag
+                source: "DropHint.qml"
             }
 
-        }
-
-    }
-
-    Component {
-        id: moodsetPage
-
-        MoodsetPage {
-            onBack: pages.pop()
-        }
-
-    }
-
-    Component {
-        id: addPage
-
-        AddPage {
-            onBack: pages.pop()
-            onEntered: window.openText(text)
-            onBrowseRequested: window.browse(installs)
-        }
-
-    }
-
-    Component {
-        id: folderPage
-
-        FolderPage {
-            onBack: pages.pop()
-            onChosen: window.openText(url)
-        }
-
-    }
-
-    Component {
-        id: picturePage
-
-        PicturePage {
-            onBack: pages.pop()
-            onMade: window.showTab(0)
-        }
-
-    }
-
-    Component {
-        id: bundlePage
-
-        BundlePage {
-            onBack: pages.pop()
-            onMade: window.showTab(0)
         }
 
     }

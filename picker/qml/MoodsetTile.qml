@@ -49,35 +49,48 @@ T.AbstractButton {
             moodset: model
         }
 
-        Rectangle {
+        // Few tiles have one of these, and a list of tiles comes sooner without them.
+        Loader {
             anchors.fill: parent
-            visible: tile.isActive
-            radius: parent.radius
-            color: "transparent"
-            border.width: 2
-            border.color: Style.accent
+            active: tile.isActive
+
+            sourceComponent: Rectangle {
+                radius: Style.radius
+                color: "transparent"
+                border.width: 2
+                border.color: Style.accent
+            }
+
         }
 
-        Badge {
-            visible: tile.isActive
+        Loader {
+            active: tile.isActive
             x: LayoutMirroring.enabled ? picture.x + picture.width - width - Style.gap : picture.x + Style.gap
             y: picture.y + Style.gap
-            text: qsTr("Active")
+
+            sourceComponent: Badge {
+                text: qsTr("Active")
+            }
+
         }
 
-        Rectangle {
-            visible: model.favorite
+        Loader {
+            active: model.favorite
             x: LayoutMirroring.enabled ? picture.x + Style.gap : picture.x + picture.width - width - Style.gap
             y: picture.y + Style.gap
-            width: Style.icon + Style.gap
-            height: width
-            radius: width / 2
-            color: "#b0000000"
 
-            Icon {
-                anchors.centerIn: parent
-                name: "star-filled"
-                color: "#ffcc4d"
+            sourceComponent: Rectangle {
+                width: Style.icon + Style.gap
+                height: width
+                radius: width / 2
+                color: "#b0000000"
+
+                Icon {
+                    anchors.centerIn: parent
+                    name: "star-filled"
+                    color: "#ffcc4d"
+                }
+
             }
 
         }
@@ -106,10 +119,14 @@ T.AbstractButton {
             onClicked: Notices.begin(Actions.setMoodset(model.url), model.url)
         }
 
-        Spinner {
+        Loader {
             anchors.centerIn: apply
-            visible: tile.isBusy
-            dot: 6
+            active: tile.isBusy
+
+            sourceComponent: Spinner {
+                dot: 6
+            }
+
         }
 
     }

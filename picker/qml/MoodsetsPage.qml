@@ -56,33 +56,30 @@ FocusScope {
 
     }
 
-    Placeholder {
-        visible: moodsets.status === MoodsetModel.Loading && moodsets.count === 0
-        waiting: true
-        text: qsTr("Looking for your moodsets …")
+    // Most libraries are read before anyone could see that there is something to wait for.
+    Timer {
+        id: patience
+
+        interval: 300
+        running: moodsets.status === MoodsetModel.Loading
     }
 
-    Placeholder {
-        visible: moodsets.status === MoodsetModel.Ready && moodsets.count === 0
-        iconName: "moodsets"
-        title: qsTr("No moodsets yet")
-        text: qsTr("Make one of any picture: its colours become those of your phone.")
-        action: qsTr("Add a moodset")
-        onTriggered: page.addRequested()
+    Loader {
+        id: placeholder
+
+        anchors.fill: parent
+        active: moodsets.count === 0 && !patience.running && moodsets.status !== MoodsetModel.Null
+        Component.onCompleted: setSource("MoodsetsState.qml", {
+            "moodsets": moodsets
+        })
     }
 
-    Placeholder {
-        objectName: "moodsetsError"
-        visible: moodsets.status === MoodsetModel.Error && moodsets.count === 0
-        iconName: "warning"
-        title: qsTr("Your moodsets cannot be read")
-        text: qsTr("The theme service has no library yet, or has lost it.")
-        detail: moodsets.error
-        action: qsTr("Try again")
-        onTriggered: {
-            Notices.begin(Actions.refreshMoodsets(), "");
-            moodsets.refresh();
+    Connections {
+        function onAddRequested() {
+            page.addRequested();
         }
+
+        target: placeholder.item
     }
 
     MoodsetModel {

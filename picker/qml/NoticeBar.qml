@@ -11,7 +11,6 @@ Rectangle {
     readonly property color ink: Style.dark ? "#16181d" : "#f3f4f6"
 
     objectName: "notice"
-    visible: Notices.text.length > 0
     implicitHeight: row.implicitHeight + Style.gap
     radius: Style.radius
     color: Style.dark ? "#e7e9ee" : "#23262d"

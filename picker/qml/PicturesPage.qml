@@ -13,6 +13,8 @@ FocusScope {
         field.forceActiveFocus();
     }
 
+    focus: true
+
     PageHeader {
         id: header
 

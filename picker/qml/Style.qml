@@ -6,6 +6,7 @@ pragma Singleton
 // The program's measures and colours. All measures follow the size of the text.
 QtObject {
     readonly property bool dark: Appearance.dark
+    readonly property bool mirrored: Appearance.mirrored
     readonly property int motion: Appearance.reducedMotion ? 0 : 160
     readonly property bool keyboard: Appearance.usesKeyboard
     readonly property int text: Appearance.textSize

@@ -46,12 +46,15 @@ FocusScope {
         visible: tabs.current === 1
         active: false
         onVisibleChanged: active = active || visible
+        source: "PicturesPage.qml"
+    }
 
-        sourceComponent: PicturesPage {
-            focus: true
-            onOpened: tabs.pictureOpened(url)
+    Connections {
+        function onOpened(url) {
+            tabs.pictureOpened(url);
         }
 
+        target: pictures.item
     }
 
 }

@@ -19,7 +19,8 @@ Rectangle {
 
         anchors.fill: parent
         asynchronous: true
-        sourceSize: Qt.size(Math.ceil(width / 64) * 64, Math.ceil(height / 64) * 64)
+        sourceSize.width: Math.ceil(width / 64) * 64
+        sourceSize.height: Math.ceil(height / 64) * 64
         fillMode: Image.PreserveAspectCrop
         opacity: status === Image.Ready ? 1 : 0
 
@@ -45,11 +46,15 @@ Rectangle {
         border.color: wallpaper.frame
     }
 
-    Icon {
+    Loader {
         anchors.centerIn: parent
-        visible: image.status === Image.Error
-        name: "pictures"
-        color: Style.subdued
+        active: image.status === Image.Error
+
+        sourceComponent: Icon {
+            name: "pictures"
+            color: Style.subdued
+        }
+
     }
 
 }

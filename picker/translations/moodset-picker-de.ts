@@ -180,6 +180,13 @@
     </message>
 </context>
 <context>
+    <name>DropHint</name>
+    <message>
+        <source>Drop a picture, an address or the folder of a bundle</source>
+        <translation>Ein Bild, eine Adresse oder den Ordner eines Pakets ablegen</translation>
+    </message>
+</context>
+<context>
     <name>FolderPage</name>
     <message>
         <source>Choose a folder</source>
@@ -242,10 +249,6 @@
     <message>
         <source>Moodset Picker</source>
         <translation>Moodset-Auswahl</translation>
-    </message>
-    <message>
-        <source>Drop a picture, an address or the folder of a bundle</source>
-        <translation>Ein Bild, eine Adresse oder den Ordner eines Pakets ablegen</translation>
     </message>
 </context>
 <context>
@@ -323,6 +326,9 @@
         <source>Add a moodset</source>
         <translation>Moodset hinzufügen</translation>
     </message>
+</context>
+<context>
+    <name>MoodsetsState</name>
     <message>
         <source>Looking for your moodsets …</source>
         <translation>Deine Moodsets werden gesucht …</translation>
@@ -336,16 +342,20 @@
         <translation>Mache eines aus irgendeinem Bild: Seine Farben werden die deines Telefons.</translation>
     </message>
     <message>
+        <source>Add a moodset</source>
+        <translation>Moodset hinzufügen</translation>
+    </message>
+    <message>
         <source>Your moodsets cannot be read</source>
         <translation>Deine Moodsets können nicht gelesen werden</translation>
     </message>
     <message>
-        <source>Try again</source>
-        <translation>Noch einmal versuchen</translation>
-    </message>
-    <message>
         <source>The theme service has no library yet, or has lost it.</source>
         <translation>Der Dienst hat noch keine Bibliothek, oder er hat sie verloren.</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Noch einmal versuchen</translation>
     </message>
 </context>
 <context>

@@ -180,6 +180,13 @@
     </message>
 </context>
 <context>
+    <name>DropHint</name>
+    <message>
+        <source>Drop a picture, an address or the folder of a bundle</source>
+        <translation>Pudota kuva, osoite tai paketin kansio</translation>
+    </message>
+</context>
+<context>
     <name>FolderPage</name>
     <message>
         <source>Choose a folder</source>
@@ -242,10 +249,6 @@
     <message>
         <source>Moodset Picker</source>
         <translation>Moodset-valitsin</translation>
-    </message>
-    <message>
-        <source>Drop a picture, an address or the folder of a bundle</source>
-        <translation>Pudota kuva, osoite tai paketin kansio</translation>
     </message>
 </context>
 <context>
@@ -323,6 +326,9 @@
         <source>Add a moodset</source>
         <translation>Lisää moodset</translation>
     </message>
+</context>
+<context>
+    <name>MoodsetsState</name>
     <message>
         <source>Looking for your moodsets …</source>
         <translation>Etsitään moodsetejasi …</translation>
@@ -336,16 +342,20 @@
         <translation>Tee sellainen mistä tahansa kuvasta: sen väreistä tulee puhelimesi värit.</translation>
     </message>
     <message>
+        <source>Add a moodset</source>
+        <translation>Lisää moodset</translation>
+    </message>
+    <message>
         <source>Your moodsets cannot be read</source>
         <translation>Moodsetejasi ei voi lukea</translation>
     </message>
     <message>
-        <source>Try again</source>
-        <translation>Yritä uudelleen</translation>
-    </message>
-    <message>
         <source>The theme service has no library yet, or has lost it.</source>
         <translation>Palvelulla ei ole vielä kirjastoa, tai se on kadonnut.</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Yritä uudelleen</translation>
     </message>
 </context>
 <context>

@@ -31,13 +31,6 @@ const auto MoodsetListing = QStringLiteral(
     " LEFT JOIN dorselId ON moodset.fileId = dorselId.fileId"
     " ORDER BY moodset.favorite DESC, moodset.timestamp ASC, moodset.fileId");
 
-const auto SummaryListing = QStringLiteral(
-    "SELECT file.id, file.displayName, directory.path || '/' || file.fileName, moodset.favorite,"
-    " moodset.primaryColor, moodset.secondaryColor, moodset.highlightColor,"
-    " moodset.secondaryHighlightColor FROM moodset JOIN file ON moodset.fileId = file.id"
-    " JOIN directory ON file.directoryId = directory.id"
-    " ORDER BY moodset.favorite DESC, moodset.timestamp ASC, moodset.fileId");
-
 QString filePath(const QSqlQuery& row, int column)
 {
     return row.value(column).toString() + QLatin1Char('/') + row.value(column + 1).toString();
@@ -169,23 +162,6 @@ QVector<Moodset> LibraryReader::moodsets() const
         moodsets.append(listedMoodsetFromRow(query));
     }
     return moodsets;
-}
-
-QVector<LibraryReader::Summary> LibraryReader::summaries() const
-{
-    QVector<Summary> summaries;
-    QSqlQuery query(*m_database);
-    query.prepare(SummaryListing);
-    run(&query);
-    const auto color = [&query](int column) {
-        return colorFromString(query.value(column).toString());
-    };
-    while (query.next()) {
-        summaries.append(
-            {query.value(0).toLongLong(), query.value(1).toString(), query.value(2).toString(),
-             query.value(3).toBool(), color(4), color(5), color(6), color(7)});
-    }
-    return summaries;
 }
 
 Moodset LibraryReader::moodset(qint64 id) const

@@ -47,21 +47,6 @@ public:
         int waitingMoodsets = 0;
     };
 
-    /// The data of a moodset that a list shows.
-    struct Summary
-    {
-        qint64 id = 0;
-        /// This is empty for most moodsets that were made from a picture.
-        QString displayName;
-        /// The path of the moodset file or the picture.
-        QString path;
-        bool favorite = false;
-        QColor primaryColor;
-        QColor secondaryColor;
-        QColor highlightColor;
-        QColor secondaryHighlightColor;
-    };
-
     /// A directory that the daemon knows.
     struct Directory
     {
@@ -98,9 +83,6 @@ public:
     /// without their resources. This is several times as fast as that listing.
     QVector<Moodset> moodsets() const;
 
-    /// All moodsets in the same order, with only the data that a list shows.
-    QVector<Summary> summaries() const;
-
     /// A moodset with its resources, or a null handle if there is none.
     /// @{
     Moodset moodset(qint64 id) const;
@@ -135,5 +117,3 @@ private:
     std::unique_ptr<QueryAgentDatabase> m_database;
     mutable QString m_error;
 };
-
-Q_DECLARE_TYPEINFO(LibraryReader::Summary, Q_MOVABLE_TYPE);

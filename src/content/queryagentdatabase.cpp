@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "queryagentdatabase.h"
 
+#include "databasepath.h"
 #include "queryagent.h"
 
 #include <QAtomicInt>
-#include <QDir>
-#include <QStandardPaths>
 
 namespace {
 
@@ -36,18 +35,15 @@ QueryAgentDatabase::~QueryAgentDatabase()
 
 QString QueryAgentDatabase::filePath()
 {
-    return directoryPath() + fileName();
+    return DatabasePath::file();
 }
 
 QString QueryAgentDatabase::directoryPath()
 {
-    const QStringList pieces{
-        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
-        QStringLiteral("system/privileged"), QStringLiteral("Moodsetd"), QString()};
-    return pieces.join(QDir::separator());
+    return DatabasePath::directory();
 }
 
 QString QueryAgentDatabase::fileName()
 {
-    return QStringLiteral("moodsetd.sqlite");
+    return DatabasePath::fileName();
 }

@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSqlQuery>
 #include <QTest>
 #include <QTransform>
 
@@ -44,6 +45,20 @@ private:
             .toObject()
             .value(QLatin1String("colors"))
             .toObject();
+    }
+
+    /// Changes the daemon's database; false if this fails.
+    static bool writeToLibrary(const QString& statement)
+    {
+        const QString name = QStringLiteral("writer");
+        bool isDone = false;
+        {
+            QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+            database.setDatabaseName(LibraryDatabase::standardPath());
+            isDone = database.open() && QSqlQuery(database).exec(statement);
+        }
+        QSqlDatabase::removeDatabase(name);
+        return isDone;
     }
 
     /// The state of one of the things that doctor checks.
@@ -444,6 +459,39 @@ private Q_SLOTS:
         QVERIFY(piped.output.contains(QStringLiteral("#ff6fc3f7")));
         QVERIFY(!piped.output.contains(QLatin1Char('\033')));
         QCOMPARE(piped.errors, QString());
+    }
+
+    void aListIsTheSameWithColoursInAnotherForm()
+    {
+        const ClientSession session;
+        QVERIFY(InstalledBundles::installSample(QStringLiteral("coast-light")));
+        QVERIFY(InstalledBundles::installSample(QStringLiteral("autumn-walk")));
+        QCOMPARE(run({"wait"}).exitCode, 0);
+        QCOMPARE(run({"set", "Coast light"}).exitCode, 0);
+        QCOMPARE(run({"favorite", "Autumn walk", "on"}).exitCode, 0);
+        const std::vector<QStringList> lines{
+            {QStringLiteral("moodsets")},
+            {QStringLiteral("moodsets"), QStringLiteral("--favorites")},
+            {QStringLiteral("moodsets"), QStringLiteral("--names")}};
+        QStringList usual;
+        for (const QStringList& line : lines) {
+            usual << ClientSession::run(line).output << ClientSession::runInTerminal(line).output;
+        }
+        QVERIFY2(usual.first().contains(QStringLiteral("#ff6fc3f7")), qPrintable(usual.first()));
+
+        // The program leaves this form to its module; the colour is the same.
+        QVERIFY(writeToLibrary(QStringLiteral("UPDATE moodset SET highlightColor = '#6FC3F7'"
+                                              " WHERE highlightColor = '#ff6fc3f7'")));
+
+        QStringList unusual;
+        for (const QStringList& line : lines) {
+            const Result piped = ClientSession::run(line);
+            QCOMPARE(piped.errors, QString());
+            unusual << piped.output << ClientSession::runInTerminal(line).output;
+        }
+        QCOMPARE(unusual, usual);
+        QVERIFY(writeToLibrary(QStringLiteral("UPDATE moodset SET highlightColor = 'none'")));
+        QVERIFY(!ClientSession::run(lines.at(0)).output.contains(QStringLiteral("none")));
     }
 
     void progressIsShownOnTerminalsAlone()

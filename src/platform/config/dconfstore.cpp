@@ -65,12 +65,10 @@ DconfStore& DconfStore::instance()
 // context would work only with the dispatcher that uses GLib.
 DconfStore::DconfStore()
     : m_context(g_main_context_new())
-    , m_watch(new DconfWatch(this))
 {
     g_main_context_acquire(m_context.get());
     makeClient();
     runContext();
-    connect(m_watch, &DconfWatch::changed, this, &DconfStore::changed);
     qAddPostRoutine([] { instance().endWithApplication(); });
 }
 
@@ -168,11 +166,17 @@ QList<QByteArray> DconfStore::list(const QByteArray& directory) const
     return list;
 }
 
+// Programs that only read have no watch, because it runs a thread for the bus.
 void DconfStore::watch(const QByteArray& path)
 {
-    if (m_watch) {
-        m_watch->add(path);
+    if (m_hasEnded) {
+        return;
     }
+    if (!m_watch) {
+        m_watch = new DconfWatch(this);
+        connect(m_watch, &DconfWatch::changed, this, &DconfStore::changed);
+    }
+    m_watch->add(path);
 }
 
 void DconfStore::unwatch(const QByteArray& path)
@@ -200,8 +204,11 @@ void DconfStore::endWithApplication()
 {
     qDeleteAll(findChildren<QSocketNotifier*>());
     // The bus library ends the connection, because its thread may still be using it.
-    m_watch->disconnect(this);
-    m_watch = nullptr;
+    if (m_watch) {
+        m_watch->disconnect(this);
+        m_watch = nullptr;
+    }
+    m_hasEnded = true;
     sync();
 }
 

@@ -87,7 +87,8 @@ private:
     std::unique_ptr<GMainContext, Unref> m_context;
     std::unique_ptr<DConfClient, Unref> m_client;
     bool m_hasWritten = false;
-    DconfWatch* m_watch; // null after the end of the application
+    DconfWatch* m_watch = nullptr; // null before the first watch and after the end
+    bool m_hasEnded = false; // the application
 };
 
 /// Whether a change of `path`, as DconfStore::changed() gives it, touches the key `key`.

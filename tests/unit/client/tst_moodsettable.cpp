@@ -8,9 +8,9 @@ class MoodsetTableTest : public QObject
     Q_OBJECT
 
 private:
-    static LibraryReader::Summary moodset(qint64 id, const char* name, const char* file)
+    static ListedMoodset moodset(qint64 id, const char* name, const char* file)
     {
-        LibraryReader::Summary moodset;
+        ListedMoodset moodset;
         moodset.id = id;
         moodset.displayName = QString::fromUtf8(name);
         moodset.path = QString::fromLatin1(file);
@@ -20,12 +20,12 @@ private:
 private Q_SLOTS:
     void showsWhatAMoodsetIs()
     {
-        LibraryReader::Summary coast = moodset(8, "K\u00fcste", "/share/coast.moodset");
+        ListedMoodset coast = moodset(8, "K\u00fcste", "/share/coast.moodset");
         coast.favorite = true;
-        coast.primaryColor = QColor(QStringLiteral("#ffffffff"));
-        coast.secondaryColor = QColor(QStringLiteral("#b0ffffff"));
-        coast.highlightColor = QColor(QStringLiteral("#ff6fc3f7"));
-        const LibraryReader::Summary plain = moodset(12, "Line\nbreak", "/a.jpg");
+        coast.primaryColor = QStringLiteral("#ffffffff");
+        coast.secondaryColor = QStringLiteral("#b0ffffff");
+        coast.highlightColor = QStringLiteral("#ff6fc3f7");
+        const ListedMoodset plain = moodset(12, "Line\nbreak", "/a.jpg");
 
         const QString table =
             moodsetTable({coast, plain}, QStringLiteral("/a.jpg"), ColorStyle::Text);
@@ -41,8 +41,8 @@ private Q_SLOTS:
 
     void swatchesAreColouredFields()
     {
-        LibraryReader::Summary coast = moodset(1, "Coast", "/a");
-        coast.primaryColor = QColor(QStringLiteral("#b0010203"));
+        ListedMoodset coast = moodset(1, "Coast", "/a");
+        coast.primaryColor = QStringLiteral("#b0010203");
 
         const QString table = moodsetTable({coast}, QString(), ColorStyle::Swatches);
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "batchrecorder.h"
+#include "content/colorstring.h"
 #include "content/libraryreader.h"
+#include "content/moodsetlist.h"
 #include "contentwriter.h"
 
 #include <QDir>
@@ -174,18 +176,57 @@ private Q_SLOTS:
         QCOMPARE(moodsets.at(1)->ringerVolume, 40);
         QVERIFY(moodsets.at(1)->favorite);
         QVERIFY(moodsets.at(1)->resources.isEmpty());
-        const QVector<LibraryReader::Summary> summaries = library.summaries();
-        QCOMPARE(summaries.size(), 3);
-        for (int i = 0; i < summaries.size(); ++i) {
-            QCOMPARE(summaries.at(i).id, moodsets.at(i)->id);
-            QCOMPARE(summaries.at(i).path, moodsets.at(i)->url.toLocalFile());
-            QCOMPARE(summaries.at(i).favorite, moodsets.at(i)->favorite);
-            QCOMPARE(summaries.at(i).highlightColor, moodsets.at(i)->highlightColor);
-        }
         QVERIFY(library.moodset(late)->resources.contains(QStringLiteral("ringerToneFile")));
         QCOMPARE(library.moodset(QUrl(QStringLiteral("file:///a/late.moodset")))->id, late);
         QCOMPARE(library.counts().moodsets, 3);
         QCOMPARE(library.counts().favorites, 2);
+    }
+
+    void theListForPeopleHasTheSameMoodsets()
+    {
+        const QString path = m_folder.filePath(QStringLiteral("list/moodsetd.sqlite"));
+        ContentWriter writer(path);
+        QVERIFY(!readMoodsetList(m_folder.filePath(QStringLiteral("none.sqlite"))));
+        const auto add = [&writer](const char* file, bool favorite, const char* color) {
+            const QString text = QLatin1String(color);
+            writer.addMoodset(
+                QLatin1String(file),
+                {{QStringLiteral("favorite"), favorite},
+                 {QStringLiteral("timestamp"), QStringLiteral("2026-01-01T00:00:00Z")},
+                 {QStringLiteral("primaryColor"), text},
+                 {QStringLiteral("secondaryColor"), QStringLiteral("#ff000001")},
+                 {QStringLiteral("highlightColor"), QStringLiteral("#ff000002")},
+                 {QStringLiteral("secondaryHighlightColor"), QStringLiteral("#ff000003")}});
+        };
+        add("/a/a name.moodset", false, "palegreen");
+        add("/a/no color.moodset", false, "");
+        add("/a/favorite.moodset", true, "#80102030");
+        writer.exec(QStringLiteral("UPDATE file SET displayName = 'Coast' WHERE fileName = "
+                                   "'favorite.moodset'"));
+        LibraryReader library(path);
+        QVERIFY(library.open());
+        const QVector<Moodset> moodsets = library.moodsets();
+        QCOMPARE(moodsets.size(), 3);
+
+        const std::optional<QVector<ListedMoodset>> list = readMoodsetList(path);
+
+        QVERIFY(list);
+        QCOMPARE(list->size(), moodsets.size());
+        for (int i = 0; i < moodsets.size(); ++i) {
+            const ListedMoodset& listed = list->at(i);
+            const Moodset& moodset = moodsets.at(i);
+            QCOMPARE(listed.id, moodset->id);
+            QCOMPARE(listed.displayName, moodset->displayName);
+            QCOMPARE(listed.path, moodset->url.toLocalFile());
+            QCOMPARE(listed.favorite, moodset->favorite);
+            QCOMPARE(colorFromString(listed.primaryColor), moodset->primaryColor);
+            QCOMPARE(colorFromString(listed.secondaryColor), moodset->secondaryColor);
+            QCOMPARE(colorFromString(listed.highlightColor), moodset->highlightColor);
+            QCOMPARE(
+                colorFromString(listed.secondaryHighlightColor), moodset->secondaryHighlightColor);
+        }
+        QCOMPARE(list->at(0).displayName, QStringLiteral("Coast"));
+        QCOMPARE(list->at(1).primaryColor, QStringLiteral("palegreen"));
     }
 
     void tellsOfDirectoriesDownloadsAndTheSchema()

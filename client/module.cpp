@@ -4,16 +4,9 @@
 #include "envelope.h"
 #include "helptext.h"
 #include "output.h"
-#include "printabletext.h"
 #include "text.h"
 
 #include <QCoreApplication>
-#include <QTextCodec>
-#include <QTextStream>
-
-#include <cstdio>
-#include <cstring>
-#include <langinfo.h>
 
 namespace {
 
@@ -37,13 +30,6 @@ Outcome carryOut(const CommandLine& line)
     return line.invocation.command->run(line.invocation);
 }
 
-void printError(const QString& error)
-{
-    if (!error.isEmpty()) {
-        QTextStream(stderr) << "moodsetctl: " << printableText(error) << '\n';
-    }
-}
-
 /// Prints what has come of the words; the exit status of the process.
 ExitStatus print(const CommandLine& line, const Outcome& outcome)
 {
@@ -55,30 +41,21 @@ ExitStatus print(const CommandLine& line, const Outcome& outcome)
     } else if (!invocation.quiet) {
         fault = Output::writeText(outcome.text);
     }
-    printError(fault);
-    printError(outcome.error);
+    Output::writeError(fault);
+    Output::writeError(outcome.error);
     return fault.isEmpty() || outcome.status != ExitStatus::Done ? outcome.status
                                                                  : ExitStatus::Failed;
 }
 
-/// Where the locale is not installed, names and texts are taken for what they nearly always are.
-void assumeUtf8()
-{
-    if (std::strcmp(nl_langinfo(CODESET), "ANSI_X3.4-1968") == 0) {
-        QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-    }
-}
-
 } // namespace
 
-int main(int argc, char** argv)
+/// The tool from its arguments to its exit status. moodsetctl calls it by this name.
+extern "C" Q_DECL_EXPORT int runMoodsetctl(int argc, char** argv)
 {
-    Output::keepPlaces();
     QCoreApplication application(argc, argv);
     assumeUtf8();
     installTranslation(&application);
     const CommandLine line =
         CommandLine::parse(QCoreApplication::arguments().mid(1), allCommands());
-    const Outcome outcome = carryOut(line);
-    return int(print(line, outcome));
+    return int(print(line, carryOut(line)));
 }
