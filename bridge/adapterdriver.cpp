@@ -2,6 +2,7 @@
 #include "adapterdriver.h"
 
 #include "oneline.h"
+#include "storetexts.h"
 
 #include <QDateTime>
 #include <QDebug>
@@ -15,7 +16,7 @@ namespace {
 /// have what was set.
 constexpr int Retries = 3;
 constexpr int RetryMs = 5000;
-/// After this time, what was set has left this process, and what was set before it is past.
+/// How long after a look was set the record of what was set before is given up.
 constexpr int SettlingMs = 500;
 /// How much of what was set before is kept, while one run after the other is interrupted.
 constexpr int MostEarlier = 16;
@@ -47,6 +48,8 @@ AdapterDriver::AdapterDriver(
     m_settling.setSingleShot(true);
     m_settling.setInterval(SettlingMs);
     connect(&m_settling, &QTimer::timeout, this, [this] {
+        // If this process is killed later, the store has at least what was set last.
+        StoreTexts::flush();
         this->state().record.earlier = QJsonArray();
         Q_EMIT stateChanged();
         Q_EMIT rested();

@@ -38,6 +38,11 @@ void StoreTexts::settle()
     static_cast<void>(QDBusConnection::sessionBus().call(call, QDBus::Block, limitMs));
 }
 
+void StoreTexts::flush()
+{
+    DconfStore::instance().sync();
+}
+
 QString StoreTexts::write(const QJsonObject& values)
 {
     std::map<QByteArray, GVariantPointer> changes;

@@ -20,6 +20,9 @@ QJsonValue userValue(const QString& key);
 /// of it before, also those that have been killed since.
 void settle();
 
+/// Waits until the store has what this process has written.
+void flush();
+
 /// Sets the values in one step, and clears those that are null. Returns what went wrong, or an
 /// empty text.
 QString write(const QJsonObject& values);

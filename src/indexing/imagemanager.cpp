@@ -5,8 +5,6 @@
 #include "content/sqlbatch.h"
 #include "indexinglog.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QSize>
 #include <QVariant>
 
@@ -168,8 +166,7 @@ QVector<ImageManager::Picture> ImageManager::takePictures(QSqlQuery& query)
 ImageManager::Batch ImageManager::read(QVector<Picture> pictures)
 {
     if (!m_mark) {
-        const QDir folder = QFileInfo(m_database.databaseName()).dir();
-        m_mark.emplace(folder.filePath(QStringLiteral("moodsetd.reading")));
+        m_mark.emplace(ReadingMark::userFile());
     }
     Batch batch;
     leaveOutDeadly(&pictures, &batch);

@@ -2,6 +2,7 @@
 #include "readingmark.h"
 
 #include <QByteArray>
+#include <QFileInfo>
 #include <QHash>
 
 #include <cstring>
@@ -13,17 +14,26 @@ constexpr quint64 DeadlyEnds = 2;
 
 } // namespace
 
+QString ReadingMark::userFile()
+{
+    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return folder.isEmpty() ? QString() : folder + QStringLiteral("/moodsetd.reading");
+}
+
 ReadingMark::ReadingMark(const QString& path)
     : m_file(path)
 {
     constexpr int size = sizeof(Record);
-    if (!m_file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) {
+    const QFileInfo file(path);
+    // Reading a FIFO would wait for ever.
+    if (path.isEmpty() || (file.exists() && !file.isFile())
+        || !m_file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) {
         return;
     }
     QByteArray content = m_file.read(size);
     if (content.size() != size) {
         content = QByteArray(size, '\0');
-        // On a full disk, a mapped file that has no room there would end the process.
+        // This takes the room that the mapped file needs.
         if (!m_file.seek(0) || m_file.write(content) != size) {
             return;
         }

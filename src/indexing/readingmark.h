@@ -9,12 +9,17 @@
 /// A picture that ends the process each time would end it again at each start, because it stays the
 /// next one to be read. So the next process counts how often in a row reading this picture has
 /// ended a process. The mark is in a small file that is mapped into the memory: setting it costs no
-/// system call, and needs no signal handler.
+/// system call, and needs no signal handler. The file must be in memory itself, because a write to
+/// a mapped file for which a disk has no room ends the process.
 class ReadingMark
 {
 public:
+    /// The path in this user's runtime directory, which lasts as long as the user is logged in.
+    /// Empty if there is no such directory.
+    static QString userFile();
+
     /// Takes over the mark in the file at `path`. Without such a file, or if it cannot be written,
-    /// nothing is known of earlier processes.
+    /// nothing is known of earlier processes. An empty path stands for no file.
     explicit ReadingMark(const QString& path);
     ~ReadingMark();
     Q_DISABLE_COPY_MOVE(ReadingMark)

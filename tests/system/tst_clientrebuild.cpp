@@ -239,7 +239,7 @@ private Q_SLOTS:
         QCOMPARE(run({QStringLiteral("backup"), backup}).exitCode, 0);
         constexpr int firstMs = 5;
         const QString id = QString::number(idOf(QStringLiteral("Kept")));
-        int failures = 0;
+        int interruptions = 0;
         bool isRestored = false;
         for (int delayMs = firstMs; !isRestored; delayMs = delayMs * 5 / 4 + 1) {
             QCOMPARE(
@@ -255,10 +255,11 @@ private Q_SLOTS:
             // It may have ended at the same time as the daemon.
             QVERIFY(restore.state() == QProcess::NotRunning || restore.waitForFinished());
             QVERIFY(restore.exitStatus() == QProcess::NormalExit);
-            failures += restore.exitCode() == 0 ? 0 : 1;
+            // Whether it has failed depends on the moment: it starts a daemon if there is none yet.
+            interruptions += isRestored ? 0 : 1;
             QVERIFY(QFileInfo::exists(backup));
         }
-        QVERIFY(failures > 0);
+        QVERIFY(interruptions > 0);
 
         QCOMPARE(run({QStringLiteral("restore"), backup}).exitCode, 0);
 

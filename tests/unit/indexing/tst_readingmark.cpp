@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 /// Tests the mark on the picture that is being read. A process that was killed is an object that is
 /// destroyed while its mark is set.
 class ReadingMarkTest : public QObject
@@ -36,6 +38,18 @@ private Q_SLOTS:
         const ReadingMark mark(folder.filePath(QStringLiteral("mark")));
 
         QVERIFY(!mark.isDeadly(m_picture));
+    }
+
+    void anotherKindOfFileIsNoMark()
+    {
+        const QTemporaryDir folder;
+        const QString fifo = folder.filePath(QStringLiteral("fifo"));
+        QCOMPARE(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+        for (const QString& path : {fifo, folder.path(), QStringLiteral("/dev/zero")}) {
+            endProcessWhileReading(path, 2);
+
+            QVERIFY(!ReadingMark(path).isDeadly(m_picture));
+        }
     }
 
     void pictureIsDeadlyAfterTwoEnds_data()
@@ -138,6 +152,23 @@ private Q_SLOTS:
         endProcessWhileReading(path, 2);
 
         QVERIFY(ReadingMark(path).isDeadly(m_picture));
+    }
+
+    void withoutAFileNothingIsKnown()
+    {
+        endProcessWhileReading(QString(), 2);
+
+        QVERIFY(!ReadingMark(QString()).isDeadly(m_picture));
+    }
+
+    void fileIsInTheRuntimeDirectory()
+    {
+        const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+        qputenv("XDG_RUNTIME_DIR", "/run/user/7");
+        QCOMPARE(ReadingMark::userFile(), QStringLiteral("/run/user/7/moodsetd.reading"));
+        qunsetenv("XDG_RUNTIME_DIR");
+        QCOMPARE(ReadingMark::userFile(), QString());
+        qputenv("XDG_RUNTIME_DIR", runtime);
     }
 
     void fileThatCannotBeMadeIsNoFailure()
