@@ -636,6 +636,10 @@
         <translation>es gibt nichts zurückzunehmen</translation>
     </message>
     <message>
+        <source>Undone: %1</source>
+        <translation>Rückgängig gemacht: %1</translation>
+    </message>
+    <message>
         <source>%1 fault</source>
         <translation>%1 Mangel</translation>
     </message>

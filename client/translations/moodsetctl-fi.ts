@@ -636,6 +636,10 @@
         <translation>ei ole mitään peruttavaa</translation>
     </message>
     <message>
+        <source>Undone: %1</source>
+        <translation>Kumottu: %1</translation>
+    </message>
+    <message>
         <source>%1 fault</source>
         <translation>%1 korjattava kohta</translation>
     </message>
