@@ -14,8 +14,7 @@ void goBehindTheInterface()
 {
     constexpr int niceness = 10;
     constexpr id_t thisThread = 0;
-    // Without the right to it, which is possible for a process that is nicer already, all is as it
-    // was.
+    // This fails if the process has a higher niceness already. Then nothing changes.
     static_cast<void>(setpriority(PRIO_PROCESS, thisThread, niceness));
 }
 
