@@ -244,7 +244,7 @@ QJsonObject EditsBackup::collect(QString* fault)
         for (auto source = sources.cbegin(); source != sources.cend(); ++source) {
             downloads.insert(source.key(), source.value());
         }
-        *fault = libraryFault(library);
+        *fault = libraryFaultWithAdvice(library);
     }
     return {
         {QStringLiteral("kind"), BackupKind},
@@ -298,7 +298,7 @@ Outcome EditsBackup::restore(const MoodsetService& service, const QString& path,
     }
     LibraryReader files;
     if (!files.open()) {
-        return Outcome::failed(libraryFault(files));
+        return Outcome::failed(libraryFaultWithAdvice(files));
     }
     Restoration restoration(service, files);
     restoration.restoreMoodsets(backup.value(MoodsetsKey).toArray());

@@ -5,6 +5,9 @@
 
 class LibraryReader;
 
-/// The reason why the last call of `library` failed, in one line. It is in the user's language,
-/// except for texts of SQLite. Empty if the call succeeded.
+/// Why the last call of a reader of the daemon's database failed, in one line and in the language
+/// of the user, except for what SQLite itself says; empty if it did not.
 QString libraryFault(const LibraryReader& library);
+
+/// The same; if there is no database, also how to get one.
+QString libraryFaultWithAdvice(const LibraryReader& library);

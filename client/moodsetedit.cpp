@@ -143,7 +143,8 @@ QString MoodsetEdit::add(QVariantMap* attributes, const QString& edit)
     } else if (const MoodsetNames::Tone* const tone = toneOf(key)) {
         fault = addTone(attributes, *tone, value);
     } else {
-        return Text::tr("a moodset has no %1").arg(key) + didYouMean(key, keys());
+        return Text::tr("a moodset has no %1").arg(key)
+            + didYouMean(key, keys(), QStringLiteral("moodsetctl help edit"));
     }
     return about(key, fault);
 }

@@ -44,7 +44,7 @@ void MoodsetLibrary::read(Reading reading)
     const LogCollection log;
     m_isOpen = m_isOpen || m_reader.open();
     if (!m_isOpen) {
-        m_error = libraryFault(m_reader);
+        m_error = libraryFaultWithAdvice(m_reader);
         return;
     }
     reading();

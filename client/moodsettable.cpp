@@ -5,7 +5,6 @@
 #include "text.h"
 #include "texttable.h"
 
-#include <QFileInfo>
 #include <QStringList>
 
 namespace {
@@ -34,8 +33,14 @@ QString displayColors(const ListedMoodset& moodset, ColorStyle style)
 
 QString calledName(const ListedMoodset& moodset)
 {
-    return moodset.displayName.isEmpty() ? QFileInfo(moodset.path).completeBaseName()
-                                         : moodset.displayName;
+    if (!moodset.displayName.isEmpty()) {
+        return moodset.displayName;
+    }
+    // The same as QFileInfo::completeBaseName(), but several times as fast. Lists can have
+    // thousands of pictures.
+    const int start = moodset.path.lastIndexOf(QLatin1Char('/')) + 1;
+    const int dot = moodset.path.lastIndexOf(QLatin1Char('.'));
+    return moodset.path.mid(start, dot < start ? -1 : dot - start);
 }
 
 QString moodsetTable(

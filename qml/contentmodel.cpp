@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+#include <libraryreader.h>
+
 namespace {
 
 /// The shortest pause after each reading, so that several announcements cause only one reading. If
@@ -207,7 +209,7 @@ void ContentModel::readRows(
     const bool isFilled = before.isEmpty();
     ContentListing listing(work, std::move(before), key, query.filter, portions);
     if (!query.list(&listing, NoLimit)) {
-        fail(tr("the library cannot be read"));
+        fail(tr("the database at %1 cannot be read").arg(LibraryReader::standardPath()));
     } else if (isFilled) {
         portions(listing.rest());
         work.deliver([this, newGeneration] { finish({}, newGeneration); });

@@ -4,6 +4,23 @@
 #include <algorithm>
 #include <utility>
 
+#include <sys/resource.h>
+
+namespace {
+
+/// Lets other threads go before the calling one, so that decoders that take all processors do not
+/// make a view stutter. On Linux, each thread has a niceness of its own.
+void goBehindTheInterface()
+{
+    constexpr int niceness = 10;
+    constexpr id_t thisThread = 0;
+    // Without the right to it, which is possible for a process that is nicer already, all is as it
+    // was.
+    static_cast<void>(setpriority(PRIO_PROCESS, thisThread, niceness));
+}
+
+} // namespace
+
 ThumbnailQueue::ThumbnailQueue(int threads)
     : m_mostThreads(std::size_t(std::max(threads, 1)))
 {
@@ -54,6 +71,7 @@ std::size_t ThumbnailQueue::waiting()
 
 void ThumbnailQueue::run()
 {
+    goBehindTheInterface();
     std::unique_lock<std::mutex> lock(m_mutex);
     while (true) {
         ++m_idle;

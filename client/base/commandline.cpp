@@ -85,6 +85,13 @@ QStringList optionsOf(const Command* command)
     return names;
 }
 
+/// The command line that shows the help of a command, or of all for null.
+QString helpOf(const Command* command)
+{
+    return command ? QStringLiteral("moodsetctl help ") + QLatin1String(command->name)
+                   : QStringLiteral("moodsetctl --help");
+}
+
 /// The error message for words that the parser could not use.
 QString surplusFault(
     const Command* command, const std::vector<std::string>& words,
@@ -96,10 +103,11 @@ QString surplusFault(
         const QString text = command
             ? Text::tr("%1 takes no option %2").arg(QLatin1String(command->name), name)
             : Text::tr("no such option: %1").arg(name);
-        return text + didYouMean(name, optionsOf(command));
+        return text + didYouMean(name, optionsOf(command), helpOf(command));
     }
     if (!command) {
-        return Text::tr("no such command: %1").arg(word) + didYouMean(word, commandNames(commands));
+        return Text::tr("no such command: %1").arg(word)
+            + didYouMean(word, commandNames(commands), helpOf(command));
     }
     return QLatin1String(command->name) + QStringLiteral(": ")
         + Text::tr("one argument too many: %1").arg(word);

@@ -60,3 +60,9 @@ QString didYouMean(const QString& word, const QStringList& candidates)
     return found.isEmpty() ? QString()
                            : Text::tr("; did you mean \"%1\"?").arg(printableText(found));
 }
+
+QString didYouMean(const QString& word, const QStringList& candidates, const QString& command)
+{
+    const QString suggestion = didYouMean(word, candidates);
+    return suggestion.isEmpty() ? Text::tr("; see %1").arg(command) : suggestion;
+}

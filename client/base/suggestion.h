@@ -9,3 +9,6 @@ QString nearest(const QString& word, const QStringList& candidates);
 
 /// "; did you mean X?" for the nearest candidate; empty if there is none.
 QString didYouMean(const QString& word, const QStringList& candidates);
+
+/// The same; if there is none, "; see COMMAND" for the command that shows all candidates.
+QString didYouMean(const QString& word, const QStringList& candidates, const QString& command);

@@ -84,7 +84,7 @@ Outcome run(const Invocation& invocation)
     }
     LibraryReader library;
     if (!library.open()) {
-        return Outcome::failed(libraryFault(library));
+        return Outcome::failed(libraryFaultWithAdvice(library));
     }
     ProgressLine line(!invocation.quiet && !invocation.json);
     QJsonArray pictures;

@@ -62,7 +62,7 @@ Outcome installFiles(
 {
     LibraryReader library;
     if (!library.open()) {
-        return Outcome::failed(libraryFault(library));
+        return Outcome::failed(libraryFaultWithAdvice(library));
     }
     const QString fault = service.installPackage(package.path());
     if (!fault.isEmpty()) {

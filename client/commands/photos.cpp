@@ -28,7 +28,7 @@ Outcome listing(
 {
     const LibraryReader::Counts counts = library.counts();
     if (!library.error().isEmpty()) {
-        return Outcome::failed(libraryFault(library));
+        return Outcome::failed(libraryFaultWithAdvice(library));
     }
     if (invocation.json) {
         return Outcome::done(
@@ -71,7 +71,7 @@ Outcome run(const Invocation& invocation)
     }
     LibraryReader library;
     if (!library.open()) {
-        return Outcome::failed(libraryFault(library));
+        return Outcome::failed(libraryFaultWithAdvice(library));
     }
     return invocation.has("watch") ? follow(invocation, service, library)
                                    : listing(invocation, library, library.photos());

@@ -26,7 +26,7 @@ Outcome run(const Invocation& invocation)
     }
     LibraryReader library;
     if (!library.open()) {
-        return Outcome::failed(libraryFault(library));
+        return Outcome::failed(libraryFaultWithAdvice(library));
     }
     const QSet<qint64> before = moodsetIds(library);
     const QString fault = service.refreshMoodsets();

@@ -46,8 +46,12 @@ Outcome run(const Invocation& /*invocation*/)
     if (hasFailed(outcome)) {
         return outcome;
     }
-    return record.kind == UndoRecord::Kind::Set ? undoSet(service, record)
-                                                : undoEdit(service, record);
+    outcome =
+        record.kind == UndoRecord::Kind::Set ? undoSet(service, record) : undoEdit(service, record);
+    if (!hasFailed(outcome)) {
+        outcome.text = Text::tr("Undone: %1").arg(outcome.text);
+    }
+    return outcome;
 }
 
 } // namespace

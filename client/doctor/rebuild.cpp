@@ -118,7 +118,7 @@ Outcome buildAnew(Saved* saved, bool showProgress)
     }
     LibraryReader library;
     if (!library.open()) {
-        return Outcome::failed(libraryFault(library));
+        return Outcome::failed(libraryFaultWithAdvice(library));
     }
     return awaitIdle(&service, library, QString(), 0, showProgress);
 }

@@ -136,6 +136,10 @@
         <translation>; meinten Sie „%1“?</translation>
     </message>
     <message>
+        <source>; see %1</source>
+        <translation>; siehe %1</translation>
+    </message>
+    <message>
         <source>an argument is empty</source>
         <translation>ein Argument ist leer</translation>
     </message>
@@ -630,6 +634,10 @@
     <message>
         <source>there is nothing to undo</source>
         <translation>es gibt nichts zurückzunehmen</translation>
+    </message>
+    <message>
+        <source>Undone: %1</source>
+        <translation>Rückgängig gemacht: %1</translation>
     </message>
     <message>
         <source>%1 fault</source>
@@ -1534,6 +1542,10 @@ Mit --rebuild werden die Änderungen gesichert, der Dienst angehalten, eine neue
     <message>
         <source>there is no database at %1</source>
         <translation>es gibt keine Datenbank in %1</translation>
+    </message>
+    <message>
+        <source>%1; to have the daemon make it: %2</source>
+        <translation>%1; damit der Dienst sie anlegt: %2</translation>
     </message>
 </context>
 </TS>

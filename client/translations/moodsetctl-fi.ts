@@ -136,6 +136,10 @@
         <translation>; tarkoititko ”%1”?</translation>
     </message>
     <message>
+        <source>; see %1</source>
+        <translation>; katso %1</translation>
+    </message>
+    <message>
         <source>an argument is empty</source>
         <translation>argumentti on tyhjä</translation>
     </message>
@@ -630,6 +634,10 @@
     <message>
         <source>there is nothing to undo</source>
         <translation>ei ole mitään peruttavaa</translation>
+    </message>
+    <message>
+        <source>Undone: %1</source>
+        <translation>Kumottu: %1</translation>
     </message>
     <message>
         <source>%1 fault</source>
@@ -1534,6 +1542,10 @@ Valitsimella --rebuild muokkaukset tallennetaan, palvelu pysäytetään, uusi ti
     <message>
         <source>there is no database at %1</source>
         <translation>tietokantaa %1 ei ole</translation>
+    </message>
+    <message>
+        <source>%1; to have the daemon make it: %2</source>
+        <translation>%1; jotta palvelu luo sen: %2</translation>
     </message>
 </context>
 </TS>

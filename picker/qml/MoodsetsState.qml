@@ -31,7 +31,7 @@ Item {
         visible: placeholders.moodsets.status === MoodsetModel.Error && placeholders.moodsets.count === 0
         iconName: "warning"
         title: qsTr("Your moodsets cannot be read")
-        text: qsTr("The theme service has no library yet, or has lost it.")
+        text: qsTr("The library of the theme service is missing or damaged.")
         detail: placeholders.moodsets.error
         action: qsTr("Try again")
         onTriggered: {

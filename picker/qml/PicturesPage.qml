@@ -92,7 +92,7 @@ FocusScope {
         visible: photos.status === PhotoModel.Error && photos.count === 0
         iconName: "warning"
         title: qsTr("Your pictures cannot be read")
-        text: qsTr("The theme service has no library yet, or has lost it.")
+        text: qsTr("The library of the theme service is missing or damaged.")
         detail: photos.error
         action: qsTr("Try again")
         onTriggered: photos.refresh()

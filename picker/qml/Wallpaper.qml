@@ -39,7 +39,7 @@ Rectangle {
     Rectangle {
         anchors.fill: parent
         anchors.margins: -border.width
-        visible: wallpaper.frame.a > 0
+        visible: wallpaper.frame.a > 0 && image.status === Image.Ready
         radius: wallpaper.radius + border.width
         color: "transparent"
         border.width: Math.ceil(wallpaper.radius * 0.42)

@@ -350,8 +350,8 @@
         <translation>Deine Moodsets können nicht gelesen werden</translation>
     </message>
     <message>
-        <source>The theme service has no library yet, or has lost it.</source>
-        <translation>Der Dienst hat noch keine Bibliothek, oder er hat sie verloren.</translation>
+        <source>The library of the theme service is missing or damaged.</source>
+        <translation>Die Bibliothek des Dienstes fehlt oder ist beschädigt.</translation>
     </message>
     <message>
         <source>Try again</source>
@@ -525,8 +525,8 @@
         <translation>Noch einmal versuchen</translation>
     </message>
     <message>
-        <source>The theme service has no library yet, or has lost it.</source>
-        <translation>Der Dienst hat noch keine Bibliothek, oder er hat sie verloren.</translation>
+        <source>The library of the theme service is missing or damaged.</source>
+        <translation>Die Bibliothek des Dienstes fehlt oder ist beschädigt.</translation>
     </message>
 </context>
 <context>

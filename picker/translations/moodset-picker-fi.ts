@@ -350,8 +350,8 @@
         <translation>Moodsetejasi ei voi lukea</translation>
     </message>
     <message>
-        <source>The theme service has no library yet, or has lost it.</source>
-        <translation>Palvelulla ei ole vielä kirjastoa, tai se on kadonnut.</translation>
+        <source>The library of the theme service is missing or damaged.</source>
+        <translation>Palvelun kirjasto puuttuu tai on vioittunut.</translation>
     </message>
     <message>
         <source>Try again</source>
@@ -525,8 +525,8 @@
         <translation>Yritä uudelleen</translation>
     </message>
     <message>
-        <source>The theme service has no library yet, or has lost it.</source>
-        <translation>Palvelulla ei ole vielä kirjastoa, tai se on kadonnut.</translation>
+        <source>The library of the theme service is missing or damaged.</source>
+        <translation>Palvelun kirjasto puuttuu tai on vioittunut.</translation>
     </message>
 </context>
 <context>

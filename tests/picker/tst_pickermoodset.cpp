@@ -44,6 +44,24 @@ private:
         return picture.save(path(name)) && ThemeSession::create(path(name));
     }
 
+    /// Drags a view with a finger until its end is in view.
+    bool dragToEnd(QQuickItem* view)
+    {
+        const auto isAtEnd = [view] { return view->property("atYEnd").toBool(); };
+        constexpr int mostDrags = 40;
+        constexpr qreal way = 200;
+        for (int i = 0; i < mostDrags && !isAtEnd(); ++i) {
+            const QPointF middle = PickerWindow::placeOf(view).center();
+            window().drag(middle, middle - QPointF(0, way));
+            if (!QTest::qWaitFor(
+                    [view] { return !view->property("moving").toBool(); },
+                    DaemonProcess::deadlineMs)) {
+                return false;
+            }
+        }
+        return isAtEnd();
+    }
+
     std::unique_ptr<PickerSession> m_session;
 
 private Q_SLOTS:
@@ -78,6 +96,30 @@ private Q_SLOTS:
         QCOMPARE(PickerSession::activeMoodset(), path(OtherPicture));
         QCOMPARE(m_session->noticeAfter(QStringLiteral("undo")), QStringLiteral(u"“a” is active."));
         QCOMPARE(PickerSession::activeMoodset(), path(Picture));
+    }
+
+    void followsAFingerOverTheTilesAndAPage()
+    {
+        window().resize(PickerSession::Phone);
+        QQuickItem* const tiles = window().find(QStringLiteral("moodsets"));
+        QVERIFY(window().waitForRest(tiles));
+        QVERIFY(!tiles->property("atYEnd").toBool());
+        // The finger begins on a tile, and opens it only with a tap.
+        QVERIFY(dragToEnd(tiles));
+        QVERIFY(window().waitForPage(QStringLiteral("tabs")));
+
+        QVERIFY(m_session->openMoodset(Picture));
+        QQuickItem* page = window().find(QStringLiteral("name"));
+        while (!page->inherits("QQuickFlickable")) {
+            page = page->parentItem();
+        }
+        QVERIFY(window().waitForRest(page));
+        QVERIFY(!page->property("atYEnd").toBool());
+        QVERIFY(dragToEnd(page));
+        const QQuickItem* const last = window().find(QStringLiteral("remove"));
+        QVERIFY(last != nullptr);
+        QVERIFY(QRectF(QPointF(), PickerSession::Phone).contains(PickerWindow::placeOf(last)));
+        window().resize(PickerSession::Tablet);
     }
 
     void showsProgressWhileAMoodsetIsApplied()

@@ -11,6 +11,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+#include <cstdlib>
+
 /// The app's own classes, each without the others.
 class PickerPartsTest : public QObject
 {
@@ -26,6 +29,30 @@ private:
         item->setData(month, Month);
         item->setData(QStringLiteral("%1.jpg").arg(id), FileName);
         return item;
+    }
+
+    /// The contrast of white on two wallpapers of one grey each.
+    static qreal contrastOfWhite(int home, int application)
+    {
+        const QTemporaryDir folder;
+        const auto wallpaper = [&folder](const char* name, int grey) {
+            const QString path = folder.filePath(QLatin1String(name));
+            QImage picture(8, 8, QImage::Format_RGB32);
+            picture.fill(QColor(grey, grey, grey));
+            return picture.save(path) ? QUrl::fromLocalFile(path) : QUrl();
+        };
+        WallpaperColors colors;
+        colors.setHomeWallpaper(wallpaper("home.png", home));
+        colors.setApplicationWallpaper(wallpaper("application.png", application));
+        const bool isReady = QTest::qWaitFor([&] { return colors.isReady(); });
+        return isReady ? colors.contrast(QColor(Qt::white)) : 0;
+    }
+
+    static int hueDistance(const QColor& a, const QColor& b)
+    {
+        constexpr int circle = 360;
+        const int direct = std::abs(a.hslHue() - b.hslHue());
+        return std::min(direct, circle - direct);
     }
 
     static void setRoles(QStandardItemModel* model)
@@ -136,6 +163,43 @@ private Q_SLOTS:
         grey.fill(Qt::gray);
         QVERIFY(!harmoniousColors(grey).empty());
         QVERIFY(!harmoniousColors(QImage()).empty());
+    }
+
+    void givesNoTwoColorsThatLookAlike()
+    {
+        // Two reds, on both sides of the hue 0.
+        QImage reds(10, 10, QImage::Format_RGB32);
+        reds.fill(QColor::fromHsv(3, 200, 200));
+        for (int x = 0; x < 5; ++x) {
+            for (int y = 0; y < reds.height(); ++y) {
+                reds.setPixelColor(x, y, QColor::fromHsv(356, 200, 200));
+            }
+        }
+        const std::vector<QColor> colors = harmoniousColors(reds);
+        constexpr int rounding = 1;
+        constexpr int nearest = 20 - rounding;
+        for (std::size_t i = 0; i < colors.size(); ++i) {
+            for (std::size_t j = 0; j < i; ++j) {
+                QVERIFY2(
+                    hueDistance(colors[i], colors[j]) >= nearest,
+                    qPrintable(colors[i].name() + QLatin1Char(' ') + colors[j].name()));
+            }
+        }
+    }
+
+    void takesTheWorseOfTheTwoWallpapers()
+    {
+        constexpr int black = 0;
+        constexpr int white = 255;
+        // A white application wallpaper is dimmed to a grey of 102, as toolkits do.
+        constexpr qreal onGrey = 5.74;
+        constexpr qreal nearly = 0.1;
+        const qreal worseApplication = contrastOfWhite(black, white);
+        QVERIFY2(
+            std::abs(worseApplication - onGrey) < nearly,
+            qPrintable(QString::number(worseApplication)));
+        const qreal worseHome = contrastOfWhite(white, black);
+        QVERIFY2(std::abs(worseHome - 1) < nearly, qPrintable(QString::number(worseHome)));
     }
 
     void mendsAColorUntilItCanBeRead()

@@ -408,7 +408,8 @@ private Q_SLOTS:
             QCOMPARE(result.exitCode, 1);
             QCOMPARE(
                 result.errors,
-                QStringLiteral("moodsetctl: there is no database at %1\n")
+                QStringLiteral("moodsetctl: there is no database at %1; to have the daemon "
+                               "make it: moodsetctl wait\n")
                     .arg(LibraryDatabase::standardPath()));
         }
         QVERIFY(!QFileInfo::exists(session.folders.elsewhere(QStringLiteral("backup.json"))));

@@ -126,6 +126,11 @@ bool PickerDisplay::open()
         [this] { return window()->isExposed() && m_engine->appearance().hasReducedMotion(); });
 }
 
+bool PickerDisplay::damageLibrary()
+{
+    return InstalledBundles::write(LibraryDatabase::standardPath(), "These are words.");
+}
+
 bool PickerDisplay::startDaemon()
 {
     return user.startAtRest() && removeFences();
@@ -221,11 +226,25 @@ bool PickerDisplay::bridgeIsDone() const
 bool PickerDisplay::setDark(bool isDark)
 {
     m_isDark = isDark;
+    sendSetting(SchemeSpace, SchemeKey, schemeValue(isDark));
+    return waitUntil([this, isDark] { return m_engine->appearance().isDark() == isDark; });
+}
+
+bool PickerDisplay::setMotion(bool isWanted)
+{
+    sendSetting(
+        QStringLiteral("org.gnome.desktop.interface"), QStringLiteral("enable-animations"),
+        isWanted);
+    return waitUntil(
+        [this, isWanted] { return m_engine->appearance().hasReducedMotion() != isWanted; });
+}
+
+void PickerDisplay::sendSetting(const QString& nameSpace, const QString& key, const QVariant& value)
+{
     m_desktop.send(
         QStringLiteral("/org/freedesktop/portal/desktop"),
         QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"),
-        {SchemeSpace, SchemeKey, QVariant::fromValue(QDBusVariant(schemeValue(isDark)))});
-    return waitUntil([this, isDark] { return m_engine->appearance().isDark() == isDark; });
+        {nameSpace, key, QVariant::fromValue(QDBusVariant(value))});
 }
 
 bool PickerDisplay::resize(QSize size)

@@ -33,6 +33,8 @@ public:
     /// Shows the window.
     Q_REQUIRED_RESULT bool open();
 
+    /// Puts something in the place of the library that is no database.
+    Q_REQUIRED_RESULT bool damageLibrary();
     /// Starts the daemon, whose library is empty.
     Q_REQUIRED_RESULT bool startDaemon();
     /// Installs the sample bundles, copies the sample pictures, makes a moodset of one of them, and
@@ -41,6 +43,8 @@ public:
 
     /// Has the desktop want dark or light programs, and waits until the app is so.
     Q_REQUIRED_RESULT bool setDark(bool isDark);
+    /// Has the desktop want motion or not, and waits until the app knows.
+    Q_REQUIRED_RESULT bool setMotion(bool isWanted);
     Q_REQUIRED_RESULT bool resize(QSize size);
     /// Sets the size of the desktop's text, in pixels, and the direction of the language.
     void setText(int size, Qt::LayoutDirection direction);
@@ -77,6 +81,8 @@ private:
     bool removeFences();
     bool startBridge();
     bool bridgeIsDone() const;
+
+    void sendSetting(const QString& nameSpace, const QString& key, const QVariant& value);
 
     std::atomic<bool> m_isDark{false};
     PlayedService m_desktop;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "actions.h"
 #include "encodedpicture.h"
 #include "pickerdisplay.h"
 #include "pickerengine.h"
@@ -25,76 +26,147 @@ class PickerLookTest : public QObject
 
 private:
     /// What the library holds. Each follows the one before.
-    enum class Library { None, Empty, Samples };
+    enum class Library { None, Damaged, Empty, Samples };
 
     enum class Text { Usual, Large, RightToLeft };
+
+    enum class Sizes { Phone, Usual, All };
 
     /// A page or a state of one.
     struct Scene
     {
         const char* name;
         Library library;
-        bool isInAllSizes; ///< or only on a phone
+        Sizes sizes;
         int tab;
         /// What is done from the tab on.
         std::function<bool(PickerDisplay&)> open;
         /// What of the page is at the top; empty for its beginning.
         QString top = {};
         Text text = Text::Usual;
+        /// Whether what `open` shows goes by itself after a while, which a busy machine may
+        /// outlast.
+        bool isPassing = false;
     };
 
     static constexpr QSize Phone{360, 640};
     static constexpr QSize Laptop{1280, 800};
     static constexpr QSize Screen{1920, 1080};
+    static constexpr QSize LargeScreen{3840, 2160};
 
     static std::vector<Scene> scenes()
     {
         return {
-            {"no-library", Library::None, true, 0, stay},
-            {"no-library-pictures", Library::None, false, 1, stay},
-            {"no-moodsets", Library::Empty, true, 0, stay},
-            {"no-pictures", Library::Empty, false, 1, stay},
-            {"moodsets", Library::Samples, true, 0, stay},
-            {"moodsets-large", Library::Samples, false, 0, stay, {}, Text::Large},
-            {"moodsets-mirrored", Library::Samples, false, 0, stay, {}, Text::RightToLeft},
-            {"pictures", Library::Samples, true, 1, stay},
-            {"pictures-large", Library::Samples, false, 1, stay, {}, Text::Large},
-            {"nothing-found", Library::Samples, false, 1, searchInVain},
-            {"moodset", Library::Samples, true, 0, openMoodset},
-            {"moodset-large", Library::Samples, false, 0, openMoodset, {}, Text::Large},
-            {"moodset-mirrored", Library::Samples, false, 0, openMoodset, {}, Text::RightToLeft},
-            {"moodset-color", Library::Samples, false, 0, editColor,
+            {"no-library", Library::None, Sizes::Usual, 0, stay},
+            {"no-library-pictures", Library::None, Sizes::Phone, 1, stay},
+            {"damaged-library", Library::Damaged, Sizes::Phone, 0, tryAgain},
+            {"no-moodsets", Library::Empty, Sizes::Usual, 0, stay},
+            {"no-pictures", Library::Empty, Sizes::Phone, 1, stay},
+            {"moodsets", Library::Samples, Sizes::All, 0, stay},
+            {"moodsets-large", Library::Samples, Sizes::Phone, 0, stay, {}, Text::Large},
+            {"moodsets-mirrored", Library::Samples, Sizes::Phone, 0, stay, {}, Text::RightToLeft},
+            {"pictures", Library::Samples, Sizes::All, 1, stay},
+            {"pictures-large", Library::Samples, Sizes::Phone, 1, stay, {}, Text::Large},
+            {"nothing-found", Library::Samples, Sizes::Phone, 1, searchInVain},
+            {"moodset", Library::Samples, Sizes::All, 0, openMoodset},
+            {"moodset-large", Library::Samples, Sizes::Phone, 0, openMoodset, {}, Text::Large},
+            {"moodset-mirrored",
+             Library::Samples,
+             Sizes::Phone,
+             0,
+             openMoodset,
+             {},
+             Text::RightToLeft},
+            {"notice", Library::Samples, Sizes::Phone, 0, tellSuccess, {}, Text::Usual, true},
+            {"notice-of-failure",
+             Library::Samples,
+             Sizes::Phone,
+             0,
+             tellFailure,
+             {},
+             Text::Usual,
+             true},
+            {"notice-large", Library::Samples, Sizes::Phone, 0, tellSuccess, {}, Text::Large, true},
+            {"moodset-color", Library::Samples, Sizes::Phone, 0, editColor,
              QStringLiteral("highlightColor")},
-            {"moodset-color-large", Library::Samples, false, 0, editColor,
+            {"moodset-color-large", Library::Samples, Sizes::Phone, 0, editColor,
              QStringLiteral("highlightColor"), Text::Large},
-            {"moodset-sounds", Library::Samples, false, 0, openMoodset, QStringLiteral("volume")},
-            {"moodset-sounds-large", Library::Samples, false, 0, openMoodset,
+            {"moodset-sounds", Library::Samples, Sizes::Phone, 0, openMoodset,
+             QStringLiteral("volume")},
+            {"moodset-sounds-large", Library::Samples, Sizes::Phone, 0, openMoodset,
              QStringLiteral("volume"), Text::Large},
-            {"moodset-sounds-mirrored", Library::Samples, false, 0, openMoodset,
+            {"moodset-sounds-mirrored", Library::Samples, Sizes::Phone, 0, openMoodset,
              QStringLiteral("volume"), Text::RightToLeft},
-            {"moodset-shells", Library::Samples, false, 0, openShells,
+            {"moodset-shells", Library::Samples, Sizes::Phone, 0, openShells,
              QStringLiteral("clockAlarmTone")},
-            {"moodset-shells-large", Library::Samples, false, 0, openShells,
+            {"moodset-shells-large", Library::Samples, Sizes::Phone, 0, openShells,
              QStringLiteral("clockAlarmTone"), Text::Large},
-            {"moodset-shells-mirrored", Library::Samples, false, 0, openShells,
+            {"moodset-shells-mirrored", Library::Samples, Sizes::Phone, 0, openShells,
              QStringLiteral("clockAlarmTone"), Text::RightToLeft},
-            {"moodset-gone", Library::Samples, false, 0, openGoneMoodset},
-            {"picture", Library::Samples, true, 1, openPicture},
-            {"picture-large", Library::Samples, false, 1, openPicture, {}, Text::Large},
-            {"picture-broken", Library::Samples, false, 1, openBrokenPicture},
-            {"address", Library::Samples, false, 0, openAddress},
-            {"address-waiting", Library::Samples, false, 0, openWaitingAddress},
-            {"address-broken", Library::Samples, false, 0, openBrokenAddress},
-            {"add", Library::Samples, true, 0, openAdd},
-            {"add-large", Library::Samples, false, 0, openAdd, {}, Text::Large},
-            {"folder", Library::Samples, true, 0, openFolder},
-            {"folder-of-bundles", Library::Samples, false, 0, openFolderOfBundles},
-            {"bundle", Library::Samples, true, 0, openBundle},
-            {"bundle-refused", Library::Samples, false, 0, refuseBundle},
+            {"moodset-gone", Library::Samples, Sizes::Phone, 0, openGoneMoodset},
+            {"picture", Library::Samples, Sizes::Usual, 1, openPicture},
+            {"picture-large", Library::Samples, Sizes::Phone, 1, openPicture, {}, Text::Large},
+            {"picture-broken", Library::Samples, Sizes::Phone, 1, openBrokenPicture},
+            {"address", Library::Samples, Sizes::Phone, 0, openAddress},
+            {"address-waiting", Library::Samples, Sizes::Phone, 0, openWaitingAddress},
+            {"address-broken", Library::Samples, Sizes::Phone, 0, openBrokenAddress},
+            {"add", Library::Samples, Sizes::Usual, 0, openAdd},
+            {"add-large", Library::Samples, Sizes::Phone, 0, openAdd, {}, Text::Large},
+            {"folder", Library::Samples, Sizes::Usual, 0, openFolder},
+            {"folder-of-bundles", Library::Samples, Sizes::Phone, 0, openFolderOfBundles},
+            {"bundle", Library::Samples, Sizes::Usual, 0, openBundle},
+            {"bundle-refused", Library::Samples, Sizes::Phone, 0, refuseBundle},
         };
     }
 
     static bool stay(PickerDisplay& /*display*/) { return true; }
+
+    static bool tryAgain(PickerDisplay& display)
+    {
+        const QString name = QStringLiteral("moodsetsError");
+        if (!display.waitFor(name)) {
+            return false;
+        }
+        const QString fault = QStringLiteral("cannot be read");
+        // Nobody tells the app that the file has changed.
+        const bool isSeen =
+            QMetaObject::invokeMethod(display.find(name), "triggered")
+            && QTest::qWaitFor(
+                [&] { return display.find(name)->property("detail").toString().endsWith(fault); },
+                DeadlineMs)
+            && QTest::qWaitFor(
+                [&] { return !display.engine().notices().text().isEmpty(); }, DeadlineMs);
+        display.engine().notices().clear();
+        return isSeen;
+    }
+
+    /// As if a call had just come back. The notice goes by itself after a while.
+    static bool tell(PickerDisplay& display, const QVariantMap& outcome)
+    {
+        constexpr int call = 0;
+        display.engine().notices().finish(call, outcome);
+        return display.waitFor(QStringLiteral("notice"));
+    }
+
+    static bool tellSuccess(PickerDisplay& display)
+    {
+        return tell(
+            display,
+            {{QStringLiteral("succeeded"), true},
+             {QStringLiteral("method"), QStringLiteral("setMoodset")},
+             {QStringLiteral("moodset"),
+              QVariantMap{{QStringLiteral("name"), QStringLiteral("Coast light")}}},
+             {QStringLiteral("undo"),
+              QVariantMap{{QStringLiteral("method"), QStringLiteral("setMoodset")}}}});
+    }
+
+    static bool tellFailure(PickerDisplay& display)
+    {
+        return tell(
+            display,
+            {{QStringLiteral("succeeded"), false},
+             {QStringLiteral("error"), int(Actions::NoDaemon)}});
+    }
 
     static bool searchInVain(PickerDisplay& display)
     {
@@ -235,14 +307,17 @@ private:
         return isRefused;
     }
 
-    /// Each size and theme of a scene. Texts that are larger or mirrored are seen in one theme.
+    /// Each size and theme of a scene. Texts that are larger or mirrored, and the largest screen,
+    /// are seen in one theme.
     static std::vector<std::pair<QSize, bool>> variants(const Scene& scene)
     {
         std::vector<std::pair<QSize, bool>> all;
-        for (const QSize size : {Phone, Laptop, Screen}) {
+        for (const QSize size : {Phone, Laptop, Screen, LargeScreen}) {
             for (const bool isDark : {true, false}) {
-                if ((size == Phone || scene.isInAllSizes)
-                    && (!isDark || scene.text == Text::Usual)) {
+                const bool isSize = size == Phone
+                    || (size == LargeScreen ? scene.sizes == Sizes::All && isDark
+                                            : scene.sizes != Sizes::Phone);
+                if (isSize && (!isDark || scene.text == Text::Usual)) {
                     all.emplace_back(size, isDark);
                 }
             }
@@ -316,9 +391,11 @@ private:
     bool bringTo(Library library)
     {
         while (m_library < library) {
-            m_library = m_library == Library::None ? Library::Empty : Library::Samples;
-            const bool isThere =
-                m_library == Library::Empty ? m_display->startDaemon() : m_display->addSamples();
+            m_library = Library(int(m_library) + 1);
+            const bool isThere = m_library == Library::Damaged ? m_display->damageLibrary()
+                : m_library == Library::Empty
+                ? QFile::remove(LibraryDatabase::standardPath()) && m_display->startDaemon()
+                : m_display->addSamples();
             if (!isThere) {
                 return false;
             }
@@ -337,7 +414,8 @@ private:
     /// What the scene shows at this moment.
     QImage shown(const Scene& scene) const
     {
-        const bool isThere = scene.top.isEmpty() || m_display->scrollTo(scene.top);
+        const bool isThere = (!scene.isPassing || scene.open(*m_display))
+            && (scene.top.isEmpty() || m_display->scrollTo(scene.top));
         return isThere ? m_display->shown() : QImage();
     }
 
@@ -409,6 +487,27 @@ private Q_SLOTS:
             },
             DeadlineMs);
         QVERIFY2(isSame, qPrintable(difference(seen, expected)));
+    }
+
+    void standsStillWhereMotionIsReduced()
+    {
+        QVERIFY(bringTo(Library::Samples));
+        QVERIFY(m_display->resize(Phone));
+        m_display->call("showTab", 0);
+        QVERIFY(openWaitingAddress(*m_display));
+        const auto isChanging = [this] {
+            const QImage before = m_display->shown();
+            QTest::qWait(StillMs);
+            return m_display->shown() != before;
+        };
+        QVERIFY(m_display->setMotion(true));
+        QVERIFY(QTest::qWaitFor(isChanging, DeadlineMs));
+        QVERIFY(m_display->setMotion(false));
+        QVERIFY(QTest::qWaitFor([&] { return !isChanging(); }, DeadlineMs));
+        constexpr int looks = 5;
+        for (int look = 0; look < looks; ++look) {
+            QVERIFY(!isChanging());
+        }
     }
 
     void hasNoOtherPictures()

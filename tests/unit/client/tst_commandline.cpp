@@ -98,12 +98,12 @@ private Q_SLOTS:
             QTest::newRow(words) << QByteArray(words) << QString::fromUtf8(error);
         };
         row("", "a command is missing; see moodsetctl --help");
-        row("nonsense", "no such command: nonsense");
+        row("nonsense", "no such command: nonsense; see moodsetctl --help");
         row("moodset", "no such command: moodset; did you mean \"moodsets\"?");
         row("photo", "no such command: photo; did you mean \"photos\"?");
-        row("--nonsense", "no such option: --nonsense");
+        row("--nonsense", "no such option: --nonsense; see moodsetctl --help");
         row("theme --jsno", "theme takes no option --jsno; did you mean \"--json\"?");
-        row("theme --folder x", "theme takes no option --folder");
+        row("theme --folder x", "theme takes no option --folder; see moodsetctl help theme");
         row("theme x", "theme: one argument too many: x");
         row("set", "set: the argument SOURCE is missing");
         row("set a b", "set: one argument too many: b");

@@ -161,7 +161,11 @@ private Q_SLOTS:
         });
 
         QVERIFY(QFile::rename(path + QStringLiteral(".away"), path));
-        QCOMPARE(error, QStringLiteral("there is no database at ") + path);
+        QCOMPARE(
+            error,
+            QString(
+                QStringLiteral("there is no database at ") + path
+                + QStringLiteral("; to have the daemon make it: moodsetctl wait")));
     }
 };
 

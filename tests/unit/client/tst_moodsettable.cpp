@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "moodsettable.h"
 
+#include <QFileInfo>
 #include <QTest>
 
 class MoodsetTableTest : public QObject
@@ -49,6 +50,18 @@ private Q_SLOTS:
         QVERIFY2(
             table.contains(QStringLiteral("  \033[48;2;1;2;3m    \033[0m - - -\n1 moodset\n")),
             qPrintable(table));
+    }
+
+    void aMoodsetWithoutANameIsCalledAsItsFile()
+    {
+        for (const char* const path :
+             {"/a/b.jpg", "/a/b.c.jpg", "/a.d/b", "/a.d/b.", "/a/.b", "/a/", "/a/b c", "b.jpg", "b",
+              "/"}) {
+            QCOMPARE(
+                calledName(moodset(1, "", path)),
+                QFileInfo(QString::fromLatin1(path)).completeBaseName());
+        }
+        QCOMPARE(calledName(moodset(1, "Coast", "/a/b.jpg")), QStringLiteral("Coast"));
     }
 
     void noMoodsetsMakeNoTable()

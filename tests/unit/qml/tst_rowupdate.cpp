@@ -196,6 +196,20 @@ private Q_SLOTS:
         QCOMPARE(int(update.changes.size()), 1);
         QCOMPARE(update.changes.at(0).count, 3);
     }
+
+    void aNewDatabaseMayGiveARecordTheNumberOfAnother()
+    {
+        const auto named = [](qint64 id, const char* name) {
+            return ContentRow{
+                Content(new FileData(id, QUrl(QStringLiteral("file:///") + QLatin1String(name)))),
+                0};
+        };
+        const RowUpdate update =
+            rowUpdate({named(1, "a"), named(2, "b")}, {named(1, "b"), named(2, "a")}, RowKey::Url);
+
+        QCOMPARE(int(update.moves.size()), 1);
+        QVERIFY(update.removals.empty() && update.insertions.empty());
+    }
 };
 
 QTEST_GUILESS_MAIN(RowUpdateTest)

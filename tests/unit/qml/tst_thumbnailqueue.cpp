@@ -4,6 +4,7 @@
 #include <QDeadlineTimer>
 #include <QTest>
 
+#include <chrono>
 #include <future>
 #include <thread>
 
@@ -36,6 +37,25 @@ private Q_SLOTS:
             done.get_future().wait();
         }
         QCOMPARE(order, QList<int>({3, 2, 1}));
+    }
+
+    void oneThreadDoesOneWorkAtATime()
+    {
+        std::promise<void> begun;
+        std::promise<void> gate;
+        std::promise<void> second;
+        std::future<void> secondBegins = second.get_future();
+        ThumbnailQueue queue(1);
+        queue.add([&] {
+            begun.set_value();
+            gate.get_future().wait();
+        });
+        begun.get_future().wait();
+        queue.add([&] { second.set_value(); });
+        constexpr std::chrono::milliseconds longEnough(200);
+        QVERIFY(secondBegins.wait_for(longEnough) == std::future_status::timeout);
+        gate.set_value();
+        secondBegins.wait();
     }
 
     void whatIsTakenBackIsNotDone()

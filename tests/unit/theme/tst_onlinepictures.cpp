@@ -167,6 +167,28 @@ private Q_SLOTS:
             QStringList(QStringLiteral("2")));
     }
 
+    void eachOfTwoDownloadsHasItsOwnOrigin()
+    {
+        MessageLog log;
+        OnlineFixture fixture;
+        const QString path = QStringLiteral("/b.png");
+        const QUrl second = fixture.server.url(path);
+        fixture.server.answer(path, OnlineFixture::picture());
+
+        fixture.create(fixture.url);
+        fixture.create(second);
+
+        QList<int> created;
+        QTRY_COMPARE((created += fixture.takeCreated()).size(), 2);
+        QStringList origins;
+        const QStringList names = fixture.savedPictures();
+        for (const QString& name : names) {
+            origins.append(fixture.origin(fixture.onlinePicture(name)));
+        }
+        origins.sort();
+        QCOMPARE(origins, QStringList({fixture.url.toString(), second.toString()}));
+    }
+
     void number_data()
     {
         QTest::addColumn<QStringList>("present");
