@@ -4,6 +4,7 @@
 #include "lookhelper.h"
 
 #include <QColor>
+#include <QThreadPool>
 #include <QUuid>
 #include <QtConcurrentRun>
 
@@ -13,6 +14,16 @@ QVariant colorIn(const QJsonObject& colors, const char* name)
 {
     const QColor color(colors.value(QLatin1String(name)).toString());
     return color.isValid() ? QVariant(color) : QVariant();
+}
+
+/// Inspections wait for the network. In Qt's own pool, they would keep the interface waiting, too,
+/// because Qt converts images there.
+QThreadPool* inspectors()
+{
+    static QThreadPool pool;
+    constexpr int most = 4;
+    pool.setMaxThreadCount(most);
+    return &pool;
 }
 
 } // namespace
@@ -37,7 +48,7 @@ void PicturePreview::setPicture(const QUrl& picture)
     m_status = picture.isEmpty() ? Null : Loading;
     if (m_status == Loading) {
         m_inspection.setFuture(
-            QtConcurrent::run(&PicturePreview::inspect, picture, m_folder.path()));
+            QtConcurrent::run(inspectors(), &PicturePreview::inspect, picture, m_folder.path()));
     }
     Q_EMIT changed();
 }

@@ -373,7 +373,7 @@ private Q_SLOTS:
 
         QVERIFY(session.daemon.terminate());
         QVERIFY(disk.clear());
-        QVERIFY(session.startAtRest());
+        QVERIFY(session.startAtRest() && session.waitUntilComplete());
         QCOMPARE(count(session, QStringLiteral("moodset")), 2);
         // This includes the two pictures with which startAtRest() works.
         QCOMPARE(count(session, QStringLiteral("image")), 102);
