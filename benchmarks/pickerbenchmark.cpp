@@ -105,7 +105,7 @@ QString makeUserLibrary(const QDir& folder, MoodsetContent::Type type, int recor
 {
     const QString data = folder.filePath(QStringLiteral("picker-%1").arg(type));
     qputenv("XDG_DATA_HOME", QFile::encodeName(data));
-    const QString path = QueryAgentDatabase::filePath();
+    QString path = QueryAgentDatabase::filePath();
     QDir().mkpath(QFileInfo(path).path());
     makeLibrary(path, type, records);
     return path;

@@ -147,7 +147,7 @@ private:
     /// Copies a long tone, so that it stays open for a while.
     static QString tone(const BridgeSession& session, const QString& name)
     {
-        const QString path = session.folder.path(name);
+        QString path = session.folder.path(name);
         if (!QFile::copy(QStringLiteral(LONG_TONE), path)) {
             QTest::qFail("The tone cannot be copied", __FILE__, __LINE__);
         }
