@@ -123,7 +123,7 @@ void addBmps(Samples* samples)
 {
     samples->push_back({"BMP", encodedPicture(coordinatePicture(Size), "bmp")});
     samples->push_back({"BMP, from top to bottom", topDownBmp(coordinatePicture(Size))});
-    for (const quint32 headerSize : {12, 40, 64, 108, 124}) {
+    for (const quint32 headerSize : {12U, 40U, 64U, 108U, 124U}) {
         const QByteArray name = "BMP, header of " + QByteArray::number(headerSize);
         samples->push_back({name, bmpWithHeader(headerSize, Size.height(), 24, 0)});
     }

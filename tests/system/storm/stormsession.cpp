@@ -190,7 +190,7 @@ void StormSession::turnInOrder()
 void StormSession::sendCalls(const std::function<QList<StormCall>(StormCalls*)>& make)
 {
     constexpr int mostOpenCalls = 4;
-    for (int i = 0; i < ClientCount; ++i) {
+    for (std::size_t i = 0; i < ClientCount; ++i) {
         StormClient* const caller = m_clients.at(i).get();
         if (caller->openCalls() >= mostOpenCalls) {
             continue;
