@@ -6,13 +6,21 @@
 #include <QString>
 #include <QVector>
 
+#include <algorithm>
+
 /// What the command "moodsets" prints.
 enum class MoodsetListing {
     Table,
     Names, ///< only the names, one in each line
 };
 
-/// The list of moodsets for the standard output. Favourites come first in `moodsets`. All colours
-/// must be as isColorText() tells.
-QString moodsetListText(
-    QVector<ListedMoodset> moodsets, MoodsetListing listing, bool onlyFavorites);
+/// Removes all moodsets but the favourites, which come first in each list of moodsets.
+template <typename Moodsets, typename IsFavorite>
+void keepFavorites(Moodsets* moodsets, IsFavorite isFavorite)
+{
+    moodsets->erase(
+        std::find_if_not(moodsets->begin(), moodsets->end(), isFavorite), moodsets->end());
+}
+
+/// The list of moodsets for the standard output. All colours must be as isColorText() tells.
+QString moodsetListText(const QVector<ListedMoodset>& moodsets, MoodsetListing listing);

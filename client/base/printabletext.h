@@ -9,5 +9,5 @@
 QString printableText(const QString& text);
 
 /// The number of terminal columns that `text` takes. It must be printable, except for colours (see
-/// colorSwatch()) in a text of ASCII characters.
+/// displayColor()) in a text of ASCII characters.
 int columnCount(const QString& text);

@@ -13,7 +13,7 @@ enum class Fit {
 };
 
 /// Lines of cells, each column as wide as its widest cell. The last column is not filled up. Cells
-/// must be printable, except for colours (see colorSwatch()).
+/// must be printable, except for colours (see displayColor()).
 ///
 /// If the number of the terminal's columns is given, the widest columns are cut until the lines
 /// fit, or until nothing more can be cut. `fits` says which columns may be cut.

@@ -44,24 +44,18 @@ Outcome run(const Invocation& invocation)
     if (!library.error().isEmpty()) {
         return Outcome::failed(library.error());
     }
-    const bool onlyFavorites = invocation.has("favorites");
+    if (invocation.has("favorites")) {
+        keepFavorites(
+            &moodsets, [](const Moodset& moodset) { return moodset.constData()->favorite; });
+    }
     if (invocation.json) {
-        if (onlyFavorites) {
-            // They come first.
-            const auto isFavorite = [](const Moodset& moodset) {
-                return moodset.constData()->favorite;
-            };
-            moodsets.erase(
-                std::find_if_not(moodsets.begin(), moodsets.end(), isFavorite), moodsets.end());
-        }
         return records(moodsets);
     }
     QVector<ListedMoodset> list;
     std::transform(moodsets.cbegin(), moodsets.cend(), std::back_inserter(list), listed);
     return Outcome::done(
         moodsetListText(
-            list, invocation.has("names") ? MoodsetListing::Names : MoodsetListing::Table,
-            onlyFavorites),
+            list, invocation.has("names") ? MoodsetListing::Names : MoodsetListing::Table),
         {});
 }
 

@@ -56,12 +56,14 @@ std::optional<int> printPlainList(int argc, char** argv)
     QCoreApplication application(argc, argv);
     assumeUtf8();
     installTranslation(&application);
-    const std::optional<QVector<ListedMoodset>> moodsets = readMoodsetList();
+    std::optional<QVector<ListedMoodset>> moodsets = readMoodsetList();
     if (!moodsets || !std::all_of(moodsets->cbegin(), moodsets->cend(), hasUsualColors)) {
         return std::nullopt;
     }
-    const QString fault =
-        Output::writeText(moodsetListText(*moodsets, options->listing, options->onlyFavorites));
+    if (options->onlyFavorites) {
+        keepFavorites(&*moodsets, [](const ListedMoodset& moodset) { return moodset.favorite; });
+    }
+    const QString fault = Output::writeText(moodsetListText(*moodsets, options->listing));
     Output::writeError(fault);
     return int(fault.isEmpty() ? ExitStatus::Done : ExitStatus::Failed);
 }
