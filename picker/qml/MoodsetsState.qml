@@ -3,7 +3,7 @@ import Moodset 1.0
 import MoodsetPicker 1.0
 import QtQuick 2.15
 
-// What is shown in place of the moodsets while there are none.
+// What is shown in place of the moodsets. It is loaded only while there are none.
 Item {
     id: placeholders
 
@@ -12,13 +12,13 @@ Item {
     signal addRequested()
 
     Placeholder {
-        visible: placeholders.moodsets.status === MoodsetModel.Loading && placeholders.moodsets.count === 0
+        visible: placeholders.moodsets.status === MoodsetModel.Loading
         waiting: true
         text: qsTr("Looking for your moodsets …")
     }
 
     Placeholder {
-        visible: placeholders.moodsets.status === MoodsetModel.Ready && placeholders.moodsets.count === 0
+        visible: placeholders.moodsets.status === MoodsetModel.Ready
         iconName: "moodsets"
         title: qsTr("No moodsets yet")
         text: qsTr("Make one of any picture: its colours become those of your phone.")
@@ -28,7 +28,7 @@ Item {
 
     Placeholder {
         objectName: "moodsetsError"
-        visible: placeholders.moodsets.status === MoodsetModel.Error && placeholders.moodsets.count === 0
+        visible: placeholders.moodsets.status === MoodsetModel.Error
         iconName: "warning"
         title: qsTr("Your moodsets cannot be read")
         text: qsTr("The library of the theme service is missing or damaged.")
