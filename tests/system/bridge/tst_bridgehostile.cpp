@@ -13,6 +13,7 @@ namespace {
 
 const QString Gnome = QStringLiteral("gnome");
 const QString Plasma = QStringLiteral("plasma");
+const QString Portal = QStringLiteral("portal");
 const QString Sway = QStringLiteral("sway");
 const QString Red = QStringLiteral("#ffe02030");
 const QString Green = QStringLiteral("#ff209030");
@@ -198,6 +199,26 @@ private Q_SLOTS:
         QCOMPARE(
             warnings,
             QStringList({QStringLiteral("plasma: ") + late, QStringLiteral("sway: ") + late}));
+    }
+
+    /// It asks by itself whether a portal that appears has the colour.
+    void givesUpAPortalThatAnswersNever()
+    {
+        PlayedService portal(
+            QDBusConnection::SessionBus, QStringLiteral("org.freedesktop.portal.Desktop"));
+        BridgeSession session;
+        portal.answerLater(QStringLiteral("Read"));
+        BridgeSession::write({{BridgeSession::HighlightKey, Red}});
+        QVERIFY(session.start());
+        QVERIFY(session.waitForStatus(Portal, [](const QJsonObject& status) {
+            return !status.value(QStringLiteral("time")).toString().isEmpty();
+        }));
+
+        QVERIFY(portal.appear());
+
+        const QString late = QStringLiteral("It did not answer within 5 s.");
+        QVERIFY(session.waitForFailure(Portal, late));
+        QCOMPARE(session.takeWarnings(), QStringList(QStringLiteral("portal: ") + late));
     }
 
     void servesAShellThatGoesInTheMiddleAndComesBack()
