@@ -12,7 +12,6 @@
 #include "subject.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QJsonArray>
 
 namespace {
@@ -93,8 +92,8 @@ Outcome installFiles(
 Outcome run(const Invocation& invocation)
 {
     const QString folder = invocation.argument();
-    // The path must not end with a slash, because the daemon would take it for another directory.
-    const QDir package(QDir::cleanPath(QFileInfo(folder).absoluteFilePath()));
+    // A clean path, since the daemon would take one that ends with a slash for another directory.
+    const QDir package(QDir(folder).absolutePath());
     if (!package.exists()) {
         return Outcome::failed(about(folder, Text::tr("no such folder")));
     }

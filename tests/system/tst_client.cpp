@@ -428,7 +428,8 @@ private Q_SLOTS:
         QVERIFY(writePicture(folder + QStringLiteral("/images/a.png"), QSize(3, 2)));
 
         QCOMPARE(run({"validate"}, folder).exitCode, 0);
-        QCOMPARE(run({"install"}, folder + QLatin1Char('/')).exitCode, 0);
+        const QString relative = QDir().relativeFilePath(folder) + QLatin1Char('/');
+        QCOMPARE(run({"install"}, relative).exitCode, 0);
         QCOMPARE(run({"favorite", "Sea", "off"}).exitCode, 0);
         QVERIFY(InstalledBundles::write(folder + QStringLiteral("/x.MOODSET"), "{}"));
         QCOMPARE(run({"install"}, folder).exitCode, 0);
