@@ -101,7 +101,13 @@ PictureTheme previewed(const QJsonObject& request)
     if (path.isEmpty() || (!theme.home.isNull() && !theme.application.isNull())) {
         return theme;
     }
-    return PictureTheme::make(path, kindOf(request));
+    const PictureTheme::Kind kind = kindOf(request);
+    PictureTheme made = PictureTheme::make(path, kind);
+    // The daemon does not cut the wallpaper of a bundle.
+    if (kind == PictureTheme::Kind::Bundle && !made.home.isNull()) {
+        made.home = theme.home;
+    }
+    return made;
 }
 
 bool save(const QImage& image, const QString& path)

@@ -17,6 +17,8 @@
 #include <QTest>
 #include <QTransform>
 
+#include <cstdlib>
+
 /// Tests every command of the real moodsetctl with the real daemon, which the bus starts.
 class ClientTest : public QObject
 {
@@ -72,6 +74,15 @@ private:
             }
         }
         return {};
+    }
+
+    /// Whether two colours are the same, except for what JPEG changes.
+    static bool isClose(const QColor& one, const QColor& other)
+    {
+        constexpr int most = 4;
+        return std::abs(one.red() - other.red()) <= most
+            && std::abs(one.green() - other.green()) <= most
+            && std::abs(one.blue() - other.blue()) <= most;
     }
 
     static QString stateOf(const char* id)
@@ -153,6 +164,74 @@ private Q_SLOTS:
         const QImage preview(file);
         QVERIFY(preview.pixelColor(90, 300).red() > preview.pixelColor(90, 300).blue() + 50);
         QVERIFY(preview.pixelColor(90, 900).blue() > preview.pixelColor(90, 900).red() + 50);
+    }
+
+    void previewShowsWhatSettingGives_data()
+    {
+        QTest::addColumn<QByteArray>("bundle");
+        QTest::newRow("picture") << QByteArray();
+        QTest::newRow("bundle") << QByteArray(R"({"version": 2, "wallpaper": "a.png"})");
+        QTest::newRow("bundle in the older layout") << QByteArray(R"({"wallpaper": "a.png"})");
+    }
+
+    void previewShowsWhatSettingGives()
+    {
+        QFETCH(QByteArray, bundle);
+        ClientSession session;
+        const QString folder = session.folders.elsewhere(QStringLiteral("sea"));
+        const QString moodset = folder + QStringLiteral("/sea.moodset");
+        const QString picture = folder + QStringLiteral("/images/a.png");
+        QVERIFY(QDir().mkpath(QFileInfo(picture).path()));
+        QImage image(400, 900, QImage::Format_RGB32);
+        QLinearGradient gradient(0, 0, 400, 900);
+        gradient.setColorAt(0, QColor(250, 220, 90));
+        gradient.setColorAt(1, QColor(110, 160, 250));
+        QPainter(&image).fillRect(image.rect(), gradient);
+        QVERIFY(image.save(picture));
+        if (!bundle.isEmpty()) {
+            QVERIFY(InstalledBundles::write(moodset, bundle));
+            QCOMPARE(run({"install"}, folder).exitCode, 0);
+        }
+        const QString source = bundle.isEmpty() ? picture : moodset;
+        const QString foretold = session.folders.elsewhere(QStringLiteral("foretold.png"));
+        const QString made = session.folders.elsewhere(QStringLiteral("made.png"));
+
+        QCOMPARE(run({"preview", "-o", qPrintable(foretold)}, source).exitCode, 0);
+        QCOMPARE(run({"set"}, source).exitCode, 0);
+        QCOMPARE(run({"preview", "-o"}, made).exitCode, 0);
+
+        // At the edges of the two phones, only the wallpapers are seen.
+        for (const QPoint& place : {QPoint(90, 300), QPoint(90, 900), QPoint(732, 480)}) {
+            const QColor before = QImage(foretold).pixelColor(place);
+            const QColor after = QImage(made).pixelColor(place);
+            QVERIFY2(
+                isClose(before, after),
+                qPrintable(before.name() + QLatin1Char(' ') + after.name()));
+        }
+    }
+
+    void previewShowsOtherColours()
+    {
+        ClientSession session;
+        QVERIFY(InstalledBundles::installSample(QStringLiteral("coast-light")));
+        QCOMPARE(run({"wait"}).exitCode, 0);
+        const QString file = session.folders.elsewhere(QStringLiteral("p.png"));
+        QJsonObject expected = highlightOf(QStringLiteral("Coast light"));
+        expected.insert(QStringLiteral("highlight"), QStringLiteral("#ffff6347"));
+        expected.insert(QStringLiteral("secondaryHighlight"), QStringLiteral("#ffcc4f39"));
+        const auto colors = [](const Result& result) {
+            return result.result().value(QLatin1String("colors")).toObject();
+        };
+
+        // The second highlight colour is made from the first unless it is given.
+        QCOMPARE(
+            colors(run({"preview", "Coast light", "--highlight=tomato", "-o"}, file)), expected);
+        expected.insert(QStringLiteral("secondaryHighlight"), QStringLiteral("#ff0000ff"));
+        QCOMPARE(
+            colors(run(
+                {"preview", "Coast light", "--highlight=tomato", "--secondaryHighlight=blue", "-o"},
+                file)),
+            expected);
     }
 
     void startsTheDaemonOrSaysHowTo()
