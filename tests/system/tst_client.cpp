@@ -461,17 +461,27 @@ private Q_SLOTS:
         const QString path = session.folders.elsewhere(QStringLiteral("a.png"));
         QVERIFY(writePicture(path, QSize(30, 20)));
         QCOMPARE(run({"set"}, path).exitCode, 0);
-        const QString used =
-            UserStore::value(
-                QStringLiteral("/desktop/zavro/background/portrait/home_picture_filename"))
-                .remove(QLatin1Char('\''));
-        QVERIFY(QFileInfo::exists(used));
-        const QString unused = QFileInfo(used).path() + QStringLiteral("/1234hp.jpg");
-        const QString fresh = QFileInfo(used).path() + QStringLiteral("/5678hp.jpg");
-        for (const QString& copy : {unused, fresh}) {
-            QVERIFY(QFile::copy(used, copy));
+        QStringList used;
+        QString folder;
+        for (const char* const name : {"home", "app"}) {
+            const QString key =
+                QStringLiteral("/desktop/zavro/background/portrait/%1_picture_filename")
+                    .arg(QLatin1String(name));
+            const QString ofMoodset = UserStore::value(key).remove(QLatin1Char('\''));
+            QVERIFY(QFileInfo::exists(ofMoodset));
+            folder = QFileInfo(ofMoodset).path();
+            const QString ofTheme = QStringLiteral("%1/%2.jpg").arg(folder, QLatin1String(name));
+            QVERIFY(QFile::copy(ofMoodset, ofTheme));
+            UserStore::write(key, QStringLiteral("'%1'").arg(ofTheme));
+            used << ofMoodset << ofTheme;
         }
-        for (const QString& old : {unused, used}) {
+        const QString unused = folder + QStringLiteral("/1234hp.jpg");
+        const QString fresh = folder + QStringLiteral("/5678hp.jpg");
+        for (const QString& copy : {unused, fresh}) {
+            QVERIFY(QFile::copy(used.first(), copy));
+        }
+        const QStringList allOld = used + QStringList(unused);
+        for (const QString& old : allOld) {
             QFile file(old);
             QVERIFY(file.open(QIODevice::ReadWrite));
             QVERIFY(file.setFileTime(
@@ -486,8 +496,10 @@ private Q_SLOTS:
         QCOMPARE(run({"clean"}).exitCode, 0);
 
         QVERIFY(!QFileInfo::exists(unused));
-        QVERIFY(QFileInfo::exists(used));
         QVERIFY(QFileInfo::exists(fresh));
+        for (const QString& wallpaper : used) {
+            QVERIFY2(QFileInfo::exists(wallpaper), qPrintable(wallpaper));
+        }
     }
 
     void validatesAndInstallsBundles()
