@@ -399,6 +399,10 @@ private Q_SLOTS:
         QCOMPARE(partly.exitCode, 1);
         QVERIFY(partly.errors.contains(picture));
         QCOMPARE(run({"restore"}, QStringLiteral("/etc/passwd")).exitCode, 1);
+        QVERIFY(InstalledBundles::write(backup, R"({"kind": "moodsetctl-backup", "version": 2})"));
+        const Result newer = run({"restore"}, backup);
+        QCOMPARE(newer.exitCode, 1);
+        QVERIFY2(newer.errors.contains(QLatin1String("version")), qPrintable(newer.errors));
     }
 
     void doctorFindsAndMendsAFolderThatStopsTheScan()
