@@ -75,10 +75,15 @@ private Q_SLOTS:
         install.folder.makeDirectory(QStringLiteral(".hidden"));
         install.folder.write(QStringLiteral("file"));
 
-        install.manager.runToIdle();
+        // Later steps list the packages.
+        install.manager.step();
 
         QCOMPARE(install.packages(), QStringList({QStringLiteral("a"), QStringLiteral("b")}));
         const int parent = install.directoryId(install.folder.path());
+        QCOMPARE(
+            install.directoryRow(install.folder.path(QStringLiteral("a"))),
+            QList<int>({parent, 2}));
+        install.manager.runToIdle();
         QCOMPARE(
             install.directoryRow(install.folder.path(QStringLiteral("a"))),
             QList<int>({parent, 2}));
@@ -171,12 +176,18 @@ private Q_SLOTS:
     {
         MessageLog log;
         InstallDirectory install;
+        TestFolder next;
         install.folder.makeDirectory(QStringLiteral("a"));
-        install.database.exec(QStringLiteral("DELETE FROM directory;"));
+        next.makeDirectory(QStringLiteral("b"));
+        install.manager.appendDirectory(next.path());
+        install.database.exec(
+            QStringLiteral("DELETE FROM directory WHERE path = '%1';").arg(install.folder.path()));
 
         install.manager.runToIdle();
 
-        QCOMPARE(install.database.directoryPaths(), QStringList());
+        QCOMPARE(
+            install.database.directoryPaths(),
+            QStringList({next.path(), next.path(QStringLiteral("b"))}));
     }
 
     void failedInstallsQueryIsReported()
