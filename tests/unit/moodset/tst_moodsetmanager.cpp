@@ -7,6 +7,7 @@
 #include "mgconfitem.h"
 #include "moodsetlibrary.h"
 #include "refusedcommit.h"
+#include "statementprobe.h"
 
 #include <QTest>
 
@@ -115,6 +116,8 @@ private Q_SLOTS:
     void failedUpdateOfACreationIsReported();
     void failedNameOfACreationIsReported();
     void failedInsertionLeavesTheNewName();
+
+    void lookupsLeaveNoStatementOpen();
 
     void moodsetOfAUrl();
     void moodsetOfABackCover();
@@ -623,6 +626,23 @@ void MoodsetManagerTest::moodsetOfAUrl()
     QVERIFY(!manager.moodsetFromUrl(url(QStringLiteral("plain.txt"))));
     QVERIFY(!manager.moodsetFromUrl(url(QStringLiteral("none"))));
     QVERIFY(!manager.moodsetFromUrl(QUrl()));
+}
+
+void MoodsetManagerTest::lookupsLeaveNoStatementOpen()
+{
+    MessageLog log;
+    MoodsetLibrary library;
+    const StatementProbe probe(*DbManager::instance());
+    const qint64 id = library.addStoredMoodset();
+    library.addResource(id, Chat, library.addFile(QStringLiteral("c.ogg")));
+    MoodsetLibrary::exec(QStringLiteral("INSERT INTO dorselId VALUES (?, 'cover');"), {id});
+
+    QVERIFY(library.manager().save(id, edit("ringerVolume", 7)));
+    QCOMPARE(probe.openStatements(), QStringList());
+    QVERIFY(library.manager().create(record(id)));
+    QCOMPARE(probe.openStatements(), QStringList());
+    QVERIFY(library.manager().moodsetFromDorselId(QStringLiteral("cover")));
+    QCOMPARE(probe.openStatements(), QStringList());
 }
 
 void MoodsetManagerTest::moodsetOfABackCover()
