@@ -156,6 +156,7 @@ private Q_SLOTS:
     void orientationOutsideOneToEightIsInvalid();
 
     void boxWithALongSizeIsRead();
+    void boxUpToTheEndIsRead();
     void xmpOfEachKindIsRead_data();
     void xmpOfEachKindIsRead();
     void firstValidXmpDateIsTaken_data();
@@ -532,6 +533,15 @@ void QuillMetadataTest::boxWithALongSizeIsRead()
     content.replace(
         start, sizeLength + sizeLength,
         bigEndian(quint32(1)) + "meta" + bigEndian(quint64(size) + sizeof(quint64)));
+
+    compareEntries(content, moment(), 6);
+}
+
+void QuillMetadataTest::boxUpToTheEndIsRead()
+{
+    constexpr int sizeLength = 4;
+    QByteArray content = heifWithExif(exifBlock(Date, 6), {}, HeifLayout::DataBox);
+    content.replace(content.indexOf("meta") - sizeLength, sizeLength, bigEndian(quint32(0)));
 
     compareEntries(content, moment(), 6);
 }
