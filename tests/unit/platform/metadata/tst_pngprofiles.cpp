@@ -76,6 +76,7 @@ private Q_SLOTS:
     void aDamagedProfileIsPassedOver();
     void otherTextsAreNoProfiles_data();
     void otherTextsAreNoProfiles();
+    void compressedXmpIsPassedOver();
     void manyProfilesBeforeTheTagsHideThem();
     void tagsAtTheStartOfALongProfileAreRead();
 };
@@ -211,6 +212,18 @@ void PngProfilesTest::otherTextsAreNoProfiles()
 
     QCOMPARE(tags.timestamp, QVariant());
     QCOMPARE(tags.orientation, QVariant());
+}
+
+void PngProfilesTest::compressedXmpIsPassedOver()
+{
+    const MessageLog log;
+    const QByteArray keyword("XML:com.adobe.xmp");
+    const QByteArray compressed =
+        pngText("iTXt", keyword, xmpPacket(R"(tiff:Orientation="8")"), true);
+
+    QCOMPARE(Tags(pngWithChunks(compressed)).orientation, QVariant());
+    QCOMPARE(
+        Tags(pngWithChunks(compressed + pngText("iTXt", keyword, xmp()))).orientation, QVariant(6));
 }
 
 void PngProfilesTest::manyProfilesBeforeTheTagsHideThem()
