@@ -46,6 +46,8 @@ private Q_SLOTS:
     void edgesNearABorderAreBlurredAsByTheirPasses();
     void anyNumberOfRoundsIsExact_data();
     void anyNumberOfRoundsIsExact();
+    void fewWideRoundsAreExact_data();
+    void fewWideRoundsAreExact();
     void anySizeIsExact_data();
     void anySizeIsExact();
     void anyWidthOfTheBlurIsExact_data();
@@ -121,6 +123,24 @@ void WallpaperBlurTest::anyNumberOfRoundsIsExact()
     QFETCH(QImage, picture);
 
     compareWithPasses(picture, {rounds, DefaultPasses.radius, DefaultPasses.sigma});
+}
+
+void WallpaperBlurTest::fewWideRoundsAreExact_data()
+{
+    QTest::addColumn<int>("rounds");
+
+    for (const int rounds : {1, 2, 4, 7}) {
+        QTest::addRow("%d rounds", rounds) << rounds;
+    }
+}
+
+void WallpaperBlurTest::fewWideRoundsAreExact()
+{
+    QFETCH(int, rounds);
+
+    for (const QImage& picture : {noisePicture({140, 121}), edgePicture({140, 121}, {5, 60})}) {
+        compareWithPasses(picture, {rounds, 6, 5});
+    }
 }
 
 void WallpaperBlurTest::anySizeIsExact_data()
