@@ -39,6 +39,17 @@ bool callWithoutQt(const QString& method, const QStringList& arguments)
             + arguments);
 }
 
+/// Sends the signal of the store client for a package of the cover "cover-7".
+bool tellOfInstalled(const QString& package)
+{
+    return runCommand(
+        QStringLiteral("gdbus"),
+        {QStringLiteral("emit"), QStringLiteral("--session"), QStringLiteral("--object-path"),
+         QStringLiteral("/StoreClient"), QStringLiteral("--signal"),
+         QStringLiteral("com.zavro.zavrostore.installedMoodset"), package,
+         QStringLiteral("cover-7")});
+}
+
 /// A moodset file with a name, beside its wallpaper.
 bool writePackage(const QString& package, const QByteArray& displayName)
 {
@@ -179,12 +190,7 @@ private Q_SLOTS:
         QVERIFY(session.startWithBundles());
         QVERIFY(writePackage(QStringLiteral("new"), "New"));
 
-        QVERIFY(runCommand(
-            QStringLiteral("gdbus"),
-            {QStringLiteral("emit"), QStringLiteral("--session"), QStringLiteral("--object-path"),
-             QStringLiteral("/StoreClient"), QStringLiteral("--signal"),
-             QStringLiteral("com.zavro.zavrostore.installedMoodset"),
-             InstallPath + QStringLiteral("new"), QStringLiteral("cover-7")}));
+        QVERIFY(tellOfInstalled(InstallPath + QStringLiteral("new")));
 
         QTRY_COMPARE_WITH_TIMEOUT(
             session.moodsetNames(), QStringList{QStringLiteral("New")}, DaemonProcess::deadlineMs);
@@ -194,6 +200,40 @@ private Q_SLOTS:
         QCOMPARE(
             session.library().rows(QStringLiteral("SELECT fileId, dorselId FROM dorselId")),
             expected);
+    }
+
+    void installedPackageIsReadAgainThoughItsTimeIsTheSame_data()
+    {
+        QTest::addColumn<bool>("isByStore");
+        QTest::newRow("by a call") << false;
+        QTest::newRow("by the store") << true;
+    }
+
+    void installedPackageIsReadAgainThoughItsTimeIsTheSame()
+    {
+        QFETCH(bool, isByStore);
+        const QString package = InstallPath + QStringLiteral("new");
+        const auto install = [&] {
+            return isByStore ? tellOfInstalled(package)
+                             : callWithoutQt(QStringLiteral("installPackage"), {package});
+        };
+        BundleSession session;
+        QVERIFY(session.startWithBundles());
+        QVERIFY(writePackage(QStringLiteral("new"), "One"));
+        QVERIFY(install());
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("One")}, DaemonProcess::deadlineMs);
+        QFile file(package + QStringLiteral("/set.moodset"));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        const QDateTime time = file.fileTime(QFileDevice::FileModificationTime);
+        QVERIFY(writePackage(QStringLiteral("new"), "Two"));
+        QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+
+        QVERIFY(install());
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+            session.moodsetNames(), QStringList{QStringLiteral("Two")}, DaemonProcess::deadlineMs);
+        QCOMPARE(session.daemon.takeWarnings(), QStringList());
     }
 
     void editSurvivesANewVersionOfThePackage()

@@ -20,8 +20,15 @@ public:
         return false;
     }
 
+    bool updateMetaData() override
+    {
+        ++turns;
+        return false;
+    }
+
     QVector<Save> saves;
     QVector<qint64> removals;
+    int turns = 0;
 };
 
 RecordingManager::RecordingManager(MoodsetContent::Type type)
@@ -45,4 +52,9 @@ QVector<qint64> RecordingManager::removals() const
 QVector<RecordingManager::Save> RecordingManager::saves() const
 {
     return m_manager->saves;
+}
+
+int RecordingManager::turns() const
+{
+    return m_manager->turns;
 }

@@ -27,6 +27,8 @@ public:
     /// The ids of the calls of remove().
     QVector<qint64> removals() const;
     QVector<Save> saves() const;
+    /// The number of calls of updateMetaData().
+    int turns() const;
 
 private:
     class Manager;

@@ -349,6 +349,19 @@ private Q_SLOTS:
         QCOMPARE(manager.removals(), QVector<qint64>({5}));
     }
 
+    void refreshStartsTheParsersOver()
+    {
+        MessageLog log;
+        const RecordingManager moodsets(MoodsetContent::Moodset);
+        const RecordingManager indexes(MoodsetContent::Index);
+
+        m_gallery->refreshMoodsets();
+        settle();
+
+        QVERIFY(moodsets.turns() > 0);
+        QVERIFY(indexes.turns() > 0);
+    }
+
     void localFileIsRegisteredAndNothingAnnounced()
     {
         MessageLog log;
