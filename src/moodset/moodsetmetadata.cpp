@@ -89,7 +89,7 @@ QString wallpaperPath(const QString& directory, const MoodsetDocument& moodset)
 }
 
 /// A colour as the column stores it, which is the text in the file. An array or an object becomes
-/// an empty text, and a huge one could fill the memory during a conversion to text.
+/// an empty text, without a conversion that could take hundreds of MiB.
 QVariant colorColumn(const QJsonValue& color)
 {
     const bool hasParts = color.isArray() || color.isObject();
