@@ -296,7 +296,10 @@ void measureFlicking(const QDir& folder, int pictures, Report* report)
         {worst.worstWork},
         FrameGapBudgetMs});
     report->add(Quantity{
-        what + QStringLiteral("worst gap between frames"), QStringLiteral("ms"), {worst.worstGap}});
+        what + QStringLiteral("worst gap between frames"),
+        QStringLiteral("ms"),
+        {worst.worstGap},
+        FrameGapBudgetMs});
 }
 
 } // namespace
