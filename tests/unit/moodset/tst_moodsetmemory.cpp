@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr qint64 MiB = 1024 * 1024;
+constexpr qint64 MiB = qint64(1024) * 1024;
 
 /// The largest memory that this process has had so far, in bytes.
 qint64 peakSize()

@@ -248,7 +248,7 @@ private Q_SLOTS:
         MessageLog log;
         const RecordingManager manager(static_cast<MoodsetContent::Type>(type));
         QSignalSpy announcements(m_gallery.get(), &AlbumGallery::contentChanged);
-        constexpr qint64 id = Q_INT64_C(0x100000005);
+        constexpr auto id = Q_INT64_C(0x100000005);
 
         m_gallery->remove(type, id);
 
