@@ -23,6 +23,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <functional>
 #include <utility>
 
 namespace {
@@ -74,13 +75,14 @@ int showApp()
     if (!picker.show()) {
         return EXIT_FAILURE;
     }
-    const auto* const list = picker.window()->findChild<QQuickItem*>(QStringLiteral("moodsets"));
+    QQuickWindow* const window = picker.window();
     bool isFirst = true;
-    QObject::connect(picker.window(), &QQuickWindow::frameSwapped, list, [&isFirst, list] {
+    QObject::connect(window, &QQuickWindow::frameSwapped, window, [&isFirst, window] {
         if (std::exchange(isFirst, false)) {
             say(FirstFrameLine);
         }
-        if (list->property("count").toInt() > 0) {
+        const auto* const list = window->findChild<QQuickItem*>(QStringLiteral("moodsets"));
+        if (list != nullptr && list->property("count").toInt() > 0) {
             say(ListFrameLine);
         }
     });
@@ -244,6 +246,17 @@ Flick flick(QQuickWindow* window, QQuickItem* list, double end)
     return worst;
 }
 
+/// Draws frames until one has been drawn while the condition is true.
+void waitForFrame(QQuickWindow* window, const std::function<bool()>& condition)
+{
+    QEventLoop loop;
+    QObject::connect(window, &QQuickWindow::frameSwapped, &loop, [&] {
+        condition() ? loop.quit() : window->update();
+    });
+    window->update();
+    loop.exec();
+}
+
 void measureFlicking(const QDir& folder, int pictures, Report* report)
 {
     const QString library = makeUserLibrary(folder, MoodsetContent::Image, pictures);
@@ -258,15 +271,11 @@ void measureFlicking(const QDir& folder, int pictures, Report* report)
     QQuickWindow* const window = picker.window();
     constexpr QSize phone(360, 640);
     window->resize(phone);
-    QMetaObject::invokeMethod(window, "showTab", Q_ARG(QVariant, 1));
+    waitForFrame(window, [&picker] { return picker.content() != nullptr; });
+    QMetaObject::invokeMethod(picker.content(), "showTab", Q_ARG(QVariant, 1));
     auto* const list = window->findChild<QQuickItem*>(QStringLiteral("pictures"));
     const int rows = pictures / list->property("columns").toInt();
-    QEventLoop loop;
-    QObject::connect(window, &QQuickWindow::frameSwapped, &loop, [&] {
-        list->property("count").toInt() >= rows ? loop.quit() : window->update();
-    });
-    window->update();
-    loop.exec();
+    waitForFrame(window, [list, rows] { return list->property("count").toInt() >= rows; });
 
     constexpr double beforeShare = 0.1;
     flick(window, list, beforeShare);
@@ -287,7 +296,10 @@ void measureFlicking(const QDir& folder, int pictures, Report* report)
         {worst.worstWork},
         FrameGapBudgetMs});
     report->add(Quantity{
-        what + QStringLiteral("worst gap between frames"), QStringLiteral("ms"), {worst.worstGap}});
+        what + QStringLiteral("worst gap between frames"),
+        QStringLiteral("ms"),
+        {worst.worstGap},
+        FrameGapBudgetMs});
 }
 
 } // namespace

@@ -11,6 +11,9 @@
 #include <QDir>
 #include <QQuickWindow>
 
+#include <cstdlib>
+#include <utility>
+
 namespace {
 
 constexpr const char* Uri = "MoodsetPicker";
@@ -52,14 +55,39 @@ bool PickerEngine::show()
     if (window() == nullptr) {
         return false;
     }
+    // Queued, because a frame may be drawn by another thread.
+    m_firstFrame = QObject::connect(
+        window(), &QQuickWindow::frameSwapped, &m_engine, [this] { readContent(); },
+        Qt::QueuedConnection);
     window()->show();
     return true;
+}
+
+void PickerEngine::readContent()
+{
+    if (!QObject::disconnect(m_firstFrame)) {
+        return; // Another frame was drawn in the meantime.
+    }
+    window()->setProperty("loadsContent", true);
+    if (content() == nullptr) {
+        QCoreApplication::exit(EXIT_FAILURE);
+        return;
+    }
+    const QStringList texts = std::exchange(m_toOpen, {});
+    for (const QString& text : texts) {
+        open(text);
+    }
 }
 
 QQuickWindow* PickerEngine::window() const
 {
     const QList<QObject*> objects = m_engine.rootObjects();
     return objects.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(objects.first());
+}
+
+QObject* PickerEngine::content() const
+{
+    return window()->property("content").value<QObject*>();
 }
 
 void PickerEngine::raise()
@@ -71,5 +99,9 @@ void PickerEngine::raise()
 
 void PickerEngine::open(const QString& text)
 {
-    QMetaObject::invokeMethod(window(), "openText", Q_ARG(QVariant, text));
+    if (content() == nullptr) {
+        m_toOpen.append(text);
+        return;
+    }
+    QMetaObject::invokeMethod(content(), "openText", Q_ARG(QVariant, text));
 }

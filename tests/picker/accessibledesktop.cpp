@@ -215,7 +215,11 @@ QVariant AccessibleDesktop::call(
     QDBusMessage message =
         QDBusMessage::createMethodCall(node.service, node.path.path(), interface, method);
     message.setArguments(arguments);
-    return m_bus.call(message).arguments().value(0);
+    // Qt does not answer all that is asked of a control that goes.
+    constexpr int timeout = 2000;
+    const QDBusMessage reply = m_bus.call(message, QDBus::Block, timeout);
+    // The argument of an error is its text.
+    return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0) : QVariant();
 }
 
 AccessibleNodes AccessibleDesktop::children(const AccessibleNode& node) const

@@ -33,7 +33,9 @@ bool PickerSession::open()
     }
     m_window = std::make_unique<PickerWindow>(m_engine.window());
     m_window->resize(Tablet);
-    return QTest::qWaitForWindowActive(m_engine.window(), DaemonProcess::deadlineMs);
+    return QTest::qWaitForWindowActive(m_engine.window(), DaemonProcess::deadlineMs)
+        && QTest::qWaitFor(
+               [this] { return m_engine.content() != nullptr; }, DaemonProcess::deadlineMs);
 }
 
 bool PickerSession::goHome()

@@ -122,8 +122,9 @@ bool PickerDisplay::open()
     const QRect screen = window()->screen()->geometry();
     QCursor::setPos(screen.bottomRight());
     window()->setPosition(0, 0);
-    return waitUntil(
-        [this] { return window()->isExposed() && m_engine->appearance().hasReducedMotion(); });
+    return waitUntil([this] {
+        return m_engine->content() != nullptr && m_engine->appearance().hasReducedMotion();
+    });
 }
 
 bool PickerDisplay::damageLibrary()
@@ -263,7 +264,7 @@ void PickerDisplay::setText(int size, Qt::LayoutDirection direction)
 
 void PickerDisplay::call(const char* function, const QVariant& argument)
 {
-    QMetaObject::invokeMethod(window(), function, Q_ARG(QVariant, argument));
+    QMetaObject::invokeMethod(m_engine->content(), function, Q_ARG(QVariant, argument));
 }
 
 bool PickerDisplay::openMoodset(const QString& path)
