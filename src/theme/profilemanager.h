@@ -6,7 +6,7 @@
 #include <QQmlParserStatus>
 
 /// The values of a profile for QML, which sets the properties before the object is complete. The
-/// daemon uses ProfileValues: Qt Qml, which this class needs, would take 1.2 MiB of its memory.
+/// daemon uses ProfileValues: Qt Qml, which this class needs, would take 1.1 MiB of its memory.
 class ProfileManager : public ProfileValues, public QQmlParserStatus
 {
     Q_OBJECT
