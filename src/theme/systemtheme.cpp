@@ -244,8 +244,8 @@ void SystemTheme::applyRingerVolume(int volume)
     if (volume < 0 || volume > MaxRingerVolume) {
         return;
     }
-    m_profileValues.setRingerVolume(volume);
-    m_profileValues.setActiveProfile(volume == 0 ? ProfileValues::Silent : ProfileValues::General);
+    m_profileManager.setRingerVolume(volume);
+    m_profileManager.setActiveProfile(volume == 0 ? ProfileValues::Silent : ProfileValues::General);
 }
 
 /// A tone with a file is enabled, whatever its bit is. A tone without a file is disabled if its bit
@@ -257,10 +257,10 @@ void SystemTheme::applyTones(const Moodset& moodset)
         const auto resource = moodset->resources.constFind(QLatin1String(row.key));
         if (resource != moodset->resources.constEnd()) {
             const QUrl url = resource->toMap().value(QStringLiteral("url")).toUrl();
-            (m_profileValues.*row.setFile)(url.toLocalFile());
-            (m_profileValues.*row.setEnabled)(true);
+            (m_profileManager.*row.setFile)(url.toLocalFile());
+            (m_profileManager.*row.setEnabled)(true);
         } else if ((moodset->enabledSounds & (1 << i)) == 0) {
-            (m_profileValues.*row.setEnabled)(false);
+            (m_profileManager.*row.setEnabled)(false);
         }
     }
 }

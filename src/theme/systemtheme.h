@@ -60,7 +60,7 @@ private:
     QUrl m_currentUrl;
     /// The size in pixels. Invalid until the first wallpapers are made.
     QSize m_screenSize;
-    ProfileValues m_profileValues;
+    ProfileValues m_profileManager;
     MoodsetManager* m_moodsetManager;
     FileManager* m_fileManager = nullptr;
     DownloadManager* m_downloadManager = nullptr;
