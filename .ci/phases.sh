@@ -12,4 +12,4 @@ phase()
     current=$1
     printf '\n== %s (after %d min %d s)\n' "$current" $((SECONDS / 60)) $((SECONDS % 60))
 }
-trap 'status=$?; ((status == 0)) || echo "== failed: $current" >&2' EXIT
+trap 'status=$?; ((status == 0)) || [[ -z $current ]] || echo "== failed: $current" >&2' EXIT

@@ -57,7 +57,7 @@ struct Results
 {
     Series daemonProcessor, floorProcessor;
     Series daemonWall, floorWall;
-    Series otherProcessor, otherWall;
+    Series otherProcessor, otherWall, otherPeak, otherStart;
     Series coldWall, coldRead, otherColdWall, otherColdRead;
     Series smallProcessor, largeProcessor, largePeak;
     Series daemonPeak, floorPeak, daemonResident, daemonProportional;
@@ -122,10 +122,7 @@ private:
         measureCold(program("moodsetd"), &m_results.coldWall, &m_results.coldRead);
         measureRestartAndMove();
         for (int i = 0; i < StartsPerRound; ++i) {
-            m_results.bareStart.push_back(startTime(
-                {program("barestart"), QFile::encodeName(daemonDatabase()), BareName.toUtf8()},
-                BareName));
-            m_results.daemonStart.push_back(startTime({program("moodsetd")}, DaemonName));
+            measureStart();
         }
         m_results.smallProcessor.push_back(indexFresh("small").processorTime().count());
         const MeasuredProcess large = indexFresh("large");
@@ -175,6 +172,7 @@ private:
             const MeasuredProcess other = indexFresh("pictures", m_settings.otherDaemon);
             m_results.otherWall.push_back(timeSinceStart(other).count());
             m_results.otherProcessor.push_back(other.processorTime().count());
+            m_results.otherPeak.push_back(inMib(other.memory().peak));
         }
         measureCold(m_settings.otherDaemon, &m_results.otherColdWall, &m_results.otherColdRead);
     }
@@ -266,6 +264,17 @@ private:
         }
     }
 
+    void measureStart()
+    {
+        m_results.bareStart.push_back(startTime(
+            {program("barestart"), QFile::encodeName(daemonDatabase()), BareName.toUtf8()},
+            BareName));
+        m_results.daemonStart.push_back(startTime({program("moodsetd")}, DaemonName));
+        if (!m_settings.otherDaemon.isEmpty()) {
+            m_results.otherStart.push_back(startTime({m_settings.otherDaemon}, DaemonName));
+        }
+    }
+
     /// The time from a program's start to its name on the bus.
     static double startTime(const QByteArrayList& command, const QString& name)
     {
@@ -335,6 +344,12 @@ void addOther(Report* report, const Results& results, const QString& library)
             library + QStringLiteral("none in memory, read from the disk"), QStringLiteral("MB"),
             results.coldRead, other, results.otherColdRead});
     }
+    report->add(Comparison{
+        library + QStringLiteral("peak memory"), QStringLiteral("MiB"), results.daemonPeak, other,
+        results.otherPeak});
+    report->add(Comparison{
+        QStringLiteral("Start to bus name"), QStringLiteral("ms"), results.daemonStart, other,
+        results.otherStart});
 }
 
 Report makeReport(const Results& results, const Settings& settings)
@@ -363,7 +378,7 @@ Report makeReport(const Results& results, const Settings& settings)
         results.largeProcessor, QStringLiteral("%1 pictures").arg(settings.pictures),
         results.daemonProcessor, 1.05 * settings.largePictures / settings.pictures});
     report.add(Comparison{
-        QStringLiteral("Peak memory"), mib, results.daemonPeak, floor, results.floorPeak});
+        QStringLiteral("Peak memory"), mib, results.daemonPeak, floor, results.floorPeak, 1.35});
     report.add(Quantity{QStringLiteral("Peak memory"), mib, results.daemonPeak, 35, true});
     report.add(Quantity{
         QStringLiteral("Peak memory, %1 pictures").arg(settings.largePictures), mib,

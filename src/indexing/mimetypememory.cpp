@@ -73,11 +73,11 @@ QString MimeTypeMemory::typeName(const QFileInfo& file, bool isRegular)
     followInstalledGlobs();
     const QString fileName = file.fileName();
     const QString suffix = suffixOf(fileName);
-    const QSet<QString> types = isRegular ? typesOfSuffix(fileName, suffix) : QSet<QString>();
+    const QStringList types = isRegular ? typesOfSuffix(fileName, suffix) : QStringList();
     if (types.isEmpty()) {
         return m_mimeDatabase.mimeTypeForFile(file).name();
     }
-    return types.size() == 1 ? typeBySuffix(file, suffix, *types.constBegin())
+    return types.size() == 1 ? typeBySuffix(file, suffix, types.constFirst())
                              : typeBySuffixAndContent(file, suffix, types);
 }
 
@@ -97,7 +97,7 @@ QString MimeTypeMemory::typeBySuffix(
 
 /// If the name matches several globs, the type depends only on them and on the type of the content.
 QString MimeTypeMemory::typeBySuffixAndContent(
-    const QFileInfo& file, const QString& suffix, const QSet<QString>& types)
+    const QFileInfo& file, const QString& suffix, const QStringList& types)
 {
     const QString content =
         m_mimeDatabase.mimeTypeForFile(file, QMimeDatabase::MatchContent).name();
@@ -112,7 +112,7 @@ QString MimeTypeMemory::typeBySuffixAndContent(
         matching.insert(type.name());
     }
     // Otherwise the database has other globs than those read here, or prefers some of them.
-    if (m_settled && matching == types) {
+    if (m_settled && matching == QSet<QString>(types.cbegin(), types.cend())) {
         m_rememberedContents.insert({suffix, content}, name);
     }
     return name;
@@ -124,13 +124,13 @@ QStringList MimeTypeMemory::rememberedSuffixes() const
 }
 
 /// The types among which the suffix of a name decides; none if more than the suffix counts.
-QSet<QString> MimeTypeMemory::typesOfSuffix(const QString& fileName, const QString& suffix) const
+QStringList MimeTypeMemory::typesOfSuffix(const QString& fileName, const QString& suffix) const
 {
-    const QSet<QString> types = m_suffixTypes.value(suffix.toLower());
+    const QStringList types = m_suffixTypes.value(suffix.toLower());
     // A name that is only a suffix does not match the suffix's glob.
     const bool isDecisive = fileName.size() > suffix.size() + 1 && !types.isEmpty()
         && !m_literalNames.contains(fileName.toLower()) && !m_otherGlobs.match(fileName).hasMatch();
-    return isDecisive ? types : QSet<QString>();
+    return isDecisive ? types : QStringList();
 }
 
 void MimeTypeMemory::followInstalledGlobs()
@@ -210,7 +210,7 @@ void MimeTypeMemory::addPlainGlob(const QString& suffix, const QString& type)
     const auto known = m_suffixTypes.find(suffix);
     if (known == m_suffixTypes.end()) {
         m_suffixTypes.insert(suffix, {type});
-    } else if (!known->isEmpty()) {
-        known->insert(type);
+    } else if (!known->isEmpty() && !known->contains(type)) {
+        known->append(type);
     }
 }

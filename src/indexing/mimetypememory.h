@@ -39,10 +39,10 @@ private:
     bool addGlobsOf(const QString& path, QStringList* otherGlobs);
     void addGlob(const QString& glob, const QString& type, QStringList* otherGlobs);
     void addPlainGlob(const QString& suffix, const QString& type);
-    QSet<QString> typesOfSuffix(const QString& fileName, const QString& suffix) const;
+    QStringList typesOfSuffix(const QString& fileName, const QString& suffix) const;
     QString typeBySuffix(const QFileInfo& file, const QString& suffix, const QString& type);
     QString typeBySuffixAndContent(
-        const QFileInfo& file, const QString& suffix, const QSet<QString>& types);
+        const QFileInfo& file, const QString& suffix, const QStringList& types);
 
     QMimeDatabase m_mimeDatabase;
     QHash<QString, QString> m_remembered;
@@ -50,8 +50,8 @@ private:
     QHash<QPair<QString, QString>, QString> m_rememberedContents;
 
     /// For each lower-case suffix, the types that have it as a plain glob. Empty if another glob
-    /// has it, too.
-    QHash<QString, QSet<QString>> m_suffixTypes;
+    /// has it, too. Nearly all have one type, for which a set would take several times the memory.
+    QHash<QString, QStringList> m_suffixTypes;
     /// Lower-case names that are globs without wildcards.
     QSet<QString> m_literalNames;
     /// All globs that do not end in a plain suffix, as alternatives.

@@ -245,8 +245,7 @@ void SystemTheme::applyRingerVolume(int volume)
         return;
     }
     m_profileManager.setRingerVolume(volume);
-    m_profileManager.setActiveProfile(
-        volume == 0 ? ProfileManager::Silent : ProfileManager::General);
+    m_profileManager.setActiveProfile(volume == 0 ? ProfileValues::Silent : ProfileValues::General);
 }
 
 /// A tone with a file is enabled, whatever its bit is. A tone without a file is disabled if its bit

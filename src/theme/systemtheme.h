@@ -2,7 +2,7 @@
 #pragma once
 
 #include "content/moodsetdata.h"
-#include "profilemanager.h"
+#include "profilevalues.h"
 
 #include <QObject>
 #include <QSize>
@@ -60,7 +60,7 @@ private:
     QUrl m_currentUrl;
     /// The size in pixels. Invalid until the first wallpapers are made.
     QSize m_screenSize;
-    ProfileManager m_profileManager;
+    ProfileValues m_profileManager;
     MoodsetManager* m_moodsetManager;
     FileManager* m_fileManager = nullptr;
     DownloadManager* m_downloadManager = nullptr;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "moodset/tones.h"
-#include "profilemanager.h"
+#include "profilevalues.h"
 
 #include <array>
 
@@ -11,27 +11,27 @@ struct ToneRow
 {
     /// The key of the tone in the moodset's resources and in moodset files.
     const char* key;
-    ProfileManager::ToneId id;
-    void (ProfileManager::*setFile)(const QString& file);
-    void (ProfileManager::*setEnabled)(bool enabled);
+    ProfileValues::ToneId id;
+    void (ProfileValues::*setFile)(const QString& file);
+    void (ProfileValues::*setEnabled)(bool enabled);
 };
 
 /// The tones in the order of their bits in MoodsetData::enabledSounds, which differs from the order
 /// of the ids.
 constexpr std::array<ToneRow, Tones::Count> ToneTable{{
-    {"ringerToneFile", ProfileManager::RingerTone, &ProfileManager::setRingerToneFile,
-     &ProfileManager::setRingerToneEnabled},
-    {"messageToneFile", ProfileManager::MessageTone, &ProfileManager::setMessageToneFile,
-     &ProfileManager::setMessageToneEnabled},
-    {"mailToneFile", ProfileManager::MailTone, &ProfileManager::setMailToneFile,
-     &ProfileManager::setMailToneEnabled},
-    {"internetCallToneFile", ProfileManager::InternetCallTone,
-     &ProfileManager::setInternetCallToneFile, &ProfileManager::setInternetCallToneEnabled},
-    {"chatToneFile", ProfileManager::ChatTone, &ProfileManager::setChatToneFile,
-     &ProfileManager::setChatToneEnabled},
-    {"calendarToneFile", ProfileManager::CalendarTone, &ProfileManager::setCalendarToneFile,
-     &ProfileManager::setCalendarToneEnabled},
-    {"clockAlarmToneFile", ProfileManager::ClockAlarmTone, &ProfileManager::setClockAlarmToneFile,
-     &ProfileManager::setClockAlarmToneEnabled},
+    {"ringerToneFile", ProfileValues::RingerTone, &ProfileValues::setRingerToneFile,
+     &ProfileValues::setRingerToneEnabled},
+    {"messageToneFile", ProfileValues::MessageTone, &ProfileValues::setMessageToneFile,
+     &ProfileValues::setMessageToneEnabled},
+    {"mailToneFile", ProfileValues::MailTone, &ProfileValues::setMailToneFile,
+     &ProfileValues::setMailToneEnabled},
+    {"internetCallToneFile", ProfileValues::InternetCallTone,
+     &ProfileValues::setInternetCallToneFile, &ProfileValues::setInternetCallToneEnabled},
+    {"chatToneFile", ProfileValues::ChatTone, &ProfileValues::setChatToneFile,
+     &ProfileValues::setChatToneEnabled},
+    {"calendarToneFile", ProfileValues::CalendarTone, &ProfileValues::setCalendarToneFile,
+     &ProfileValues::setCalendarToneEnabled},
+    {"clockAlarmToneFile", ProfileValues::ClockAlarmTone, &ProfileValues::setClockAlarmToneFile,
+     &ProfileValues::setClockAlarmToneEnabled},
 }};
 static_assert(ToneTable.back().key != nullptr, "a tone has no row");

@@ -108,7 +108,7 @@ public:
     {
         const QMetaObject& type = ProfileManager::staticMetaObject;
         const QMetaMethod note = staticMetaObject.method(staticMetaObject.indexOfSlot("note()"));
-        for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
+        for (int i = QObject::staticMetaObject.methodCount(); i < type.methodCount(); ++i) {
             if (type.method(i).methodType() == QMetaMethod::Signal)
                 connect(manager, type.method(i), this, note);
         }
@@ -799,10 +799,10 @@ private Q_SLOTS:
     {
         const QMetaObject& type = ProfileManager::staticMetaObject;
         QByteArrayList properties;
-        for (int i = type.propertyOffset(); i < type.propertyCount(); ++i)
+        for (int i = QObject::staticMetaObject.propertyCount(); i < type.propertyCount(); ++i)
             properties.append(type.property(i).name());
         QByteArrayList methods;
-        for (int i = type.methodOffset(); i < type.methodCount(); ++i)
+        for (int i = QObject::staticMetaObject.methodCount(); i < type.methodCount(); ++i)
             methods.append(type.method(i).methodSignature());
 
         QCOMPARE(
