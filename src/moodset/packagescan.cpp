@@ -99,7 +99,7 @@ std::optional<QVector<InstallManager::PackageEntry>> InstallManager::listPackage
         const QFileInfo file = iterator.fileInfo();
         const QString fileName = file.fileName();
         const QString type = typeByEnding(fileName);
-        if (type.isNull() || file.isDir()) {
+        if (type.isNull()) {
             return;
         }
         if (!isStorableName(fileName)) {

@@ -66,6 +66,7 @@ private Q_SLOTS:
             package.folder.write(name(file));
         }
         package.folder.makeDirectory(name("f.moodset"));
+        package.folder.makeLink(name("g.moodset"), name("f.moodset"));
 
         QVERIFY(package.install());
 
