@@ -36,9 +36,7 @@ ThemeSession::ThemeSession()
     : m_bundles(folders)
 {
     QDir(cacheFolder()).removeRecursively();
-    UserStore::write(QStringLiteral("/vantile/screen/primary/width"), QString::number(ScreenWidth));
-    UserStore::write(
-        QStringLiteral("/vantile/screen/primary/height"), QString::number(ScreenHeight));
+    UserStore::writeScreenSize(QSize(ScreenWidth, ScreenHeight));
 }
 
 ThemeSession::~ThemeSession()

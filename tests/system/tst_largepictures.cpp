@@ -55,8 +55,7 @@ struct LimitedSession : ThemeSession
     LimitedSession()
     {
         daemon.limitAddressSpace(unitAddressSpace());
-        UserStore::write(QStringLiteral("/vantile/screen/primary/width"), QStringLiteral("1080"));
-        UserStore::write(QStringLiteral("/vantile/screen/primary/height"), QStringLiteral("2520"));
+        UserStore::writeScreenSize(QSize(1080, 2520));
     }
 };
 

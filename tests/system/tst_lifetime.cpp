@@ -43,6 +43,8 @@ bool downloadTheme(PhoneSession& session)
 /// Makes the daemon do each kind of work once.
 bool useEverySubsystem(PhoneSession& session)
 {
+    // It is small, since valgrind takes its time for each pixel.
+    UserStore::writeScreenSize(QSize(54, 96));
     const QString picture = session.folders.picture(QStringLiteral("a.png"));
     if (!writePicture(picture, QSize(120, 90)) || !session.startOnPhone()
         || !session.waitUntilComplete() || !session.installBundle(true)) {

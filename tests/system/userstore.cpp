@@ -49,3 +49,9 @@ void UserStore::write(const QString& key, const QString& value)
 {
     runDconf({QStringLiteral("write"), key, value});
 }
+
+void UserStore::writeScreenSize(const QSize& size)
+{
+    write(QStringLiteral("/vantile/screen/primary/width"), QString::number(size.width()));
+    write(QStringLiteral("/vantile/screen/primary/height"), QString::number(size.height()));
+}

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -27,6 +28,9 @@ public:
     static QStringList values(const QString& folder);
 
     static void write(const QString& key, const QString& value);
+
+    /// Tells the daemon the size of the screen, in pixels.
+    static void writeScreenSize(const QSize& size);
 
 private:
     bool m_valid;

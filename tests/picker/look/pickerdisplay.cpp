@@ -86,8 +86,7 @@ PickerDisplay::PickerDisplay()
     // A file where the folder of the thumbnails would be.
     QFile noThumbnails(qEnvironmentVariable("XDG_CACHE_HOME") + QStringLiteral("/thumbnails"));
     static_cast<void>(noThumbnails.open(QIODevice::WriteOnly)); // it may be there already
-    UserStore::write(QStringLiteral("/vantile/screen/primary/width"), QStringLiteral("720"));
-    UserStore::write(QStringLiteral("/vantile/screen/primary/height"), QStringLiteral("1440"));
+    UserStore::writeScreenSize(QSize(720, 1440));
     m_desktop.answer(QStringLiteral("Read"), [this](const QDBusMessage& call) {
         const QVariant value = call.arguments().constFirst().toString() == SchemeSpace
             ? schemeValue(m_isDark)
