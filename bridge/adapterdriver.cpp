@@ -74,12 +74,17 @@ void AdapterDriver::hand(const Appearance& appearance)
 {
     m_appearance = appearance;
     m_retriesLeft = Retries;
+    const bool isCheckInterrupted = m_isVerifying;
     if (m_isVerifying) {
         // The step that it waits for is over.
         interrupt();
     }
     m_isStale = m_isRunning;
     startRunIfNeeded();
+    if (isCheckInterrupted) {
+        // If nothing new has to be set, nobody else would do this check.
+        handleDoubt();
+    }
 }
 
 void AdapterDriver::handlePresence()

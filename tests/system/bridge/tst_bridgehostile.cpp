@@ -221,6 +221,28 @@ private Q_SLOTS:
         QCOMPARE(session.takeWarnings(), QStringList(QStringLiteral("portal: ") + late));
     }
 
+    void checksAgainWhenTheLookIsReadDuringACheck()
+    {
+        PlayedService portal(
+            QDBusConnection::SessionBus, QStringLiteral("org.freedesktop.portal.Desktop"));
+        BridgeSession session;
+        portal.answerLater(QStringLiteral("Read"));
+        BridgeSession::write({{BridgeSession::HighlightKey, Red}});
+        QVERIFY(session.start());
+        QVERIFY(session.waitForStatus(Portal, [](const QJsonObject& status) {
+            return !status.value(QStringLiteral("time")).toString().isEmpty();
+        }));
+        QVERIFY(portal.appear());
+        QVERIFY(portal.waitForCalls(1));
+
+        // The colour stays the same.
+        BridgeSession::write({{BridgeSession::MoodsetKey, QStringLiteral("/a.moodset")}});
+
+        QVERIFY(portal.waitForCalls(2));
+        QVERIFY(session.waitForFailure(Portal, QStringLiteral("It did not answer within 5 s.")));
+        QCOMPARE(session.takeWarnings().size(), 1);
+    }
+
     void servesAShellThatGoesInTheMiddleAndComesBack()
     {
         PlasmaShell plasma;
