@@ -198,6 +198,8 @@ QString BridgeSession::dataFolder()
 QStringList BridgeSession::takeWarnings()
 {
     if (m_process.isOpen()) {
+        // The event loop need not have run since the bridge has written it.
+        while (m_process.waitForReadyRead(0)) { }
         m_log += m_process.readAll();
     }
     const QStringList lines = QString::fromUtf8(m_log).split(QLatin1Char('\n'), Qt::SkipEmptyParts);

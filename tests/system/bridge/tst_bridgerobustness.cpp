@@ -319,6 +319,9 @@ private Q_SLOTS:
         BridgeSession session;
         session.setEnvironment(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
         QVERIFY(session.start());
+        // It has its name a moment before it follows.
+        QVERIFY(session.waitForStatus(
+            Gnome, [](const QJsonObject& status) { return !status.isEmpty(); }));
 
         bus.kill();
 
