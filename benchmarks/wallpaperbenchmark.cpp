@@ -34,7 +34,7 @@ struct Kind
     double memoryBudget;
 };
 
-const Kind Kinds[] = {{960, 1, 0.45, 0.25}, {2520, 2, 0.2, 0.1}};
+constexpr std::array<Kind, 2> Kinds{{{960, 1, 0.45, 0.25}, {2520, 2, 0.2, 0.1}}};
 
 /// The parameters if no keys are set, at a pixel ratio of 1.
 constexpr int DefaultRounds = 15;
@@ -44,7 +44,7 @@ constexpr double DefaultSigma = 1.3;
 constexpr double TotalSigma = 5.0;
 
 constexpr int FewRounds = 8;
-const int ManyRounds[] = {15, 30, 60};
+constexpr std::array<int, 3> ManyRounds{15, 30, 60};
 /// The limit for the time of more rounds relative to fewer. They take the same time, except for
 /// variations of the machine.
 constexpr double RoundsBudget = 1.1;

@@ -29,7 +29,7 @@ if(MOODSETD_SANITIZE)
   target_link_options(moodsetd-settings INTERFACE -fsanitize=address,undefined)
 endif()
 if(MOODSETD_COVERAGE)
-  # Without any optimisation, many tests would pass their time limits.
+  # Without any optimisation, many tests would exceed their time limits.
   target_compile_options(moodsetd-settings INTERFACE --coverage -O1)
   target_link_options(moodsetd-settings INTERFACE --coverage)
 endif()

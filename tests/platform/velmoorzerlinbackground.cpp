@@ -41,8 +41,8 @@ void VelmoorZerlinBackground::darken(QImage* image) const
 }
 
 // The platform's interface passes the path by value.
-// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void VelmoorZerlinBackground::buildBackgroundImageForPortrait(
+    // NOLINTNEXTLINE(performance-unnecessary-value-param)
     VelmoorZerlinBackground* background, const QImage& image, QString sourcePath,
     const QImage& applicationImage, const QRectF& rect)
 {

@@ -169,15 +169,17 @@ bool DaemonProcess::waitForEnd()
 
 bool DaemonProcess::pause()
 {
-    if (!isRunning() || ::kill(pid_t(processId()), SIGSTOP) != 0)
+    if (!isRunning() || ::kill(pid_t(processId()), SIGSTOP) != 0) {
         return false;
+    }
     return waitFor([this] { return isPaused(); });
 }
 
 void DaemonProcess::resume()
 {
-    if (isRunning())
+    if (isRunning()) {
         ::kill(pid_t(processId()), SIGCONT);
+    }
 }
 
 bool DaemonProcess::isWaitingForAThread() const

@@ -49,8 +49,9 @@ bool useSystemDefaults(const QByteArray& keyFile, const QByteArray& locks)
     if (!QDir().mkpath(sources + QStringLiteral("/locks"))
         || !writeFile(sources + QStringLiteral("/keys"), keyFile)
         || !writeFile(sources + QStringLiteral("/locks/keys"), locks)
-        || !writeFile(profile, "user-db:user\nfile-db:" + database.toUtf8() + '\n'))
+        || !writeFile(profile, "user-db:user\nfile-db:" + database.toUtf8() + '\n')) {
         return false;
+    }
     runDconf({QStringLiteral("compile"), database, sources});
     return qputenv("DCONF_PROFILE", profile.toUtf8());
 }
@@ -64,8 +65,9 @@ qint64 dconfServicePid()
 
 bool killDconfService()
 {
-    if (kill(pid_t(dconfServicePid()), SIGKILL) != 0)
+    if (kill(pid_t(dconfServicePid()), SIGKILL) != 0) {
         return false;
+    }
     return QTest::qWaitFor([] {
         return !QDBusConnection::sessionBus().interface()->isServiceRegistered(serviceName());
     });

@@ -32,11 +32,13 @@ void listFiles(const fs::path& folder, QStringList* files)
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
         const std::string name = entry.path().filename().string();
         std::error_code unreachable;
-        if (name.front() == '.' || !isUtf8(name) || hasNoncharacter(name))
+        if (name.front() == '.' || !isUtf8(name) || hasNoncharacter(name)) {
             continue;
+        }
         if (entry.is_directory(unreachable)) {
-            if (!entry.is_symlink())
+            if (!entry.is_symlink()) {
                 listFiles(entry.path(), files);
+            }
         } else if (entry.is_regular_file(unreachable)) {
             files->append(QString::fromStdString(entry.path().string()));
         }
@@ -52,8 +54,9 @@ DaemonSession::DaemonSession(const QString& executable)
 
 DaemonSession::~DaemonSession()
 {
-    if (QTest::currentTestFailed())
+    if (QTest::currentTestFailed()) {
         qInfo().noquote() << daemon.lines().join(QLatin1Char('\n'));
+    }
 }
 
 bool DaemonSession::start()
@@ -123,8 +126,9 @@ bool DaemonSession::waitUntilAnnounced()
 
 const LibraryDatabase& DaemonSession::library()
 {
-    if (!m_library)
+    if (!m_library) {
         m_library = std::make_unique<LibraryDatabase>();
+    }
     return *m_library;
 }
 
@@ -139,8 +143,9 @@ QStringList DaemonSession::libraryDirectories()
 {
     QStringList directories = library().texts(QStringLiteral("SELECT path FROM directory"));
     const QStringList installed = installDirectories();
-    for (const QString& path : installed)
+    for (const QString& path : installed) {
         directories.removeOne(path);
+    }
     return directories;
 }
 

@@ -14,6 +14,7 @@ TerminalRun TerminalRun::run(const QString& program, const QStringList& argument
         words.push_back(argument.toLocal8Bit());
     }
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (QByteArray& word : words) {
         pointers.push_back(word.data());
     }

@@ -23,8 +23,9 @@ private:
         QProcess client;
         client.setProcessChannelMode(QProcess::MergedChannels);
         client.start(program, arguments);
-        if (!client.waitForFinished(DaemonProcess::deadlineMs))
+        if (!client.waitForFinished(DaemonProcess::deadlineMs)) {
             return client.errorString();
+        }
         return QString::fromUtf8(client.readAll()).trimmed();
     }
 
@@ -74,14 +75,16 @@ private:
                 QStringLiteral("saveAttributes"),
                 {4, 1LL, sourceAttribute(QStringLiteral("http://example.org/burst"))});
             makeCalls();
-            if (!lock.isHeld() || !BusClient::ping())
+            if (!lock.isHeld() || !BusClient::ping()) {
                 return {-1};
+            }
         }
         // All types of a burst are announced at once, so that none comes after a later reply.
         if (!QTest::qWaitFor(
                 [&] { return session.client.announcements().contains(4); },
-                DaemonProcess::deadlineMs))
+                DaemonProcess::deadlineMs)) {
             return {-2};
+        }
         BusClient::isAnswered();
         return session.client.announcements();
     }
@@ -325,8 +328,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("attribute");
         for (const char* attribute :
-             {"1", "[<'a'>]", "{'a': 'b'}", "{'a': <'b'>}", "(1, 'a')", "''", "@as []"})
+             {"1", "[<'a'>]", "{'a': 'b'}", "{'a': <'b'>}", "(1, 'a')", "''", "@as []"}) {
             QTest::newRow(attribute) << QString::fromLatin1(attribute);
+        }
     }
 
     void savesNoTextForASourceOfAnotherType()
@@ -350,8 +354,9 @@ private Q_SLOTS:
         QVERIFY(session.startOnBus());
         // The bus allows a depth of 64 for all containers together, and each level here is three.
         QString attribute = QStringLiteral("1");
-        for (int level = 0; level < 20; ++level)
+        for (int level = 0; level < 20; ++level) {
             attribute = QStringLiteral("{'a': <%1>}").arg(attribute);
+        }
 
         const QString output = gdbusCall(
             QStringLiteral("saveAttributes"),
@@ -423,8 +428,9 @@ private Q_SLOTS:
         DaemonSession session;
         QVERIFY(writePicture(session.folders.elsewhere(fileName), QSize(3, 2)));
         QVERIFY(session.start());
-        if (url.contains(QLatin1String("%1")))
+        if (url.contains(QLatin1String("%1"))) {
             url.replace(QLatin1String("%1"), session.folders.elsewhere());
+        }
 
         const QDBusMessage reply = BusClient::call(QStringLiteral("indexFile"), {url});
 

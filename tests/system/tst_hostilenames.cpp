@@ -257,8 +257,9 @@ private Q_SLOTS:
         const QString folder = session.folders.picture(QStringLiteral("folder"));
         const QStringList files{picture, folder + QStringLiteral("/a.jpg")};
         QVERIFY(QDir().mkpath(folder));
-        for (const QString& file : files)
+        for (const QString& file : files) {
             QVERIFY(writePicture(file, m_size));
+        }
         const QString marked = session.folders.picture(name);
         QVERIFY(writePicture(marked, m_size));
 
@@ -326,13 +327,15 @@ private Q_SLOTS:
         QVERIFY(makeLink("..", parent));
         QVERIFY(makeLink("none.png", broken));
         QVERIFY(session.waitUntilFollowed());
-        for (const QString& link : {loop, parent, broken})
+        for (const QString& link : {loop, parent, broken}) {
             QVERIFY(session.fileId(link) > 0);
+        }
         QCOMPARE(session.libraryDirectories(), QStringList{session.folders.pictures()});
 
         QVERIFY(session.restart());
-        for (const QString& link : {loop, parent, broken})
+        for (const QString& link : {loop, parent, broken}) {
             QCOMPARE(session.fileId(link), 0);
+        }
     }
 
     void leavesOutAFifoWithAPicturesName()

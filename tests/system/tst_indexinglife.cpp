@@ -305,8 +305,9 @@ private Q_SLOTS:
         QVERIFY(session.start());
 
         QVERIFY(session.daemon.pause());
-        if (deletedFirst)
+        if (deletedFirst) {
             QVERIFY(QFile::remove(replaced));
+        }
         QVERIFY(rename(session.folders.elsewhere(QStringLiteral("a.png")), replaced));
         QVERIFY(rename(session.folders.elsewhere(QStringLiteral("b.png")), lost));
         session.daemon.resume();
@@ -356,8 +357,9 @@ private Q_SLOTS:
         QVERIFY(session.start());
         QVERIFY(session.daemon.pause());
         const QDir pictures(session.folders.pictures());
-        for (int number = 0; number < 50; ++number)
+        for (int number = 0; number < 50; ++number) {
             QVERIFY(pictures.mkpath(QStringLiteral("folder %1/deep").arg(number)));
+        }
         for (int number = 0; number < 50; number += 2) {
             QVERIFY(QDir(pictures.filePath(QStringLiteral("folder %1").arg(number)))
                         .removeRecursively());

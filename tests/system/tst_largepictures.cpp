@@ -24,7 +24,7 @@ const QSize Megapixels108(12000, 9000);
 /// that the daemon may have. The plugin for WebP reads a whole file before it decodes it.
 bool writeFileLargerThanMemory(const QString& path)
 {
-    constexpr qint64 lessThanAnIdleDaemonHas = 64 * 1024 * 1024;
+    constexpr qint64 lessThanAnIdleDaemonHas = qint64(64) * 1024 * 1024;
     return InstalledBundles::write(path, QByteArray("RIFF\xf8\xff\xff\x3fWEBPVP8X\x0a\0\0\0", 20))
         && QFile::resize(path, unitAddressSpace() - lessThanAnIdleDaemonHas);
 }

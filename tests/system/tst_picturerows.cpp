@@ -43,8 +43,9 @@ private Q_SLOTS:
     void keepsTheOrientationAndTheSizeAsStored_data()
     {
         QTest::addColumn<int>("orientation");
-        for (int orientation = 1; orientation <= 8; ++orientation)
+        for (int orientation = 1; orientation <= 8; ++orientation) {
             QTest::addRow("%d", orientation) << orientation;
+        }
     }
 
     void keepsTheOrientationAndTheSizeAsStored()

@@ -171,8 +171,9 @@ private Q_SLOTS:
         QTest::addColumn<int>("kibibytes");
         // Each table and each index begins a page of 4 KiB. What comes after them, up to the rows
         // of the pictures, goes into the write-ahead log.
-        for (int kibibytes = 4; kibibytes <= 80; kibibytes += 4)
+        for (int kibibytes = 4; kibibytes <= 80; kibibytes += 4) {
             QTest::addRow("at %d KiB", kibibytes) << kibibytes;
+        }
     }
 
     void completesADatabaseWhoseFirstStartWasKilled()
@@ -231,8 +232,9 @@ private Q_SLOTS:
     void rebuildsADatabaseOfAnUnknownVersion_data()
     {
         QTest::addColumn<int>("version");
-        for (const int version : {0, 1, 6, 11, -1})
+        for (const int version : {0, 1, 6, 11, -1}) {
             QTest::addRow("%d", version) << version;
+        }
     }
 
     void rebuildsADatabaseOfAnUnknownVersion()
@@ -367,8 +369,9 @@ private Q_SLOTS:
         QCOMPARE(warnings.size(), 2 + 2 * 4);
         // The daemon does not try again and again: it logs nothing while calls arrive.
         const int linesAtRest = session.daemon.lines().size();
-        for (int i = 0; i < 50; ++i)
+        for (int i = 0; i < 50; ++i) {
             QVERIFY(BusClient::isAnswered());
+        }
         QCOMPARE(session.daemon.lines().size(), linesAtRest);
 
         QVERIFY(session.daemon.terminate());
@@ -407,8 +410,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("kibibytes");
         // After some of these kills, the file has a version, but not all tables.
-        for (int kibibytes = 0; kibibytes <= 40; kibibytes += 4)
+        for (int kibibytes = 0; kibibytes <= 40; kibibytes += 4) {
             QTest::addRow("%d KiB", kibibytes) << kibibytes;
+        }
     }
 
     void completesADatabaseThatAFullDiskHasCutShort()
@@ -417,7 +421,7 @@ private Q_SLOTS:
         DaemonSession session;
         SmallDisk disk;
         QVERIFY(disk.take(session));
-        QVERIFY(disk.fill(kibibytes * 1024));
+        QVERIFY(disk.fill(qint64(kibibytes) * 1024));
         QVERIFY(writePictures(session.folders, 1, 10));
         QVERIFY(session.startOnBus());
         QVERIFY(BusClient::isAnswered());
@@ -462,8 +466,9 @@ private:
         bool fill(qint64 spared = 0)
         {
             QFile ballast(ballastPath());
-            if (!ballast.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+            if (!ballast.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
                 return false;
+            }
             const QByteArray block(4096, 'x');
             while (ballast.write(block) > 0) { }
             return (ballast.error() == QFile::ResourceError || ballast.error() == QFile::WriteError)

@@ -122,8 +122,9 @@ private Q_SLOTS:
         QVERIFY(session.start());
 
         const QDir pictures(session.folders.pictures());
-        for (int number = 0; number < folders; ++number)
+        for (int number = 0; number < folders; ++number) {
             QVERIFY(pictures.mkdir(QString::number(number)));
+        }
         QVERIFY(session.waitUntilFollowed());
         QCOMPARE(session.libraryDirectories().count(), 1 + folders);
         for (int number = 0; number < folders; ++number) {
@@ -141,8 +142,9 @@ private Q_SLOTS:
         constexpr int levels = 200;
         DaemonSession session;
         QString folder = session.folders.pictures();
-        for (int level = 0; level < levels; ++level)
+        for (int level = 0; level < levels; ++level) {
             folder += QStringLiteral("/level");
+        }
         QVERIFY(QDir().mkpath(folder));
         QVERIFY(writePicture(folder + QStringLiteral("/a.png"), QSize(3, 2)));
 

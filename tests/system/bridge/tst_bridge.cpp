@@ -331,7 +331,7 @@ private Q_SLOTS:
         QFile huge(bridge.session.folder.path(QStringLiteral("huge.png")));
         QVERIFY(huge.open(QIODevice::WriteOnly));
         huge.write("\x89PNG\r\n\x1a\n");
-        huge.resize(4 * 1024 * 1024);
+        huge.resize(qint64(4) * 1024 * 1024);
         huge.close();
 
         BridgeSession::setLook(huge.fileName(), Green);

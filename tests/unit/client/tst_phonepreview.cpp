@@ -122,8 +122,10 @@ private Q_SLOTS:
     {
         const QImage screen = homeScreen(colourfulTheme(), filled({3, 2}, Qt::red));
 
-        for (const QPoint& place : {QPoint(0, 0), QPoint(539, 0), QPoint(0, 959), QPoint(539, 959)})
+        for (const QPoint& place :
+             {QPoint(0, 0), QPoint(539, 0), QPoint(0, 959), QPoint(539, 959)}) {
             QCOMPARE(screen.pixelColor(place), QColor(Qt::red));
+        }
     }
 
     void badgeCanBeReadOnLightAndDarkHighlights()

@@ -103,7 +103,7 @@ private Q_SLOTS:
         MessageLog log;
         ScratchDatabase scratch;
         DownloadManager manager(scratch.database());
-        constexpr qint64 largeId = Q_INT64_C(0x100000000);
+        constexpr auto largeId = Q_INT64_C(0x100000000);
 
         QVERIFY(manager.create(largeId, QUrl(QStringLiteral("http://h/a"))));
 

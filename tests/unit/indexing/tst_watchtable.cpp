@@ -94,10 +94,11 @@ private Q_SLOTS:
         const int watch = table.add(folder.path(), 7, IN_CREATE);
         table.add(other.path(), 8, IN_CREATE);
 
-        if (byPath)
+        if (byPath) {
             table.remove(folder.path());
-        else
+        } else {
             table.remove(watch);
+        }
 
         QVERIFY(!table.contains(folder.path()));
         QVERIFY(table.directory(watch).path.isEmpty());

@@ -178,8 +178,9 @@ private Q_SLOTS:
     {
         const QMetaObject& type = MoodsetSettings::staticMetaObject;
         QByteArrayList names;
-        for (int i = type.methodOffset(); i < type.methodCount(); ++i)
+        for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
             names.append(type.method(i).methodSignature());
+        }
 
         QCOMPARE(
             names,

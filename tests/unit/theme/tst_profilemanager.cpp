@@ -109,8 +109,9 @@ public:
         const QMetaObject& type = ProfileManager::staticMetaObject;
         const QMetaMethod note = staticMetaObject.method(staticMetaObject.indexOfSlot("note()"));
         for (int i = QObject::staticMetaObject.methodCount(); i < type.methodCount(); ++i) {
-            if (type.method(i).methodType() == QMetaMethod::Signal)
+            if (type.method(i).methodType() == QMetaMethod::Signal) {
                 connect(manager, type.method(i), this, note);
+            }
         }
     }
 
@@ -142,8 +143,9 @@ void addToneRows()
 {
     QTest::addColumn<QByteArray>("tone");
     QTest::addColumn<QByteArray>("service");
-    for (const ToneNames& names : AllToneNames)
+    for (const ToneNames& names : AllToneNames) {
         QTest::newRow(names.property) << QByteArray(names.property) << QByteArray(names.service);
+    }
 }
 
 } // namespace
@@ -597,8 +599,9 @@ private Q_SLOTS:
         writeFromOutside(("general/" + service + ".alert.tone").constData(), "/ä.ogg");
 
         Calls expected{"profileUpdated", "profileUpdated"};
-        if (!isChat)
+        if (!isChat) {
             expected.prepend(tone + "FileChanged");
+        }
         QTRY_COMPARE(record.names(), expected);
         QCOMPARE(manager.property(tone + "File"), QVariant(text(isChat ? "/own.ogg" : "/ä.ogg")));
     }
@@ -696,10 +699,12 @@ private Q_SLOTS:
         manager.clear();
 
         Calls expected{"general ringing.alert.volume="};
-        for (const ToneNames& names : AllToneNames)
+        for (const ToneNames& names : AllToneNames) {
             expected.append(QByteArray("general ") + names.service + ".alert.tone=");
-        for (const ToneNames& names : AllToneNames)
+        }
+        for (const ToneNames& names : AllToneNames) {
             expected.append(QByteArray("general ") + names.service + ".alert.enabled=");
+        }
         QCOMPARE(serviceCalls, expected);
         QCOMPARE(manager.ringerVolume(), 5);
     }
@@ -799,11 +804,13 @@ private Q_SLOTS:
     {
         const QMetaObject& type = ProfileManager::staticMetaObject;
         QByteArrayList properties;
-        for (int i = QObject::staticMetaObject.propertyCount(); i < type.propertyCount(); ++i)
+        for (int i = QObject::staticMetaObject.propertyCount(); i < type.propertyCount(); ++i) {
             properties.append(type.property(i).name());
+        }
         QByteArrayList methods;
-        for (int i = QObject::staticMetaObject.methodCount(); i < type.methodCount(); ++i)
+        for (int i = QObject::staticMetaObject.methodCount(); i < type.methodCount(); ++i) {
             methods.append(type.method(i).methodSignature());
+        }
 
         QCOMPARE(
             properties.join(' '),

@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr qint64 MiB = 1024 * 1024;
+constexpr qint64 MiB = qint64(1024) * 1024;
 const QSize Huge(30000, 30000);
 
 /// The messages of decoders and QImage if there is not enough memory for a picture.

@@ -33,13 +33,15 @@ int main(int argc, char* argv[])
     if (command == QLatin1String("follow")) {
         QObject::connect(&item, &MGConfItem::valueChanged, printValue);
         printValue();
-        if (arguments.size() > 3)
+        if (arguments.size() > 3) {
             item.set(arguments.value(3));
+        }
         return QCoreApplication::exec();
     }
     item.set(arguments.value(3));
-    if (command == QLatin1String("set"))
+    if (command == QLatin1String("set")) {
         return 0;
+    }
     MGConfItem::sync();
     _exit(0);
 }

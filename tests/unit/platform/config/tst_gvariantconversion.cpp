@@ -16,8 +16,9 @@ GVariantPointer parsed(const char* text)
 
 QByteArray printed(const GVariantPointer& value)
 {
-    if (!value)
+    if (!value) {
         return "none";
+    }
     char* const text = g_variant_print(value.get(), TRUE);
     const QByteArray bytes(text);
     g_free(text);
@@ -88,8 +89,9 @@ private Q_SLOTS:
         for (const char* const text :
              {"(1, 'a')", "()", "objectpath '/a'", "signature 'as'", "handle 1", "@ms 'a'",
               "@ms nothing", "{1: 'a'}", "@a{is} {}", "[(1, 2)]", "[<(1, 2)>]", "{'a': <(1, 2)>}",
-              "<objectpath '/a'>", "{objectpath '/a': 1}"})
+              "<objectpath '/a'>", "{objectpath '/a': 1}"}) {
             QTest::newRow(text) << QByteArray(text);
+        }
     }
 
     void refusesToRead()

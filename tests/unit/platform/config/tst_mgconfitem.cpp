@@ -486,8 +486,9 @@ private Q_SLOTS:
             QCOMPARE(depth, 0);
             ++depth;
             values.append(item.value().toInt());
-            if (values.last() < 3)
+            if (values.last() < 3) {
                 item.set(values.last() + 1);
+            }
             --depth;
         });
 

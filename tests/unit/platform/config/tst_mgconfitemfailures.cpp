@@ -39,16 +39,18 @@ QByteArrayList threadNames(qint64 pid)
     const QStringList ids = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString& id : ids) {
         QFile name(threads.filePath(id + text("/comm")));
-        if (name.open(QIODevice::ReadOnly))
+        if (name.open(QIODevice::ReadOnly)) {
             names.append(name.readAll().trimmed());
+        }
     }
     return names;
 }
 
 QByteArrayList withoutTheLibraries(QByteArrayList names)
 {
-    for (const char* const name : {"QDBusConnection", "dconf worker", "gdbus", "gmain"})
+    for (const char* const name : {"QDBusConnection", "dconf worker", "gdbus", "gmain"}) {
         names.removeAll(name);
+    }
     return names;
 }
 
@@ -58,8 +60,9 @@ class ItemProcess : public QProcess
 public:
     explicit ItemProcess(const QString& busAddress = QString())
     {
-        if (busAddress.isEmpty())
+        if (busAddress.isEmpty()) {
             return;
+        }
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(text("DBUS_SESSION_BUS_ADDRESS"), busAddress);
         setProcessEnvironment(environment);

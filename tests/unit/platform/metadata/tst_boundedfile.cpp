@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr qint64 GiB = 1024 * 1024 * 1024;
+constexpr qint64 GiB = qint64(1024) * 1024 * 1024;
 const QString Name = QStringLiteral("file");
 
 /// 100,000 bytes in which no two places have the same content.

@@ -31,8 +31,9 @@ QByteArray dconf(const char* command, const char* path, const char* argument = n
     QStringList arguments{
         QString::fromUtf8(command),
         QStringLiteral("/com/zavro/profile/") + QString::fromUtf8(path)};
-    if (argument != nullptr)
+    if (argument != nullptr) {
         arguments.append(QString::fromUtf8(argument));
+    }
     return runDconf(arguments);
 }
 
@@ -245,10 +246,12 @@ private Q_SLOTS:
     void booleansAreParsedLeniently_data()
     {
         QTest::addColumn<bool>("truth");
-        for (const char* const text : {"On", "on", "ON", "True", "true", "Yes", "yes", "1"})
+        for (const char* const text : {"On", "on", "ON", "True", "true", "Yes", "yes", "1"}) {
             QTest::newRow(text) << true;
-        for (const char* const text : {"Off", "False", "No", "0", "2", "", "On ", "enabled"})
+        }
+        for (const char* const text : {"Off", "False", "No", "0", "2", "", "On ", "enabled"}) {
             QTest::newRow(text) << false;
+        }
     }
 
     void booleansAreParsedLeniently()

@@ -73,8 +73,9 @@ void dconf(const char* command, const char* path, const char* argument = nullptr
     QStringList arguments{
         QString::fromUtf8(command),
         QStringLiteral("/com/zavro/profile/") + QString::fromUtf8(path)};
-    if (argument != nullptr)
+    if (argument != nullptr) {
         arguments.append(QString::fromUtf8(argument));
+    }
     runDconf(arguments);
 }
 
@@ -428,8 +429,9 @@ private Q_SLOTS:
     void callbackMayChangeAValue()
     {
         const auto answer = [](const char*, const char* key, const char*, const char*, void*) {
-            if (qstrcmp(key, Tone) == 0)
+            if (qstrcmp(key, Tone) == 0) {
                 profile_set_value("moodset", "answer", "given");
+            }
         };
         profile_track_add_change_cb(answer, nullptr, nullptr);
         Recorder recorder;
