@@ -11,7 +11,6 @@ FocusScope {
     id: ui
 
     readonly property Item focused: Window.activeFocusItem
-
     readonly property bool wide: width >= Math.max(720, Style.text * 44)
     readonly property int sideWidth: wide ? navigation.implicitWidth : 0
     property int tab: 0
