@@ -42,6 +42,7 @@ struct Times
 Times run(const std::vector<QByteArray>& words)
 {
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (const QByteArray& word : words) {
         pointers.push_back(const_cast<char*>(word.constData()));
     }

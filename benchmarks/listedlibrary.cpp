@@ -81,9 +81,8 @@ QStringList rows(MoodsetContent::Type type, int count)
 
 void makeLibrary(const QString& path, MoodsetContent::Type type, int count)
 {
-    const QString connection = path;
     {
-        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), path);
         database.setDatabaseName(path);
         database.open(); // A failure shows in the first statement.
         QSqlQuery query(database);
@@ -96,5 +95,5 @@ void makeLibrary(const QString& path, MoodsetContent::Type type, int count)
             }
         }
     }
-    QSqlDatabase::removeDatabase(connection);
+    QSqlDatabase::removeDatabase(path);
 }

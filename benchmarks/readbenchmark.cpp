@@ -20,6 +20,7 @@
 #include <QHash>
 #include <QTemporaryDir>
 
+#include <array>
 #include <iostream>
 #include <memory>
 
@@ -40,12 +41,12 @@ struct Kind
     const char* timeZone = nullptr;
 };
 
-const Kind Kinds[] = {
+const std::array<Kind, 4> Kinds{{
     {MoodsetContent::File, "files", 10000, 100000, 2.3},
     {MoodsetContent::Image, "photos", 10000, 100000, 4},
     {MoodsetContent::Image, "photos with TZ set", 10000, 100000, 4, ":/etc/localtime"},
     {MoodsetContent::Moodset, "moodsets", 1000, 10000, {}},
-};
+}};
 
 /// The limit for ten times the records. A sort takes a little more than ten times as long.
 constexpr double SlopeBudget = 13;

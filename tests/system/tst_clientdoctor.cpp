@@ -118,7 +118,7 @@ private Q_SLOTS:
 
     void limitsAreThoseOfTheProcess()
     {
-        constexpr rlim_t mib = 1024 * 1024;
+        constexpr rlim_t mib = rlim_t(1024) * 1024;
         const ClientSession session;
         QVERIFY(startDaemon());
         QVERIFY(limitDaemon(RLIMIT_AS, 2048 * mib));
