@@ -178,7 +178,7 @@ private Q_SLOTS:
         Moodset second = first;
         Moodset null;
 
-        QVERIFY(second ? true : false);
+        QCOMPARE(second ? 1 : 0, 1);
         QVERIFY(second != nullptr && nullptr != second);
         QVERIFY(!(second == nullptr) && !(nullptr == second));
         QVERIFY(!null && null == nullptr && nullptr == null);
