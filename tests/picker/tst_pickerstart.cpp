@@ -1,23 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "daemonprocess.h"
-#include "pickerengine.h"
+#include "pickersession.h"
 
 #include <QFile>
-#include <QGuiApplication>
 #include <QProcess>
 #include <QQuickWindow>
 #include <QTemporaryDir>
-#include <QTest>
-
-namespace {
-
-/// What a drop of the file of that name would be refused with, since there is none.
-QString refusal()
-{
-    return QStringLiteral("There is no such file or folder.");
-}
-
-} // namespace
+#include <QVector>
 
 /// What the app does from its start until its content is there. There is no daemon.
 class PickerStartTest : public QObject
@@ -37,7 +25,7 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitFor(
             [&hadContent] { return hadContent.contains(true); }, DaemonProcess::deadlineMs));
         QVERIFY(!hadContent.first());
-        QCOMPARE(picker.notices().text(), refusal());
+        QCOMPARE(picker.notices().text(), QStringLiteral("There is no such file or folder."));
     }
 
     void programEndsIfThereIsNoContentToRead()
@@ -61,11 +49,7 @@ private Q_SLOTS:
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    const QGuiApplication application(argc, argv);
-    PickerStartTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runPickerTest<PickerStartTest>(argc, argv);
 }
 
 #include "tst_pickerstart.moc"

@@ -135,6 +135,13 @@ bool BridgeSession::waitForStatus(
     return waitUntil([&] { return condition(status(adapter)); });
 }
 
+bool BridgeSession::waitForFirstLook(const QString& adapter)
+{
+    return waitForStatus(adapter, [](const QJsonObject& status) {
+        return !status.value(QStringLiteral("time")).toString().isEmpty();
+    });
+}
+
 bool BridgeSession::waitForFailure(const QString& adapter, const QString& part)
 {
     const bool hasFailed = waitForStatus(adapter, [&part](const QJsonObject& status) {

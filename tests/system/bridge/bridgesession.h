@@ -57,7 +57,10 @@ public:
     /// Waits until the status of an adapter fulfils the condition.
     Q_REQUIRED_RESULT bool waitForStatus(
         const QString& adapter, const std::function<bool(const QJsonObject&)>& condition);
-    /// Waits until the adapter has set what the keys say, for a look with this wallpaper.
+    /// Waits until an adapter has handled a look, with whatever outcome.
+    Q_REQUIRED_RESULT bool waitForFirstLook(const QString& adapter);
+    /// Waits until the failure of an adapter has this part, or until it has none if the part is
+    /// empty.
     Q_REQUIRED_RESULT bool waitForFailure(const QString& adapter, const QString& part);
 
     /// Writes keys in one step, as the daemon does; an empty text clears a key.

@@ -79,9 +79,7 @@ private Q_SLOTS:
         BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Qt::red), Red);
 
         // The hook has run, so the look has arrived.
-        QVERIFY(session.waitForStatus(Files, [](const QJsonObject& status) {
-            return !status.value(QStringLiteral("time")).toString().isEmpty();
-        }));
+        QVERIFY(session.waitForFirstLook(Files));
         QCOMPARE(BridgeSession::stored(BridgeSession::PictureUriKey), QString());
         QVERIFY(!session.status(Gnome).value(QStringLiteral("present")).toBool());
     }
@@ -260,9 +258,7 @@ private Q_SLOTS:
         QVERIFY(bridge.session.start());
 
         // The hook has run for the first time, so the look has arrived.
-        QVERIFY(bridge.session.waitForStatus(Files, [](const QJsonObject& status) {
-            return !status.value(QStringLiteral("time")).toString().isEmpty();
-        }));
+        QVERIFY(bridge.session.waitForFirstLook(Files));
         QVERIFY(bridge.session.waitForStatus(Gnome, [](const QJsonObject& status) {
             return status.value(QStringLiteral("present")).toBool();
         }));

@@ -129,13 +129,6 @@ private:
     QProcess m_service;
 };
 
-bool isSet(BridgeSession* session)
-{
-    return session->waitForStatus(Feedback, [](const QJsonObject& status) {
-        return !status.value(QStringLiteral("time")).toString().isEmpty();
-    });
-}
-
 } // namespace
 
 /// Tests the bridge with a real feedback service.
@@ -174,7 +167,7 @@ private Q_SLOTS:
         const QString other = tone(session, QStringLiteral("tone-other.ogg"));
         BridgeSession::write({{RingingKey, ringing}, {MailKey, mail}});
         QVERIFY(session.start());
-        QVERIFY(isSet(&session));
+        QVERIFY(session.waitForFirstLook(Feedback));
 
         QVERIFY(service.plays(QStringLiteral("phone-incoming-call"), ringing));
         QVERIFY(service.plays(QStringLiteral("message-new-email"), mail));
@@ -211,7 +204,7 @@ private Q_SLOTS:
              {QStringLiteral("/com/zavro/profile/general/ringing.alert.enabled"),
               QStringLiteral("Off")}});
         QVERIFY(session.start());
-        QVERIFY(isSet(&session));
+        QVERIFY(session.waitForFirstLook(Feedback));
 
         QVERIFY(service.plays(
             QStringLiteral("phone-incoming-call"), themeFolder() + QStringLiteral("/silence.wav")));
@@ -255,7 +248,7 @@ private Q_SLOTS:
         QVERIFY(session.start());
         QVERIFY(waitUntil(
             [&] { return BridgeSession::stored(themeKey) == QStringLiteral("moodset"); }));
-        QVERIFY(isSet(&session));
+        QVERIFY(session.waitForFirstLook(Feedback));
 
         QVERIFY2(session.run({QStringLiteral("--restore")}) == 0, qPrintable(session.output()));
 

@@ -113,9 +113,7 @@ private Q_SLOTS:
 
         BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Qt::red), Red);
 
-        QVERIFY(session.waitForStatus(Plasma, [](const QJsonObject& status) {
-            return !status.value(QStringLiteral("time")).toString().isEmpty();
-        }));
+        QVERIFY(session.waitForFirstLook(Plasma));
         QVERIFY(plasma.image().startsWith(QStringLiteral("file:///")));
         QCOMPARE(session.values(Plasma).value(QStringLiteral("Image")).toString(), plasma.image());
         QCOMPARE(PlayedPlasma::accent(), QByteArray("[General]\nAccentColor=224,32,48\n"));

@@ -69,9 +69,7 @@ private Q_SLOTS:
         QVERIFY(shell.appear());
         BridgeSession::setLook(session.picture(QStringLiteral("a.png"), Qt::red), Red);
         QVERIFY(session.start());
-        QVERIFY(session.waitForStatus(Gnome, [](const QJsonObject& status) {
-            return !status.value(QStringLiteral("time")).toString().isEmpty();
-        }));
+        QVERIFY(session.waitForFirstLook(Gnome));
         session.kill();
         // As if it had been killed between the record of the next look and the look.
         QJsonObject root = QJsonDocument::fromJson(contentOf(statePath())).object();
